@@ -1,0 +1,59 @@
+// Workspace: one user at work: the loaded module, the books, the open screens.
+//
+// It is the HostContext of the module. The tree of objects and the list of the chosen node are
+// forms of the same control model as every other screen (frmTree, frmList), and so are the dialogs
+// (picker, filter, input, viewing period), so that a window, a script and a test drive all of them
+// alike.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/objects/stage.h"
+#include "host/store/store_port.h"
+#include "platform/host.h"
+#include "platform/registration.h"
+
+namespace tolvex {
+
+class Workspace {
+ public:
+  struct Setup {
+    Module& module;              // outlives the workspace
+    store::StorePort& store;     // likewise
+    Stage& stage;                // likewise
+    std::function<DateTime()> clock;
+    std::string booksName;       // shown in the status line
+  };
+  explicit Workspace(Setup setup);
+  ~Workspace();
+
+  HostContext& context();
+  ui::Form& tree();   // frmTree: control tvwLayout
+  ui::Form& list();   // frmList: controls txtFind, lvwObjects and the filter line
+  const std::vector<std::shared_ptr<ui::Form>>& screens() const;  // open, in order of opening
+  ui::Form* current() const;        // the screen in front: one of screens(), or list()
+  void activate(ui::Form& form);    // the user chose its tab
+  // The user closes a screen; false when it refused.
+  bool close(ui::Form& form);
+  bool closeAll();
+  // To be called once the loop is idle: runs work put off by forms, drops closed screens.
+  void idle();
+
+  struct Status {
+    std::string firm, user, books, period, locks;
+  };
+  const Status& status() const;
+
+ private:
+  struct Impl;
+  std::unique_ptr<Impl> impl_;
+};
+
+// Loads the module library. Throws std::runtime_error with a text for the user.
+std::unique_ptr<Module> loadModule(const std::string& path);
+
+}  // namespace tolvex

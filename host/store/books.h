@@ -1,0 +1,51 @@
+// Books: a company's store as a whole: made, opened, checked, copied.
+//
+// A place is a file ("books.tolvex") or "postgresql://…". All functions throw BooksError with a
+// text in Lithuanian for the user; the place is left untouched.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "host/store/session.h"
+
+namespace tolvex::store {
+
+class BooksError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+using Progress = std::function<bool(std::string_view what, double share)>;  // false: stop
+
+struct NewBooks {
+  bool demoCompany = false;  // firms, accounts, rates and the worked operations
+};
+// Makes schema and seed in one transaction on an empty place.
+void createBooks(const std::string& place, const NewBooks& what);
+
+// Opens, migrates an older schema, refuses a newer one, a damaged file, a file that is none.
+// `login` must exist and be active, with the right password where it has one.
+std::unique_ptr<Session> openBooks(const std::string& place, const std::string& login,
+                                   const std::string& password,
+                                   Session::ClockFunction clock = {});
+
+struct Finding {
+  std::string check;  // "roll-ups", "open items", "numbers", "orphans", "balance", …
+  std::string text;
+};
+// Books against roll-ups, open items against balances, numbers, orphans. Empty: clean.
+std::vector<Finding> verifyBooks(Database& db, const Progress& progress = {});
+// Makes the derived tables anew from the base tables.
+void rebuildBooks(Database& db, const Progress& progress = {});
+
+// One format for both engines: an SQLite file with every base table, written under a temporary name
+// and renamed at the end.
+void backupBooks(Database& db, const std::string& file, const Progress& progress = {});
+// Refuses a damaged, foreign or newer file before anything is touched; raises the epoch.
+void restoreBooks(Database& db, const std::string& file, const Progress& progress = {});
+
+}  // namespace tolvex::store

@@ -1,0 +1,101 @@
+// Session: one user at work on one company's books.
+//
+// It answers the calls of StorePort: routines through the table of routines.h, records through
+// records.h, and turns every failure into a code and a text. A busy engine is tried again three
+// times (50, 100, 200 ms), then 1205. Used by one thread.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "framework/date_time.h"
+#include "host/store/database.h"
+#include "host/store/store_port.h"
+
+namespace tolvex::store {
+
+// Who works, as the books know him.
+struct User {
+  int id = 0;
+  int roleId = 0;
+  std::string login, name, prefix, reference;  // reference: the employee's, or ""
+};
+
+// The last number that GetAutoNumber offered to this client; see numbering.h.
+struct NumberOffer {
+  int groupId = 0, userId = 0, day = 0;
+  int number = 0;
+  std::string text;  // composed by the screen; empty until it is known
+};
+
+// A refusal with its code, thrown inside the store and answered at the session's border.
+class Refusal : public std::runtime_error {
+ public:
+  Refusal(int code, const std::string& text) : std::runtime_error(text), code(code) {}
+  const int code;
+};
+
+// Codes of the store; meaning and texts: docs/internals/store.md.
+enum StoreCode : int {
+  kParentGone = 1,
+  kObjectGone = 16,
+  kEditedGone = 32,  // save of a deleted record; delete without the right
+  kReferred = 547,
+  kDuplicate = 3604,
+  kChangedByOther = 1201,
+  kLocked = 1202,
+  kNoSaveRight = 1203,
+  kRuleBroken = 1204,
+  kBusy = 1205,
+  kUnknownRoutine = 1206,
+  kWrongParameters = 1207,
+  kEpochChanged = 1208,
+  kEngine = 1299,
+};
+
+struct Flags {
+  bool view = false, remove = false, edit = false, create = false, admin = false;
+};
+
+// What routines and record handlers work with: the connection inside an open transaction, the
+// user, the clock.
+class Session final : public StorePort {
+ public:
+  using ClockFunction = std::function<DateTime()>;
+  Session(std::unique_ptr<Database> db, User user, ClockFunction clock);
+  ~Session() override;
+
+  HostResult call(std::string_view kind, std::string_view method,
+                  std::string_view parameters) override;
+  HostResult load(std::string_view kind, std::string_view reference) override;
+  HostResult create(std::string_view kind, std::string_view otype) override;
+  SaveOutcome save(std::string_view kind, std::string_view otype, RowSet& header, RowSet* second,
+                   RowSet* third) override;
+  HostResult erase(std::string_view kind, std::string_view reference) override;
+  HostResult list(std::string_view kind, std::string_view first, std::string_view second,
+                  std::string_view third) override;
+
+  Database& db() { return *db_; }
+  const User& user() const { return user_; }
+  DateTime now() const { return clock_(); }
+  Flags rights(std::string_view component);  // "CBROperRights"+id falls back to the bare name
+  NumberOffer& offer() { return offer_; }
+
+ private:
+  struct Caches;
+  // Runs `work` in a transaction, retries a busy engine, and turns failures into code and text.
+  HostResult guarded(Transaction::For purpose, const std::function<Variant()>& work);
+  void checkEpoch();
+
+  std::unique_ptr<Database> db_;
+  User user_;
+  ClockFunction clock_;
+  NumberOffer offer_;
+  std::unique_ptr<Caches> caches_;
+  int epoch_ = 0;
+};
+
+}  // namespace tolvex::store
