@@ -1,7 +1,6 @@
 # One function declares a layer: its sources and the layers below that it may use. The order of the
-# calls is the order of the layers, so a ring cannot be written. Since all headers share two roots,
-# scripts/check_layers.py reads build/layers.txt and fails on an include that points up or sideways.
-file(WRITE ${PROJECT_BINARY_DIR}/layers.txt "")
+# calls is the order of the layers, so a ring cannot be written. All headers share two roots, so
+# scripts/check_layers.py reads these calls and fails on an include that points up or sideways.
 
 function(tolvex_layer name folder)
   cmake_parse_arguments(L "" "" "FILES;USES;SYSTEM" ${ARGN})
@@ -15,10 +14,7 @@ function(tolvex_layer name folder)
   endforeach()
   target_link_libraries(tolvex_${name} PUBLIC ${L_SYSTEM})
   target_include_directories(tolvex_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR})
-  set(files "")
   foreach(stem IN LISTS L_FILES)
     target_sources(tolvex_${name} PRIVATE ${PROJECT_SOURCE_DIR}/${folder}/${stem}.cpp)
-    string(APPEND files " ${folder}/${stem}")
   endforeach()
-  file(APPEND ${PROJECT_BINARY_DIR}/layers.txt "${name}:${files}: ${L_USES}\n")
 endfunction()
