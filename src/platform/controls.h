@@ -73,15 +73,18 @@ class Control {
   Prop<bool> enabled;
   std::string tag;            // the caller's mark: as a rule the reference behind a shown text
   Menu* menu = nullptr;       // context menu (right click, Menu key, drop-down of a button)
-  Control* parent = nullptr;  // the panel around it, set when the layout is built
+  Control* parent = nullptr;  // the panel or strip around it, set when the layout is built
+  std::string page;           // on a page of a tab strip: the key of its tab
   int chars = 0;              // wished width in characters; 0 leaves it to the layout
 
+  // Check boxes and options call onChange, then onClick, after the user changed them; a timer
+  // calls onChange at each tick.
   Handler onClick, onDoubleClick, onRightClick, onChange, onEnter, onLeave;
   std::function<bool()> mayLeave;  // false keeps the focus here; skipped by cancel buttons
   std::function<bool(const std::string& reference)> canDrop;
   std::function<void(const std::string& reference)> onDrop;
 
-  bool shown() const;   // with all panels above
+  bool shown() const;   // with all panels above, and on the current page of their strips
   bool usable() const;  // shown and enabled, with all panels above
   void touch();         // marks for redrawing
 };
@@ -107,10 +110,10 @@ class TextBox final : public Control {
           Align align = Align::Left);
   Prop<std::string> text;
   Prop<bool> readOnly;
-  Prop<int> caret;                 // in characters; -1: leave it to the view
+  Prop<int> caret;  // in characters; -1: leave it to the view
   Align align;
   int lines = 1;
-  std::size_t maxLength = 0;       // characters that may be typed; 0 without limit
+  std::size_t maxLength = 0;  // characters that may be typed; 0 without limit
   bool password = false;
   // What becomes of a typed character in the text typed so far; 0 drops it.
   std::function<char32_t(char32_t key, const std::string& text)> keyFilter;
@@ -127,8 +130,8 @@ class ComboBox final : public Control {
     bool operator==(const Item&) const = default;
   };
   Prop<std::vector<Item>> items;
-  Prop<int> index;         // -1: nothing chosen
-  Prop<std::string> typed; // editable: the text in the box
+  Prop<int> index;          // -1: nothing chosen
+  Prop<std::string> typed;  // editable: the text in the box
   bool editable = false;
 
   void setTexts(const std::vector<std::string>& texts);
@@ -209,11 +212,11 @@ class ListView final : public Control {
  public:
   ListView(Form* form, std::string name, std::vector<Column> columns, std::string caption = {});
   std::vector<Column> columns;
-  Prop<int> current;       // -1: no row
+  Prop<int> current;  // -1: no row
   bool checkBoxes = false;
-  bool filterBox = false;  // the view offers a box that narrows the shown rows as one types
-  Handler onActivate;      // Enter or double click on a row
-  Handler onCheck;         // after the user ticked `current`
+  bool filterBox = false;      // the view offers a box that narrows the shown rows as one types
+  Handler onActivate;          // Enter or double click on a row
+  Handler onCheck;             // after the user ticked `current`
   Handler onInsert, onDelete;  // keys Ins and Del
 
   const std::vector<Row>& rows() const { return rows_; }
@@ -259,7 +262,8 @@ class TabStrip final : public Control {
     bool operator==(const Tab&) const = default;
   };
   Prop<std::vector<Tab>> tabs;
-  Prop<std::string> current;  // key; onChange after the user chose another
+  Prop<std::string> current;       // key, "" for the first; onChange after the user chose another
+  std::string currentKey() const;  // of the page in front
   std::function<void(const std::string& key)> onClose;
 };
 

@@ -25,7 +25,7 @@ namespace tolvex::ui {
 class FormView {
  public:
   virtual ~FormView() = default;
-  virtual void wake() = 0;                 // something is dirty, or focus or title changed
+  virtual void wake() = 0;  // something is dirty, or focus or title changed
   virtual void popup(Menu& menu, Control& at) = 0;
 };
 
@@ -38,8 +38,8 @@ class Form : public Object {
 
   // The layout as a text picture, see layout.h. Every visible control stands in it once.
   virtual const char* picture() const = 0;
-  virtual void opened() {}                     // the form is about to be shown
-  virtual bool mayClose() { return true; }     // asked before the user's closing; may show a box
+  virtual void opened() {}                  // the form is about to be shown
+  virtual bool mayClose() { return true; }  // asked before the user's closing; may show a box
   virtual void closed() {}
 
   const std::string& name() const { return name_; }
@@ -62,9 +62,9 @@ class Form : public Object {
   void popup(Menu& menu, Control& at);
 
   bool isOpen() const { return open_; }
-  void close();                       // by the program: no question
-  void later(Handler work);           // runs once the loop is idle, in order
-  int result = 0;                     // what a modal form leaves to its caller
+  void close();              // by the program: no question
+  void later(Handler work);  // runs once the loop is idle, in order
+  int result = 0;            // what a modal form leaves to its caller
   bool readOnly = false;
 
   // For the host and the renderer.

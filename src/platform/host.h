@@ -23,9 +23,11 @@ namespace tolvex {
 class ObjectFactory {
  public:
   virtual ~ObjectFactory() = default;
-  virtual std::shared_ptr<VXObjectUIO> open(std::string_view reference) = 0;  // null: no such object
-  virtual std::shared_ptr<VXObjectUIO> create(std::string_view kind) = 0;  // new, read; null on failure
-  virtual std::shared_ptr<VXObjectUI> kind(std::string_view code) = 0;     // with BO and VXS set
+  virtual std::shared_ptr<VXObjectUIO> open(
+      std::string_view reference) = 0;  // null: no such object
+  virtual std::shared_ptr<VXObjectUIO> create(
+      std::string_view kind) = 0;  // new, read; null on failure
+  virtual std::shared_ptr<VXObjectUI> kind(std::string_view code) = 0;  // with BO and VXS set
   // The generic halves that the module's classes wrap; no module class is involved.
   virtual std::shared_ptr<VXObjectUI> innerUI(std::string_view code) = 0;
   virtual std::shared_ptr<VXObjectUIO> innerUIO(std::string_view code) = 0;
@@ -107,7 +109,7 @@ class Clock {
 class MessagePump {
  public:
   virtual ~MessagePump() = default;
-  virtual void turn() = 0;  // draws; lets a stop command in, no other input
+  virtual void turn() = 0;           // draws; lets a stop command in, no other input
   virtual bool stopped() const = 0;  // the user asked to stop the long work
   virtual void busy(bool on) = 0;
   virtual void progress(std::string_view what, double share) = 0;  // 0..1
@@ -150,7 +152,7 @@ struct Picked {
 class Pickers {
  public:
   virtual ~Pickers() = default;
-  virtual std::optional<Picked> pick(const PickRequest& request) = 0;  // nothing: cancelled
+  virtual std::optional<Picked> pick(const PickRequest& request) = 0;    // nothing: cancelled
   virtual std::optional<Picked> lookup(std::string_view reference) = 0;  // text of a reference
 };
 
@@ -160,7 +162,8 @@ class Help {
   virtual void show(std::string_view page, std::string_view title) = 0;
 };
 
-// --- the context ----------------------------------------------------------------------------------
+// --- the context
+// ----------------------------------------------------------------------------------
 
 class HostContext {
  public:
@@ -180,7 +183,18 @@ class HostContext {
   virtual Dialogs& dialogs() = 0;
   virtual Pickers& pickers() = 0;
   virtual Help& help() = 0;
+
+  // Grows whenever the user was interrupted by a box, a dialog or a modal screen. A host notes
+  // each one it shows; Input compares the count to drop an act that ran into a box on its way.
+  void noteInterruption() { ++interruptions_; }
+  unsigned interruptions() const { return interruptions_; }
+
+ private:
+  unsigned interruptions_ = 0;
 };
+
+// A message box, noted as an interruption.
+Answer show(HostContext& host, const Message& message);
 
 // A message box with an exclamation mark and the host's title.
 void warn(HostContext& host, std::string text);

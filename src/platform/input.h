@@ -2,9 +2,12 @@
 //
 // Every act on a control first asks whether the control can be used, then moves the focus to it
 // (leaving the old field with its veto and its handler), then changes the state and calls the
-// handler. When leaving a field showed a message or moved the focus elsewhere, the act that caused
-// it is dropped. Each function returns "" when the act was done, otherwise why not ("disabled",
-// "hidden", "kept in txtSum", …), in English, for scripts and logs.
+// handler. When leaving a field showed a message (HostContext::interruptions grew) or moved the
+// focus elsewhere, the act that caused it is dropped: a click on "save" does not save behind a
+// warning. A message alone lets the focus go, so that the user is not caught in the field. Cancel
+// buttons skip the veto and are never dropped. Handlers run only when something really changed.
+// Each function returns "" when the act was done, otherwise why not ("disabled: …", "hidden: …",
+// "kept in txtSum", "dropped: …"), in English, for scripts and logs.
 #pragma once
 
 #include <optional>
@@ -22,8 +25,8 @@ class Input {
   explicit Input(Form& form) : form_(form) {}
 
   std::string focus(Control& control);
-  std::string leave();                                          // no field has the focus
-  std::string enter(Control& box, std::string_view text);       // replaces the text of a box as typed
+  std::string leave();                                     // no field has the focus
+  std::string enter(Control& box, std::string_view text);  // replaces the text of a box as typed
   std::string typeText(TextBox& box, std::string text, int caret);  // as it now stands in the box
   std::string choose(ComboBox& combo, int index);
   std::string typeCombo(ComboBox& combo, std::string_view text);
@@ -31,7 +34,7 @@ class Input {
   std::string date(DatePicker& picker, std::optional<DateTime> value);
   std::string check(CheckBox& box, bool on);
   std::string choose(OptionButton& option);
-  std::string click(Control& control);                          // buttons, labels, panels
+  std::string click(Control& control);  // buttons, labels, panels
   std::string rightClick(Control& control);
   std::string doubleClick(Control& control);
   std::string select(ListView& list, int row);
@@ -46,11 +49,14 @@ class Input {
   std::string pick(MenuItem& item);
   std::string drop(Control& control, const std::string& reference);
   std::string tick(Timer& timer);
-  std::string close();                                          // as the close box: asks mayClose
+  std::string close();  // as the close box: asks mayClose
 
  private:
   // Asks, focuses, and says whether the act may go on.
   std::string begin(Control& control, bool isCancel = false);
+  std::string moveFocus(Control& control, bool isCancel);
+  std::string keptIn(Control& control);
+  std::string setText(TextBox& box, std::string text, int caret);
   Form& form_;
 };
 

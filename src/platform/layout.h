@@ -16,6 +16,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tolvex::ui {
@@ -38,12 +39,15 @@ class LayoutError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// Builds the tree of a form's picture and sets Control::parent. Throws LayoutError for an unknown,
-// doubled or left-out control.
+// Builds the tree of a form's picture and sets Control::parent and page. Throws LayoutError for an
+// unknown, doubled or left-out control; a control that is invisible from the start may be left out.
 Node buildLayout(Form& form, const char* picture);
 
 // Every shown control of the form with its state, in layout order, as text: `name "caption" value`,
 // "-" before disabled ones, lists as tables.
 std::string describe(Form& form);
+
+// A caption as it is read: "&Save" is "Save", "&&" is "&".
+std::string withoutAccessKey(std::string_view caption);
 
 }  // namespace tolvex::ui

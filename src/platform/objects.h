@@ -111,7 +111,9 @@ class VXObjectUIO : public Object {
   MethodResult Methods(std::string key, std::initializer_list<Variant> par) {
     return Methods(std::move(key), std::span<const Variant>(par.begin(), par.size()));
   }
-  MethodResult Methods(std::string key) { return Methods(std::move(key), std::span<const Variant>{}); }
+  MethodResult Methods(std::string key) {
+    return Methods(std::move(key), std::span<const Variant>{});
+  }
 };
 
 }  // namespace tolvex

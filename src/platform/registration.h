@@ -11,7 +11,7 @@
 namespace tolvex {
 
 struct LayoutNode {
-  std::string right;    // component that must grant view; "" needs none
+  std::string right;  // component that must grant view; "" needs none
   std::string caption;
   std::string code;
   std::vector<std::string> registered;  // object codes served by the node
