@@ -39,4 +39,17 @@ class Stage {
   virtual void statusChanged() = 0;                      // Workspace::status() reads otherwise
 };
 
+// What stands in front of the open screens, for a script that acts in the user's place. A stage
+// that scripts drive is a Playground too; its loops let the script act whenever they are idle.
+class Playground {
+ public:
+  virtual ~Playground() = default;
+  virtual const Message* openMessage() const = 0;  // the box in front of everything, or null
+  virtual void answer(Answer answer) = 0;          // presses a button of that box
+  virtual ui::Form* modalForm() const = 0;         // the innermost modal form, or null
+  virtual ui::Menu* openMenu() const = 0;          // the menu that was popped up last, or null
+  virtual void closeMenu() = 0;
+  virtual bool shot(const std::string& path) = 0;  // writes a picture; false without a window
+};
+
 }  // namespace tolvex

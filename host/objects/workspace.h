@@ -40,11 +40,16 @@ class Workspace {
   // The user closes a screen; false when it refused.
   bool close(ui::Form& form);
   bool closeAll();
-  // To be called once the loop is idle: runs work put off by forms, drops closed screens.
+  // To be called once a loop is idle, also inside a modal one: runs work put off by forms; outside
+  // of modal calls it also drops closed screens and reads stale lists again.
   void idle();
+  // Every act of the user passes through here: what a handler throws becomes the box "Klaida!" with
+  // the description, and the screen stays. Gives back what the act gives (see platform/input.h).
+  std::string gesture(const std::function<std::string()>& act);
+  void refresh();                   // F5: rights, tree and list are read again
 
   struct Status {
-    std::string firm, user, books, period, locks;
+    std::string firm, user, books, period, locks;  // period: of the kind in the list
   };
   const Status& status() const;
 
@@ -53,7 +58,5 @@ class Workspace {
   std::unique_ptr<Impl> impl_;
 };
 
-// Loads the module library. Throws std::runtime_error with a text for the user.
-std::unique_ptr<Module> loadModule(const std::string& path);
 
 }  // namespace tolvex

@@ -1,0 +1,129 @@
+#include "host/objects/kinds.h"
+
+#include "framework/references.h"
+
+namespace tolvex {
+namespace {
+
+const std::vector<ListColumn>& nameColumns() {
+  static const std::vector<ListColumn> columns = {
+      {"Name", "Pavadinimas", 40, CellFormat::Text, true}};
+  return columns;
+}
+
+const std::vector<KindView>& views() {
+  static const std::vector<KindView> table = {
+      {"O0201400", "Finansinių operacijų apskaita", Grouping::Tree, nameColumns()},
+      {"O0201500", "Finansinės operacijos", Grouping::None, operationColumns()},
+      {"O0200400",
+       "Sąskaitų planas",
+       Grouping::Whole,
+       {{"Account", "Sąskaita", 12},
+        {"Name", "Pavadinimas", 50, CellFormat::Text, true},
+        {"Type", "Tipas", 6}}},
+      {"O0200401",
+       "Naujas sąskaitų planas",
+       Grouping::Whole,
+       {{"Account", "Sąskaita", 12},
+        {"Name", "Pavadinimas", 50, CellFormat::Text, true},
+        {"Type", "Tipas", 6}}},
+      {"O0200500", "Žurnalai", Grouping::Tree, nameColumns()},
+      {"O0201300",
+       "Sąskaitų blokavimas",
+       Grouping::None,
+       {{"Preview", "Sąskaita", 44, CellFormat::Text, true},
+        {"DateToHigh", "Vadovo data", 12, CellFormat::Date},
+        {"DateToLow", "Vartotojo data", 12, CellFormat::Date}}},
+      {"O0201600", "Finansinių operacijų šablonai", Grouping::Tree, nameColumns()},
+      {"O0201700", "Apmokėjimo šablonai", Grouping::Tree, nameColumns()},
+      {"O0000100",
+       "Įmonės",
+       Grouping::None,
+       {{"Preview", "Pavadinimas", 40, CellFormat::Text, true},
+        {"Code", "Kodas", 12},
+        {"VATCode", "PVM kodas", 14}}},
+      {"O0001402",
+       "Fiziniai asmenys",
+       Grouping::None,
+       {{"Preview", "Vardas, pavardė", 40, CellFormat::Text, true},
+        {"PersCode", "Asmens kodas", 14}}},
+      {"O0001401",
+       "Darbuotojai",
+       Grouping::None,
+       {{"Preview", "Vardas, pavardė", 40, CellFormat::Text, true},
+        {"UsrTitle", "Pareigos", 24}}},
+      {"O0000300",
+       "Bankai",
+       Grouping::None,
+       {{"Preview", "Pavadinimas", 40, CellFormat::Text, true},
+        {"Code", "Kodas", 10},
+        {"SWIFT", "SWIFT", 12}}},
+      {"O0000500",
+       "Banko sąskaitos",
+       Grouping::None,
+       {{"Preview", "Bankas, sąskaita", 50, CellFormat::Text, true}}},
+      {"O0002200",
+       "Valiuta",
+       Grouping::None,
+       {{"Code", "Kodas", 8}, {"Name", "Pavadinimas", 30, CellFormat::Text, true}}},
+      {"O0001601", "Paskirtys", Grouping::None, nameColumns()},
+      {"O0000200", "Prekės", Grouping::None, nameColumns()},
+      {"O0202100", "Komandiruotės", Grouping::None, nameColumns()},
+      {"O0001900", "Papildomos ataskaitos", Grouping::None, nameColumns()},
+  };
+  return table;
+}
+
+const KindView* find(std::string_view code) {
+  for (const KindView& view : views())
+    if (view.code == code) return &view;
+  return nullptr;
+}
+
+}  // namespace
+
+const std::vector<ListColumn>& operationColumns() {
+  static const std::vector<ListColumn> columns = {
+      {"DateD", "Data", 11, CellFormat::Date},
+      {"Number", "Numeris", 12},
+      {"Comment", "Komentaras", 50, CellFormat::Text, true},
+      {"SumA", "Suma, Lt", 14, CellFormat::Sum}};
+  return columns;
+}
+
+const KindView* kindView(std::string_view code) {
+  const KindView* own = find(kindOf(code));
+  return own ? own : find(familyCode(code));
+}
+
+std::string familyCode(std::string_view code) {
+  std::string family(kindOf(code));
+  if (family.size() == kKindLength) family.replace(kKindLength - 2, 2, "00");
+  return family;
+}
+
+std::string kindCaption(std::string_view code) {
+  const KindView* view = kindView(code);
+  return view ? view->caption : std::string(code);
+}
+
+std::string cellText(RowSet& rows, const ListColumn& column, const NumberFormat& format) {
+  if (!rows.Fields().contains(column.field)) return {};
+  const Variant value = rows[column.field].Value();
+  if (value.IsAbsent()) return {};
+  if (column.format == CellFormat::Sum && value.IsNumber())
+    return formatNumber(value.AsDouble(), 2, format);
+  return value.Show();
+}
+
+std::vector<ui::Column> viewColumns(const std::vector<ListColumn>& columns) {
+  std::vector<ui::Column> result;
+  for (const ListColumn& column : columns) {
+    const ui::Align align =
+        column.format == CellFormat::Sum ? ui::Align::Right : ui::Align::Left;
+    result.push_back({column.caption, column.chars, align, column.grow, column.field});
+  }
+  return result;
+}
+
+}  // namespace tolvex
