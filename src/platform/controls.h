@@ -179,7 +179,7 @@ struct Column {
   int chars = 10;
   Align align = Align::Left;
   bool grow = false;
-  std::string key;  // for columns that users place and resize
+  std::string key = {};  // for columns that users place and resize
 };
 
 struct Cell {
