@@ -24,8 +24,10 @@ using Progress = std::function<bool(std::string_view what, double share)>;  // f
 struct NewBooks {
   bool demoCompany = false;  // firms, accounts, rates and the worked operations
 };
-// Makes schema and seed in one transaction on an empty place.
+// Makes schema and seed in one transaction on an empty place. A file appears whole or not at all.
 void createBooks(const std::string& place, const NewBooks& what);
+// The same in a database at hand, which holds no books yet.
+void initBooks(Database& db, const NewBooks& what, const Session::ClockFunction& clock = {});
 
 // Opens, migrates an older schema, refuses a newer one, a damaged file, a file that is none.
 // `login` must exist and be active, with the right password where it has one.
@@ -33,13 +35,18 @@ std::unique_ptr<Session> openBooks(const std::string& place, const std::string& 
                                    const std::string& password,
                                    Session::ClockFunction clock = {});
 
+// The same over a database at hand.
+std::unique_ptr<Session> openSession(std::unique_ptr<Database> db, const std::string& login,
+                                     const std::string& password,
+                                     Session::ClockFunction clock = {});
+
 struct Finding {
   std::string check;  // "roll-ups", "open items", "numbers", "orphans", "balance", …
   std::string text;
 };
 // Books against roll-ups, open items against balances, numbers, orphans. Empty: clean.
 std::vector<Finding> verifyBooks(Database& db, const Progress& progress = {});
-// Makes the derived tables anew from the base tables.
+// Makes the derived tables anew from the base tables, in the open transaction or in one of its own.
 void rebuildBooks(Database& db, const Progress& progress = {});
 
 // One format for both engines: an SQLite file with every base table, written under a temporary name

@@ -16,6 +16,9 @@ namespace tolvex::store {
 
 enum class Engine { Sqlite, Postgres };
 
+// Marks books among other SQLite files ("TLVX").
+inline constexpr int kApplicationId = 0x544C5658;
+
 class DatabaseError : public std::runtime_error {
  public:
   enum class Kind {
@@ -51,7 +54,7 @@ class Statement {
   }
 
   virtual bool step() = 0;   // true: a row stands ready
-  virtual void reset() = 0;  // for the next round with other parameters
+  virtual void reset() = 0;  // for the next round; parameters stay bound
   int run();                 // steps to the end, resets; rows changed
   virtual int changes() const = 0;
 
@@ -59,6 +62,10 @@ class Statement {
   virtual std::int64_t integer(int column) const = 0;  // null reads as 0
   virtual double real(int column) const = 0;
   virtual std::string_view text(int column) const = 0;  // null reads as ""; valid until the next step
+
+ private:
+  friend class StatementLease;
+  virtual void clear() noexcept = 0;  // resets and forgets the parameters
 };
 
 class StatementLease {  // what prepare gives: a pointer that returns its statement to the cache
@@ -83,8 +90,9 @@ class Database {
   virtual StatementLease prepare(std::string_view sql) = 0;
   virtual void execute(std::string_view script) = 0;  // one or more statements, no parameters
 
-  virtual void beginWrite() = 0;  // SQLite: immediate; PostgreSQL: read committed
-  virtual void beginRead() = 0;   // one snapshot for all reads until commit
+  virtual void beginWrite() = 0;      // SQLite: immediate; PostgreSQL: read committed
+  virtual void beginExclusive() = 0;  // a write that waits for all other writers and holds them off
+  virtual void beginRead() = 0;       // one snapshot for all reads until commit
   virtual void commit() = 0;
   virtual void rollback() noexcept = 0;  // harmless without a transaction
   virtual bool inTransaction() const = 0;
@@ -92,19 +100,27 @@ class Database {
   // How many times this connection made data durable; for the measurement of one flush a save.
   virtual std::int64_t flushes() const { return -1; }
 
-  // "books.tolvex" or a path; "postgresql://…". Throws DatabaseError with a text for users.
+  // After Lost: connects again. False when the other side still does not answer; statements that
+  // were prepared before are prepared anew.
+  virtual bool reconnect() { return false; }
+
+  // "books.tolvex" or a path; "postgresql://…". Throws DatabaseError with a text for users. A file
+  // that is no database is found out by the first statement, not here; it is never changed.
   struct Options {
-    bool create = false;     // SQLite: make the file (fails when it exists)
-    bool inMemory = false;
+    bool create = false;    // SQLite: make the file (fails when it exists)
+    bool inMemory = false;  // SQLite without a file; the url is not used
+    bool readOnly = false;  // SQLite
     int busyMilliseconds = 10000;
   };
   static std::unique_ptr<Database> open(const std::string& url, const Options& options);
 };
 
+bool isPostgresUrl(std::string_view place);
+
 // Rolls back at the end of the scope unless committed.
 class Transaction {
  public:
-  enum class For { Read, Write };
+  enum class For { Read, Write, Exclusive };
   Transaction(Database& db, For purpose);
   ~Transaction();
   Transaction(const Transaction&) = delete;

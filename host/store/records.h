@@ -4,7 +4,10 @@
 // Refusal; the session rolls back.
 #pragma once
 
+#include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "framework/recordset.h"
 #include "host/store/session.h"
@@ -14,18 +17,36 @@ namespace tolvex::store {
 class RecordHandler {
  public:
   virtual ~RecordHandler() = default;
+  // Null when there is no such record.
   virtual RowSetPtr load(Session& session, std::string_view kind, int id) const = 0;
   virtual RowSetPtr create(Session& session, std::string_view kind, std::string_view otype) const = 0;
-  // `changes` is RowSet::Changes of the header. Writes what is new (ids, version, number) into
+  // `changes` is RowSet::Changes of the header, never without its row; `second` and `third` are those
+  // of the further sets, or null. Writes what is new (ids, version, number) into
   // `changes`; the session copies it back and accepts after the commit. Returns the id.
   virtual int save(Session& session, std::string_view kind, std::string_view otype, RowSet& changes,
                    RowSet* second, RowSet* third) const = 0;
   virtual void erase(Session& session, std::string_view kind, int id) const = 0;
-  virtual RowSetPtr list(Session& session, std::string_view kind, std::string_view first,
-                         std::string_view second, std::string_view third) const = 0;
+  // Arguments as listArguments gives them.
+  virtual RowSetPtr list(Session& session, std::string_view kind,
+                         std::span<const std::string> arguments) const = 0;
 };
 
 // Null for a kind that the store does not keep.
 const RecordHandler* recordHandler(std::string_view kind);
+
+// What a list is asked for, one text each. `first` may be a whole parameter text of its own
+// ("'','filter'", "'from','to','parent','filter'"); then the others are not used.
+std::vector<std::string> listArguments(std::string_view first, std::string_view second,
+                                       std::string_view third);
+
+// The columns that every list begins with.
+inline constexpr ColumnSpec kListColumns[] = {
+    {"OIDR", FieldType::Text},     {"OID", FieldType::Text},   {"ParentID", FieldType::Integer},
+    {"ParentOIDR", FieldType::Text}, {"OType", FieldType::Text}, {"GroupFlag", FieldType::Integer},
+    {"Name", FieldType::Text},     {"Preview", FieldType::Text}};
+
+// Narrows a list by a filter text. A list that is longer than a tree can show is refused (1207).
+RowSetPtr finishList(RowSetPtr rows, std::string_view filter);
+inline constexpr std::size_t kLongestList = 100000;
 
 }  // namespace tolvex::store

@@ -47,7 +47,7 @@ struct Routine {
   Variant (*answer)(Session& session, const std::vector<Argument>& arguments, std::string_view kind);
 };
 
-// Of all files routines_*.cpp, joined.
+// Of all files routines_*.cpp, joined in routine_table.cpp.
 const std::vector<Routine>& routineTable();
 // Null when there is none. Kind and name without regard to case; narrow codes ("O0201504") find
 // the routine of their family.
@@ -55,8 +55,20 @@ const Routine* findRoutine(std::string_view kind, std::string_view method);
 // The family whose table and routines a kind shares: "O0201504" -> "O0201500".
 std::string_view familyOf(std::string_view kind);
 
+// The arguments of a call, as many as the routine declares (those left out are absent). Throws
+// Refusal 1207, which names the routine and shows the parameters, when they do not fit.
+std::vector<Argument> argumentsFor(const Routine& routine, std::string_view kind,
+                                   std::string_view parameters);
+
 // Answer of a query as a set: makes a set of the columns, then a loaded row for each row of the
-// statement, column by column; `fill` may instead be written by hand where columns differ.
+// statement, column by column. A Double column with a size is kept as an integer of that
+// many decimals (2: cents); a Date column as yyyymmdd.
 RowSetPtr rowsOf(Statement& statement, const ColumnSpec* columns, int count);
+template <std::size_t N>
+RowSetPtr rowsOf(Statement& statement, const ColumnSpec (&columns)[N]) {
+  return rowsOf(statement, columns, static_cast<int>(N));
+}
+// The value of one column of a statement's row, by the same rule.
+Variant valueOf(const Statement& statement, int column, const ColumnSpec& spec);
 
 }  // namespace tolvex::store

@@ -6,8 +6,8 @@
 #pragma once
 
 #include <functional>
-#include <map>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -81,21 +81,26 @@ class Session final : public StorePort {
   Database& db() { return *db_; }
   const User& user() const { return user_; }
   DateTime now() const { return clock_(); }
-  Flags rights(std::string_view component);  // "CBROperRights"+id falls back to the bare name
+  // "CBROperRights5" and "CBROperGroupRights5" take the rights of the bare name until they have
+  // been granted themselves; an unknown component grants nothing.
+  Flags rights(std::string_view component);
   NumberOffer& offer() { return offer_; }
+  // The key of the present save for its row in the protocol. Asking for it promises that row: when
+  // the connection breaks during the commit, the row tells whether the save took place.
+  const std::string& saveKey();
 
- private:
-  struct Caches;
   // Runs `work` in a transaction, retries a busy engine, and turns failures into code and text.
   HostResult guarded(Transaction::For purpose, const std::function<Variant()>& work);
-  void checkEpoch();
+
+ private:
+  bool storedDespiteLostConnection();
 
   std::unique_ptr<Database> db_;
   User user_;
   ClockFunction clock_;
   NumberOffer offer_;
-  std::unique_ptr<Caches> caches_;
   int epoch_ = 0;
+  std::string saveKey_;  // empty: the present call writes no protocol
 };
 
 }  // namespace tolvex::store

@@ -1,0 +1,134 @@
+#include "host/store/books.h"
+
+#include <filesystem>
+
+#include "host/store/schema.h"
+#include "host/store/seed.h"
+#include "host/store/users.h"
+
+namespace tolvex::store {
+namespace {
+
+namespace fs = std::filesystem;
+using Kind = DatabaseError::Kind;
+
+BooksError problem(const std::string& place, const std::string& what) {
+  return BooksError("„" + place + "“: " + what);
+}
+
+// What an engine's failure means to the person who opens or makes books.
+BooksError explained(const std::string& place, const DatabaseError& error) {
+  switch (error.kind) {
+    case Kind::Busy:
+      return problem(place, "duomenų bazę užrakino kita programa, bandykite vėliau.");
+    case Kind::Full:
+      return problem(place, "diske nebėra vietos.");
+    case Kind::ReadOnly:
+      return problem(place, "duomenų bazė skirta tik skaityti.");
+    case Kind::Damaged:
+      return problem(place, "failas sugadintas arba tai ne buhalterijos duomenų bazė.");
+    case Kind::Lost:
+      return problem(place, "nepavyko prisijungti prie duomenų bazės serverio: " +
+                                std::string(error.what()));
+    default:
+      return problem(place, error.what());
+  }
+}
+
+void checkFile(const std::string& place) {
+  std::error_code error;
+  const fs::file_status status = fs::status(place, error);
+  if (!fs::exists(status)) throw problem(place, "tokio failo nėra.");
+  if (!fs::is_regular_file(status)) throw problem(place, "tai ne failas.");
+}
+
+// Reads only, so that a file that is not ours, or not ours any more, stays as it is.
+int checkedSchema(Database& db, const std::string& place) {
+  const int schema = storedSchema(db);
+  if (schema == 0) throw problem(place, "tai ne buhalterijos duomenų bazė.");
+  if (schema > schemaVersion()) {
+    throw problem(place, "duomenų bazė sukurta naujesne programos versija (schema " +
+                             std::to_string(schema) + ", ši programa skaito iki " +
+                             std::to_string(schemaVersion()) + ").");
+  }
+  return schema;
+}
+
+void upgrade(Database& db, int from) {
+  if (from == schemaVersion()) return;
+  Transaction transaction(db, Transaction::For::Exclusive);
+  migrate(db, storedSchema(db));  // another client may have been first
+  raiseEpoch(db);
+  transaction.commit();
+}
+
+void removeFile(const std::string& file) {
+  std::error_code ignored;
+  for (const char* suffix : {"", "-wal", "-shm", "-journal"}) fs::remove(file + suffix, ignored);
+}
+
+void createFile(const std::string& place, const NewBooks& what) {
+  std::error_code error;
+  if (fs::exists(place, error)) throw problem(place, "toks failas jau yra.");
+  const std::string unfinished = place + ".new";
+  removeFile(unfinished);
+  try {
+    Database::Options options;
+    options.create = true;
+    initBooks(*Database::open(unfinished, options), what);
+    fs::rename(unfinished, place);
+  } catch (const fs::filesystem_error& renaming) {
+    removeFile(unfinished);
+    throw problem(place, renaming.code().message());
+  } catch (...) {
+    removeFile(unfinished);
+    throw;
+  }
+}
+
+}  // namespace
+
+void initBooks(Database& db, const NewBooks&, const Session::ClockFunction&) {
+  Transaction transaction(db, Transaction::For::Exclusive);
+  migrate(db, 0);
+  setMetaValue(db, "epoch", "1");
+  seedCompany(db);
+  transaction.commit();
+}
+
+void createBooks(const std::string& place, const NewBooks& what) {
+  try {
+    if (!isPostgresUrl(place)) return createFile(place, what);
+    const auto db = Database::open(place, {});
+    if (storedSchema(*db) != 0) throw problem(place, "buhalterijos duomenų bazė čia jau yra.");
+    initBooks(*db, what);
+  } catch (const DatabaseError& error) {
+    throw explained(place, error);
+  }
+}
+
+std::unique_ptr<Session> openSession(std::unique_ptr<Database> db, const std::string& login,
+                                     const std::string& password, Session::ClockFunction clock) {
+  auto user = authenticate(*db, login, password);
+  if (!user) throw BooksError("Neteisingas vartotojo vardas arba slaptažodis!");
+  return std::make_unique<Session>(std::move(db), *std::move(user), std::move(clock));
+}
+
+std::unique_ptr<Session> openBooks(const std::string& place, const std::string& login,
+                                   const std::string& password, Session::ClockFunction clock) {
+  try {
+    if (!isPostgresUrl(place)) checkFile(place);
+    auto db = Database::open(place, {});
+    const int schema = checkedSchema(*db, place);
+    {
+      // Asks for the right to write, so that a file that cannot be written is known at once.
+      Transaction probe(*db, Transaction::For::Write);
+    }
+    upgrade(*db, schema);
+    return openSession(std::move(db), login, password, std::move(clock));
+  } catch (const DatabaseError& error) {
+    throw explained(place, error);
+  }
+}
+
+}  // namespace tolvex::store

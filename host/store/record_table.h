@@ -1,0 +1,16 @@
+// The parts of the table of record handlers, one for each file records_*.cpp.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+#include "host/store/records.h"
+
+namespace tolvex::store {
+
+struct HandlerRow {
+  std::string_view kinds;  // object codes joined by blanks
+  const RecordHandler* handler;
+};
+
+}  // namespace tolvex::store

@@ -1,0 +1,118 @@
+// Routines of users, rights, settings and the own firm; and those that every kind answers.
+#include "framework/references.h"
+#include "host/store/records.h"
+#include "host/store/routine_table.h"
+
+namespace tolvex::store {
+namespace {
+
+using Arguments = std::vector<Argument>;
+
+Variant GetVXObject(Session& session, const Arguments& arguments, std::string_view kind) {
+  const bool whole = isRef(arguments[0].str());
+  const std::string reference =
+      whole ? arguments[0].str() : refOf(kind, std::atoi(arguments[0].str().c_str()));
+  const RecordHandler* const handler = recordHandler(kindOf(reference));
+  if (!handler) throw Refusal(kUnknownRoutine, "Nežinoma objekto rūšis: " + reference);
+  RowSetPtr record = handler->load(session, kindOf(reference), idOf(reference));
+  if (!record) throw Refusal(kObjectGone, "Objektas panaikintas!");
+  record->MoveFirst();
+  return record;
+}
+
+Variant GetVXObjectList(Session& session, const Arguments& arguments, std::string_view kind) {
+  const RecordHandler* const handler = recordHandler(kind);
+  if (!handler) throw Refusal(kUnknownRoutine, "Nežinoma objekto rūšis: " + std::string(kind));
+  std::vector<std::string> texts;
+  for (const Argument& argument : arguments) {
+    if (!argument.absent()) texts.push_back(argument.str());
+  }
+  return handler->list(session, kind, texts);
+}
+
+constexpr ColumnSpec kRights[] = {{"View", FieldType::SmallInt},
+                                  {"Delete", FieldType::SmallInt},
+                                  {"Edit", FieldType::SmallInt},
+                                  {"Create", FieldType::SmallInt},
+                                  {"Admin", FieldType::SmallInt}};
+
+Variant GetRights(Session& session, const Arguments& arguments, std::string_view) {
+  const Flags flags = session.rights(arguments[0].str());
+  RowSetPtr rows = RowSet::make(kRights);
+  rows->LoadRow();
+  (*rows)["View"] = Variant(int{flags.view});
+  (*rows)["Delete"] = Variant(int{flags.remove});
+  (*rows)["Edit"] = Variant(int{flags.edit});
+  (*rows)["Create"] = Variant(int{flags.create});
+  (*rows)["Admin"] = Variant(int{flags.admin});
+  return rows;
+}
+
+constexpr ColumnSpec kUser[] = {{"ID", FieldType::Integer},
+                                {"OIDR", FieldType::Text},
+                                {"Name", FieldType::Text},
+                                {"UserPref", FieldType::Text},
+                                {"Login", FieldType::Text}};
+
+Variant GetUser(Session& session, const Arguments&, std::string_view) {
+  const User& user = session.user();
+  RowSetPtr rows = RowSet::make(kUser);
+  rows->LoadRow();
+  (*rows)["ID"] = Variant(user.id);
+  (*rows)["OIDR"] = user.reference;
+  (*rows)["Name"] = user.name;
+  (*rows)["UserPref"] = user.prefix;
+  (*rows)["Login"] = user.login;
+  return rows;
+}
+
+constexpr ColumnSpec kSetting[] = {{"Value", FieldType::Text}};
+
+// The user's own setting, else the one that is meant for all, else the default.
+Variant GetSetting(Session& session, const Arguments& arguments, std::string_view) {
+  auto query = session.db().prepare(
+      "SELECT value FROM user_setting WHERE user_id IN ($1, 0) AND object_code = $2 AND name = $3"
+      " ORDER BY user_id DESC");
+  query->bind(1, session.user().id).bind(2, arguments[0].str()).bind(3, arguments[1].str());
+  RowSetPtr rows = RowSet::make(kSetting);
+  rows->LoadRow();
+  (*rows)["Value"] = query->step() ? std::string(query->text(0)) : arguments[2].str();
+  return rows;
+}
+
+Variant SaveSetting(Session& session, const Arguments& arguments, std::string_view) {
+  auto write = session.db().prepare(
+      "INSERT INTO user_setting (user_id, object_code, name, value) VALUES ($1, $2, $3, $4)"
+      " ON CONFLICT (user_id, object_code, name) DO UPDATE SET value = excluded.value");
+  write->bind(1, session.user().id)
+      .bind(2, arguments[0].str())
+      .bind(3, arguments[1].str())
+      .bind(4, arguments[2].str());
+  write->run();
+  return {};
+}
+
+Variant GetMyFirm(Session& session, const Arguments&, std::string_view) {
+  auto own = session.db().prepare("SELECT id FROM firm WHERE own_firm = 1");
+  if (!own->step()) throw Refusal(kObjectGone, "Nenurodyta sava įmonė!");
+  const int id = static_cast<int>(own->integer(0));
+  RowSetPtr firm = recordHandler("O0000100")->load(session, "O0000100", id);
+  firm->MoveFirst();
+  return firm;
+}
+
+constexpr Routine kRoutines[] = {
+    {"*", "GetVXObject", "r", false, GetVXObject},
+    {"*", "GetVXObjectList", "TTTT", false, GetVXObjectList},
+    {"*", "GetRights", "t", false, GetRights},
+    {"*", "GetUser", "", false, GetUser},
+    {"*", "GetSetting", "ttT", false, GetSetting},
+    {"*", "SaveSetting", "ttt", true, SaveSetting},
+    {"O0000100", "GetMyFirm", "", false, GetMyFirm},
+};
+
+}  // namespace
+
+std::span<const Routine> hostRoutines() { return kRoutines; }
+
+}  // namespace tolvex::store

@@ -1,0 +1,115 @@
+#include "host/store/session.h"
+
+#include <chrono>
+#include <ctime>
+#include <thread>
+
+#include "host/store/guid.h"
+#include "host/store/schema.h"
+
+namespace tolvex::store {
+namespace {
+
+using Kind = DatabaseError::Kind;
+
+constexpr int kPausesMs[] = {50, 100, 200};
+
+DateTime systemClock() {
+  const std::time_t now = std::time(nullptr);
+  const std::tm* local = std::localtime(&now);
+  return DateTime::Of(local->tm_year + 1900, static_cast<unsigned>(local->tm_mon + 1),
+                      static_cast<unsigned>(local->tm_mday), local->tm_hour, local->tm_min,
+                      local->tm_sec);
+}
+
+HostResult answerTo(const DatabaseError& error) {
+  switch (error.kind) {
+    case Kind::Busy:
+      return {kBusy, "Duomenų bazė užimta, bandykite dar kartą!", {}};
+    case Kind::Unique:
+      return {kDuplicate, "Toks įrašas jau egzistuoja!", {}};
+    case Kind::Reference:
+      return {kReferred, "Įraše nurodytas objektas neegzistuoja arba įrašas nurodytas kitur!", {}};
+    case Kind::Full:
+      return {kEngine, "Diske nebėra vietos, duomenys neįrašyti!", {}};
+    case Kind::ReadOnly:
+      return {kEngine, "Duomenų bazė skirta tik skaityti!", {}};
+    case Kind::Damaged:
+      return {kEngine, "Duomenų bazė sugadinta: " + std::string(error.what()), {}};
+    case Kind::Lost:
+      return {kEngine, "Ryšys su duomenų baze nutrūko: " + std::string(error.what()), {}};
+    case Kind::Check:
+    case Kind::Other:
+      break;
+  }
+  return {kEngine, error.what(), {}};
+}
+
+}  // namespace
+
+Session::Session(std::unique_ptr<Database> db, User user, ClockFunction clock)
+    : db_(std::move(db)),
+      user_(std::move(user)),
+      clock_(clock ? std::move(clock) : ClockFunction(systemClock)),
+      epoch_(storedEpoch(*db_)) {}
+
+Session::~Session() = default;
+
+HostResult Session::guarded(Transaction::For purpose, const std::function<Variant()>& work) {
+  for (std::size_t attempt = 0;; ++attempt) {
+    const bool last = attempt == std::size(kPausesMs);
+    bool committing = false;
+    Variant value;
+    saveKey_.clear();
+    try {
+      Transaction transaction(*db_, purpose);
+      if (storedEpoch(*db_) != epoch_) {
+        throw Refusal(kEpochChanged, "Duomenų bazė pakeista, atidarykite iš naujo!");
+      }
+      value = work();
+      committing = true;
+      transaction.commit();
+      return {kDone, "", value};
+    } catch (const Refusal& refusal) {
+      return {refusal.code, refusal.what(), {}};
+    } catch (const DatabaseError& error) {
+      const bool reconnected = error.kind == Kind::Lost && db_->reconnect();
+      if (committing && reconnected && !saveKey_.empty()) {
+        if (storedDespiteLostConnection()) return {kDone, "", value};
+      } else if (committing && purpose != Transaction::For::Read && error.kind == Kind::Lost) {
+        return {kEngine, "Ryšys su duomenų baze nutrūko: patikrinkite, ar įrašas įrašytas!", {}};
+      }
+      if (last || (error.kind != Kind::Busy && !reconnected)) return answerTo(error);
+    } catch (const std::exception& error) {
+      return {kEngine, error.what(), {}};
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(kPausesMs[attempt]));
+  }
+}
+
+bool Session::storedDespiteLostConnection() {
+  auto row = db_->prepare("SELECT 1 FROM oper_log WHERE save_key = $1");
+  row->bind(1, saveKey_);
+  return row->step();
+}
+
+const std::string& Session::saveKey() {
+  if (saveKey_.empty()) saveKey_ = newGuid();
+  return saveKey_;
+}
+
+Flags Session::rights(std::string_view component) {
+  std::string_view bare = component;
+  for (const std::string_view family : {"CBROperRights", "CBROperGroupRights"}) {
+    if (component.starts_with(family)) bare = family;
+  }
+  auto granted = db_->prepare(
+      "SELECT can_view, can_delete, can_edit, can_create, can_admin FROM right_grant"
+      " WHERE role_id = $1 AND component IN ($2, $3) ORDER BY LENGTH(component) DESC");
+  granted->bind(1, user_.roleId).bind(2, component).bind(3, bare);
+  if (!granted->step()) return {};
+  return {granted->integer(0) != 0, granted->integer(1) != 0, granted->integer(2) != 0,
+          granted->integer(3) != 0, granted->integer(4) != 0};
+}
+
+}  // namespace tolvex::store
