@@ -11,6 +11,7 @@
 // row, a filter that does not parse, a closed set, moving past an end a second time.
 #pragma once
 
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -53,6 +54,8 @@ class Table;
 class Field {
  public:
   Field(RowSet& set, int column) : set_(&set), column_(column) {}
+  Field(const Field&) = default;
+  Field& operator=(const Field&) = delete;  // neither copies the value nor follows: say which
 
   Variant Value() const;
   void SetValue(const Variant& value);
@@ -76,6 +79,10 @@ class Field {
   Field& operator=(std::string_view value);
   Field& operator=(const char* value) { return *this = std::string_view(value); }
   Field& operator=(const std::string& value) { return *this = std::string_view(value); }
+  template <std::integral Whole>
+  Field& operator=(Whole value) {
+    return *this = static_cast<double>(value);
+  }
 
  private:
   RowSet* set_;
