@@ -13,4 +13,12 @@ struct HandlerRow {
   const RecordHandler* handler;
 };
 
+std::span<const HandlerRow> planRecords();
+std::span<const HandlerRow> lockRecords();
+std::span<const HandlerRow> groupRecords();
+std::span<const HandlerRow> templateRecords();
+std::span<const HandlerRow> journalRecords();
+std::span<const HandlerRow> clientRecords();
+std::span<const HandlerRow> listRecords();
+
 }  // namespace tolvex::store

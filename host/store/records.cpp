@@ -10,7 +10,9 @@ namespace tolvex::store {
 const RecordHandler* recordHandler(std::string_view kind) {
   static const std::vector<HandlerRow> table = [] {
     std::vector<HandlerRow> all;
-    for (const std::span<const HandlerRow> part : std::initializer_list<std::span<const HandlerRow>>{}) {
+    for (const std::span<const HandlerRow> part :
+         {planRecords(), lockRecords(), groupRecords(), templateRecords(), journalRecords(),
+          clientRecords(), listRecords()}) {
       all.insert(all.end(), part.begin(), part.end());
     }
     return all;

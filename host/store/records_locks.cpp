@@ -1,0 +1,173 @@
+// Lock dates of accounts. Every account has its lock record, stored only while it holds a date, so
+// the record goes by the id of the account.
+#include <optional>
+
+#include "framework/references.h"
+#include "framework/text.h"
+#include "host/store/record_map.h"
+#include "host/store/record_table.h"
+#include "host/store/records.h"
+#include "host/store/routines.h"
+#include "host/store/sql.h"
+
+namespace tolvex::store {
+namespace {
+
+constexpr const char* kKind = "O0201300";
+constexpr const char* kComponent = "CAllAccLock";
+
+constexpr ColumnSpec kRecord[] = {
+    {"ID", FieldType::Integer},      {"OIDR", FieldType::Text},
+    {"OID", FieldType::Text},        {"OType", FieldType::Text},
+    {"Preview", FieldType::Text},    {"RowVersion", FieldType::Integer},
+    {"Account", FieldType::Text, 20}, {"DateToHigh", FieldType::Date},
+    {"DateToLow", FieldType::Date},  {"UserOIDR", FieldType::Text, 30}};
+constexpr ColumnSpec kList[] = {
+    {"OIDR", FieldType::Text},        {"OID", FieldType::Text},
+    {"ParentID", FieldType::Integer}, {"ParentOIDR", FieldType::Text},
+    {"OType", FieldType::Text},       {"GroupFlag", FieldType::Integer},
+    {"Name", FieldType::Text},        {"Preview", FieldType::Text},
+    {"ComponentID", FieldType::Text}, {"Account", FieldType::Text},
+    {"DateToHigh", FieldType::Date},  {"DateToLow", FieldType::Date},
+    {"BLOIDR", FieldType::Text}};
+
+constexpr const char* kLocked =
+    "SELECT a.id, a.code, a.name, l.day_high, l.day_low, l.row_version, u.employee_id"
+    " FROM account a LEFT JOIN account_lock l ON l.account_id = a.id"
+    " LEFT JOIN app_user u ON u.id = l.user_id WHERE a.plan IN (0, -9)";
+
+std::string shownName(int id, std::string_view name) {
+  return id == 0 ? "Likutis" : std::string(name);
+}
+
+Variant dayOrNull(const Statement& row, int column) {
+  return valueOf(row, column, {"", FieldType::Date});
+}
+
+std::optional<int> dayIn(Field field) {
+  if (field.IsAbsent()) return std::nullopt;
+  return field.Value().AsDate().DayNumber();
+}
+
+class LockRecords final : public RecordHandler {
+ public:
+  RowSetPtr load(Session& session, std::string_view, int id) const override {
+    auto query = bound(session.db(), kLocked + std::string(" AND a.id = $1"), id);
+    if (!query->step()) return nullptr;
+    const RowSetPtr record = RowSet::make(kRecord);
+    RowSet& row = *record;
+    row.LoadRow();
+    row["ID"] = Variant(id);
+    row["OIDR"] = refOf(kKind, id);
+    row["OID"] = refOf(kKind, id);
+    row["OType"] = kKind;
+    row["Preview"] = shownName(id, query->text(2));
+    row["RowVersion"] = Variant(static_cast<int>(query->integer(5)));
+    row["Account"] = query->text(1);
+    row["DateToHigh"] = dayOrNull(*query, 3);
+    row["DateToLow"] = dayOrNull(*query, 4);
+    row["UserOIDR"] = query->isNull(6)
+                          ? std::string()
+                          : refOf("O0001401", static_cast<int>(query->integer(6)));
+    return record;
+  }
+
+  RowSetPtr create(Session&, std::string_view, std::string_view) const override {
+    const RowSetPtr record = RowSet::make(kRecord);
+    record->AddNew();
+    (*record)["OType"] = kKind;
+    return record;
+  }
+
+  int save(Session& session, std::string_view, std::string_view, RowSet& row, RowSet*,
+           RowSet*) const override {
+    Database& db = session.db();
+    if (!session.rights(kComponent).edit) throw Refusal(kNoSaveRight, "Nėra teisės įrašyti!");
+    const auto high = dayIn(row["DateToHigh"]), low = dayIn(row["DateToLow"]);
+    if (high && low && *high > *low) {
+      refuseRule("Vadovo blokavimo data negali būti vėlesnė už vartotojo datą!");
+    }
+    const int account = heldAccount(db, row["Account"].Text());
+    const auto stored =
+        integerFrom(db, "SELECT row_version FROM account_lock WHERE account_id = $1", account);
+    if (row.State() != RowState::Added && stored.value_or(0) != static_cast<int>(row["RowVersion"].Number())) {
+      throw Refusal(kChangedByOther, "Įrašą pakeitė kitas vartotojas: sąskaita " +
+                                         std::string(row["Account"].Text()));
+    }
+    if (!high && !low) {
+      run(db, "DELETE FROM account_lock WHERE account_id = $1", account);
+    } else {
+      run(db,
+          "INSERT INTO account_lock (account_id, day_high, day_low, user_id)"
+          " VALUES ($1, $2, $3, $4) ON CONFLICT (account_id) DO UPDATE SET"
+          " day_high = excluded.day_high, day_low = excluded.day_low,"
+          " user_id = excluded.user_id, row_version = account_lock.row_version + 1",
+          account, high, low, session.user().id);
+    }
+    const RowSetPtr now = load(session, kKind, account);
+    now->MoveFirst();
+    for (const char* field : {"ID", "OIDR", "OID", "OType", "Preview", "RowVersion", "UserOIDR"}) {
+      row[field] = (*now)[field].Value();
+    }
+    return account;
+  }
+
+  void erase(Session& session, std::string_view, int id) const override {
+    if (!session.rights(kComponent).remove) {
+      throw Refusal(kEditedGone, "Nėra teisės panaikinti!");
+    }
+    if (run(session.db(), "DELETE FROM account_lock WHERE account_id = $1", id) == 0) {
+      throw Refusal(kObjectGone, "Objektas panaikintas!");
+    }
+  }
+
+  RowSetPtr list(Session& session, std::string_view,
+                 std::span<const std::string> arguments) const override {
+    std::string filter;
+    for (const std::string& argument : arguments) {
+      if (filter.empty()) filter = trim(argument);
+    }
+    auto query = session.db().prepare(
+        kLocked + std::string(" AND a.group_flag = 0 ORDER BY a.plan, a.code"));
+    const RowSetPtr rows = RowSet::make(kList);
+    RowSet& row = *rows;
+    while (query->step()) {
+      const int id = static_cast<int>(query->integer(0));
+      row.LoadRow();
+      for (const char* field : {"OIDR", "OID", "BLOIDR"}) row[field] = refOf(kKind, id);
+      row["ParentID"] = Variant(Null{});
+      row["ParentOIDR"] = "";
+      row["OType"] = kKind;
+      row["GroupFlag"] = Variant(0);
+      row["Name"] = shownName(id, query->text(2));
+      row["Preview"] = shownName(id, query->text(2));
+      row["ComponentID"] = kComponent;
+      row["Account"] = query->text(1);
+      row["DateToHigh"] = dayOrNull(*query, 3);
+      row["DateToLow"] = dayOrNull(*query, 4);
+    }
+    return finishList(rows, filter);
+  }
+
+ private:
+  // The account, held so that no save that knows the older dates can slip past.
+  static int heldAccount(Database& db, std::string_view code) {
+    const bool server = db.engine() == Engine::Postgres;
+    const auto id = integerFrom(db,
+                                "SELECT id FROM account WHERE plan IN (0, -9) AND code = $1" +
+                                    std::string(server ? " FOR UPDATE" : ""),
+                                code);
+    if (!id) throw Refusal(kReferred, "Sąskaita neegzistuoja: " + std::string(code));
+    return static_cast<int>(*id);
+  }
+};
+
+}  // namespace
+
+std::span<const HandlerRow> lockRecords() {
+  static const LockRecords handler;
+  static const HandlerRow rows[] = {{kKind, &handler}};
+  return rows;
+}
+
+}  // namespace tolvex::store
