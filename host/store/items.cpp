@@ -1,0 +1,144 @@
+#include "host/store/items.h"
+
+#include <algorithm>
+#include <map>
+#include <set>
+
+#include "framework/references.h"
+
+namespace tolvex::store {
+
+namespace {
+
+// What the originating postings of an item fix for its followers.
+struct Origin {
+  std::vector<std::string> currencies;  // distinct, in order of appearance
+  std::vector<int> dimsets;
+
+  void note(const ItemPosting& posting) {
+    if (std::find(currencies.begin(), currencies.end(), posting.cur) == currencies.end()) {
+      currencies.push_back(posting.cur);
+    }
+    if (std::find(dimsets.begin(), dimsets.end(), posting.dimsetId) == dimsets.end()) {
+      dimsets.push_back(posting.dimsetId);
+    }
+  }
+
+  std::string currencyOf(const ItemPosting& follower) const {
+    if (currencies.size() == 1) return currencies.front();
+    const auto has = [&](std::string_view code) {
+      return std::find(currencies.begin(), currencies.end(), code) != currencies.end();
+    };
+    if (has(follower.cur)) return follower.cur;
+    return has(kBaseCode) ? std::string(kBaseCode) : follower.cur;
+  }
+
+  int dimsetOf(const ItemPosting& follower, const ShareAddressee& share) const {
+    if (dimsets.size() == 1) return dimsets.front();
+    if (std::find(dimsets.begin(), dimsets.end(), follower.dimsetId) != dimsets.end()) {
+      return follower.dimsetId;
+    }
+    for (const int dimset : dimsets) {
+      if (share(dimset, follower.dimsetId)) return dimset;
+    }
+    return follower.dimsetId;
+  }
+};
+
+struct Share {
+  ItemRow row;
+  int lowestEntry = 0;  // of any posting, for a share with no originating one
+};
+
+}  // namespace
+
+std::vector<ItemRow> itemRows(int itemId, const std::vector<ItemPosting>& postings,
+                              const ShareAddressee& share, int until) {
+  Origin origin;
+  int firstDay = std::numeric_limits<int>::max(), lastDay = 0;
+  for (const ItemPosting& posting : postings) {
+    if (posting.day > until) continue;
+    firstDay = std::min(firstDay, posting.day);
+    lastDay = std::max(lastDay, posting.day);
+    if (posting.operId == itemId) origin.note(posting);
+  }
+
+  std::map<std::pair<std::string, int>, Share> shares;
+  for (const ItemPosting& posting : postings) {
+    if (posting.day > until) continue;
+    const bool originates = posting.operId == itemId;
+    const std::string cur = originates ? posting.cur : origin.currencyOf(posting);
+    const int dimset = originates ? posting.dimsetId : origin.dimsetOf(posting, share);
+    const std::int64_t lt = posting.sign * posting.sumLt;
+    const std::int64_t inCur = cur == posting.cur ? posting.sign * posting.sumCur : 0;
+    Share& to = shares[{cur, dimset}];
+    to.row.restLt += lt;
+    to.row.restCur += inCur;
+    if (to.lowestEntry == 0) to.lowestEntry = posting.entryId;
+    if (originates) {
+      to.row.fullLt += lt;
+      to.row.fullCur += inCur;
+      if (to.row.headEntryId == 0) to.row.headEntryId = posting.entryId;
+    }
+  }
+
+  std::vector<ItemRow> rows;
+  for (auto& [key, value] : shares) {
+    ItemRow row = value.row;
+    row.cur = key.first;
+    row.dimsetId = key.second;
+    row.firstDay = firstDay;
+    row.lastDay = lastDay;
+    if (row.headEntryId == 0) row.headEntryId = value.lowestEntry;
+    rows.push_back(std::move(row));
+  }
+  return rows;
+}
+
+int itemOf(const EntryRow& entry, int sign, int operId) {
+  for (const RefRow& ref : entry.refs) {
+    if (ref.role == kOwnOperation && ref.sign == sign) return ref.pointsTo;
+  }
+  return operId;
+}
+
+std::vector<ItemPosting> readItem(Database& db, int accountId, int itemId) {
+  std::vector<ItemPosting> postings;
+  auto select = db.prepare(
+      "SELECT entry_id, sign, oper_id, day, sum_lt, cur, sum_cur, dimset_id FROM posting"
+      " WHERE item_id = $1 AND account_id = $2 ORDER BY entry_id, sign DESC");
+  select->bind(1, itemId).bind(2, accountId);
+  while (select->step()) {
+    ItemPosting posting;
+    posting.entryId = static_cast<int>(select->integer(0));
+    posting.sign = static_cast<int>(select->integer(1));
+    posting.operId = static_cast<int>(select->integer(2));
+    posting.day = static_cast<int>(select->integer(3));
+    posting.sumLt = select->integer(4);
+    posting.cur = select->text(5);
+    posting.sumCur = select->integer(6);
+    posting.dimsetId = static_cast<int>(select->integer(7));
+    postings.push_back(std::move(posting));
+  }
+  return postings;
+}
+
+void writeItem(Database& db, int accountId, int itemId, const std::vector<ItemRow>& rows) {
+  db.prepare("DELETE FROM open_item WHERE account_id = $1 AND item_id = $2")
+      ->bind(1, accountId)
+      .bind(2, itemId)
+      .run();
+  auto insert = db.prepare(
+      "INSERT INTO open_item (account_id, item_id, cur, dimset_id, rest_lt, rest_cur, full_lt,"
+      " full_cur, first_day, last_day, head_entry_id, is_open)"
+      " VALUES ($1,$2,$3,$4,$5,$6,$7,$8,$9,$10,$11,$12)");
+  for (const ItemRow& row : rows) {
+    insert->bind(1, accountId).bind(2, itemId).bind(3, row.cur).bind(4, row.dimsetId);
+    insert->bind(5, row.restLt).bind(6, row.restCur).bind(7, row.fullLt).bind(8, row.fullCur);
+    insert->bind(9, row.firstDay).bind(10, row.lastDay).bind(11, row.headEntryId);
+    insert->bind(12, row.open() ? 1 : 0);
+    insert->run();
+  }
+}
+
+}  // namespace tolvex::store

@@ -1,0 +1,187 @@
+#include "host/store/numbering.h"
+
+#include <algorithm>
+
+#include "framework/text.h"
+
+namespace tolvex::store {
+
+namespace {
+
+enum GroupBy : int {
+  kCommon,
+  kByGroup,
+  kByUser,
+  kByGroupAndUser,
+  kByKind,
+  kByKindAndUser,
+};
+
+enum Cycle : int { kDaily, kMonthly, kQuarterly, kYearly };
+
+int cycleStart(int cycle, int day) {
+  const int year = day / 10000, month = day / 100 % 100;
+  switch (cycle) {
+    case kDaily: return day;
+    case kMonthly: return day / 100 * 100 + 1;
+    case kQuarterly: return year * 10000 + ((month - 1) / 3 * 3 + 1) * 100 + 1;
+    default: return year * 10000 + 101;
+  }
+}
+
+std::string padded(const NumberRules& rules, int number) {
+  std::string digits = std::to_string(number);
+  const std::size_t width = length(rules.width);
+  if (digits.size() < width) digits.insert(0, width - digits.size(), '0');
+  return digits;
+}
+
+int nextNumber(Database& db, const NumberRules& rules, int bucketId) {
+  auto select =
+      db.prepare("SELECT MAX(auto_number) FROM oper WHERE an_bucket_id = $1 AND auto_number > 0");
+  select->bind(1, bucketId);
+  const int highest = select->step() ? static_cast<int>(select->integer(0)) : 0;
+  return std::max({1, rules.minimal, highest + 1});
+}
+
+int findBucket(Database& db, const std::string& key, bool lock) {
+  const bool wait = lock && db.engine() == Engine::Postgres;
+  auto select = db.prepare(wait ? "SELECT id FROM an_bucket WHERE bucket_key = $1 FOR UPDATE"
+                                : "SELECT id FROM an_bucket WHERE bucket_key = $1");
+  select->bind(1, key);
+  return select->step() ? static_cast<int>(select->integer(0)) : 0;
+}
+
+// The bucket's row, made when absent and locked until the end of the transaction.
+int lockBucket(Database& db, const std::string& key) {
+  if (const int id = findBucket(db, key, true)) return id;
+  db.prepare("INSERT INTO an_bucket (bucket_key) VALUES ($1) ON CONFLICT (bucket_key) DO NOTHING")
+      ->bind(1, key)
+      .run();
+  return findBucket(db, key, true);
+}
+
+bool taken(Database& db, int bucketId, int number, int exceptId) {
+  auto select =
+      db.prepare("SELECT id FROM oper WHERE an_bucket_id = $1 AND auto_number = $2 AND id <> $3");
+  select->bind(1, bucketId).bind(2, number).bind(3, exceptId);
+  return select->step();
+}
+
+// The number text with the offered number replaced by the one that was drawn.
+std::string withNumber(const NumberRules& rules, const std::string& text, int offered, int drawn) {
+  const std::vector<std::string> parts = split(rules.mask, '_');
+  const auto place = std::find(parts.begin(), parts.end(), "AutoNumber") - parts.begin();
+  std::vector<std::string> pieces = split(text, '-');
+  const auto index = static_cast<std::size_t>(place);
+  if (index >= pieces.size()) return text;
+  double value = 0;
+  if (!parsePlainNumber(pieces[index], value) || value != offered) return text;
+  pieces[index] = padded(rules, drawn);
+  return join(pieces, "-");
+}
+
+// A document stays in the counter of the user who made it, whoever edits it later.
+int creatorOf(Session& session, int operId) {
+  auto select = session.db().prepare(
+      "SELECT user_id FROM oper_log WHERE oper_id = $1 AND action = 'C' ORDER BY id");
+  select->bind(1, operId);
+  return select->step() ? static_cast<int>(select->integer(0)) : session.user().id;
+}
+
+}  // namespace
+
+std::optional<NumberRules> readNumberRules(Database& db, int groupId) {
+  auto select = db.prepare(
+      "SELECT an_mask, an_prefix, an_template, an_minimal, an_group_by, an_cycle, an_day_from"
+      " FROM oper_group WHERE id = $1");
+  select->bind(1, groupId);
+  if (!select->step()) return std::nullopt;
+  NumberRules rules;
+  rules.groupId = groupId;
+  rules.mask = select->text(0);
+  rules.prefix = select->text(1);
+  rules.width = select->text(2);
+  rules.minimal = static_cast<int>(select->integer(3));
+  rules.groupBy = static_cast<int>(select->integer(4));
+  rules.cycle = static_cast<int>(select->integer(5));
+  rules.dayFrom = static_cast<int>(select->integer(6));
+  return rules;
+}
+
+std::string bucketKey(const NumberRules& rules, int userId, std::string_view otype, int day) {
+  const int by = rules.groupBy;
+  const bool byGroup = by == kByGroup || by == kByGroupAndUser;
+  const bool byUser = by == kByUser || by == kByGroupAndUser || by == kByKindAndUser;
+  const bool byKind = by == kByKind || by == kByKindAndUser;
+  std::string key = std::to_string(by);
+  key += '|' + std::to_string(byGroup ? rules.groupId : 0);
+  key += '|' + std::to_string(byUser ? userId : 0);
+  key += '|' + std::string(byKind ? otype : "");
+  key += '|' + std::to_string(rules.cycle);
+  key += '|' + std::to_string(cycleStart(rules.cycle, day));
+  key += '|' + std::to_string(rules.dayFrom != 0 && day >= rules.dayFrom ? rules.dayFrom : 0);
+  return key;
+}
+
+std::string composeNumber(const NumberRules& rules, std::string_view userPrefix, int today,
+                          int number) {
+  std::vector<std::string> parts;
+  for (const std::string& part : split(rules.mask, '_')) {
+    if (part == "Date") {
+      parts.push_back(std::to_string(today).substr(2));
+    } else if (part == "UserPrefix") {
+      parts.emplace_back(userPrefix);
+    } else if (part == "AutoNumber") {
+      parts.push_back(padded(rules, number));
+    } else if (part == "Prefix") {
+      parts.push_back(rules.prefix);
+    }
+  }
+  return join(parts, "-");
+}
+
+int offerNumber(Session& session, const NumberRules& rules, int userId,
+                std::string_view userPrefix, std::string_view otype, int day) {
+  if (!rules.appliesOn(day)) return 0;
+  const int bucket = findBucket(session.db(), bucketKey(rules, userId, otype, day), false);
+  const int number =
+      bucket != 0 ? nextNumber(session.db(), rules, bucket) : std::max(1, rules.minimal);
+  session.offer() = {rules.groupId, userId, day, number,
+                     composeNumber(rules, userPrefix, session.now().DayNumber(), number)};
+  return number;
+}
+
+void settleNumber(Session& session, const NumberRules& rules, const HeaderRow* before,
+                  HeaderRow& after) {
+  if (!rules.appliesOn(after.day)) {
+    after.bucketId.reset();
+    return;
+  }
+  Database& db = session.db();
+  const int creator = before == nullptr || after.autoNumber == 0 ? session.user().id
+                                                                 : creatorOf(session, before->id);
+  const int bucket = lockBucket(db, bucketKey(rules, creator, after.otype, after.day));
+  if (before != nullptr && before->autoNumber == after.autoNumber && before->bucketId == bucket) {
+    after.bucketId = bucket;
+    return;
+  }
+
+  const NumberOffer& offer = session.offer();
+  const bool offered = offer.number > 0 && offer.groupId == rules.groupId &&
+                       (after.autoNumber == offer.number ||
+                        (after.autoNumber == 0 && !after.number.empty() &&
+                         after.number == offer.text));
+  if (offered) {
+    after.autoNumber = nextNumber(db, rules, bucket);
+    if (after.autoNumber != offer.number) {
+      after.number = withNumber(rules, after.number, offer.number, after.autoNumber);
+    }
+  } else if (after.autoNumber > 0 && taken(db, bucket, after.autoNumber, after.id)) {
+    throw Refusal(kDuplicate, "Toks įrašas jau egzistuoja!");
+  }
+  after.bucketId.reset();
+  if (after.autoNumber > 0) after.bucketId = bucket;
+}
+
+}  // namespace tolvex::store
