@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "host/store/demo.h"
 #include "host/store/schema.h"
 #include "host/store/seed.h"
 #include "host/store/users.h"
@@ -67,6 +68,12 @@ void removeFile(const std::string& file) {
   for (const char* suffix : {"", "-wal", "-shm", "-journal"}) fs::remove(file + suffix, ignored);
 }
 
+// Seed, then the demo company, whose operations are saved by the first user.
+void initAndFill(std::unique_ptr<Database> db, const NewBooks& what) {
+  initBooks(*db, what);
+  if (what.demoCompany) fillDemo(*openSession(std::move(db), "admin", ""));
+}
+
 void createFile(const std::string& place, const NewBooks& what) {
   std::error_code error;
   if (fs::exists(place, error)) throw problem(place, "toks failas jau yra.");
@@ -75,7 +82,7 @@ void createFile(const std::string& place, const NewBooks& what) {
   try {
     Database::Options options;
     options.create = true;
-    initBooks(*Database::open(unfinished, options), what);
+    initAndFill(Database::open(unfinished, options), what);
     fs::rename(unfinished, place);
   } catch (const fs::filesystem_error& renaming) {
     removeFile(unfinished);
@@ -99,9 +106,9 @@ void initBooks(Database& db, const NewBooks&, const Session::ClockFunction&) {
 void createBooks(const std::string& place, const NewBooks& what) {
   try {
     if (!isPostgresUrl(place)) return createFile(place, what);
-    const auto db = Database::open(place, {});
+    auto db = Database::open(place, {});
     if (storedSchema(*db) != 0) throw problem(place, "buhalterijos duomenų bazė čia jau yra.");
-    initBooks(*db, what);
+    initAndFill(std::move(db), what);
   } catch (const DatabaseError& error) {
     throw explained(place, error);
   }

@@ -46,6 +46,9 @@ struct Finding {
 };
 // Books against roll-ups, open items against balances, numbers, orphans. Empty: clean.
 std::vector<Finding> verifyBooks(Database& db, const Progress& progress = {});
+// Running numbers that no document bears, because one was deleted or a higher one typed: worth
+// knowing, no fault.
+std::vector<Finding> numberGaps(Database& db);
 // Makes the derived tables anew from the base tables, in the open transaction or in one of its own.
 void rebuildBooks(Database& db, const Progress& progress = {});
 

@@ -52,15 +52,6 @@ int findBucket(Database& db, const std::string& key, bool lock) {
   return select->step() ? static_cast<int>(select->integer(0)) : 0;
 }
 
-// The bucket's row, made when absent and locked until the end of the transaction.
-int lockBucket(Database& db, const std::string& key) {
-  if (const int id = findBucket(db, key, true)) return id;
-  db.prepare("INSERT INTO an_bucket (bucket_key) VALUES ($1) ON CONFLICT (bucket_key) DO NOTHING")
-      ->bind(1, key)
-      .run();
-  return findBucket(db, key, true);
-}
-
 bool taken(Database& db, int bucketId, int number, int exceptId) {
   auto select =
       db.prepare("SELECT id FROM oper WHERE an_bucket_id = $1 AND auto_number = $2 AND id <> $3");
@@ -122,6 +113,14 @@ std::string bucketKey(const NumberRules& rules, int userId, std::string_view oty
   key += '|' + std::to_string(cycleStart(rules.cycle, day));
   key += '|' + std::to_string(rules.dayFrom != 0 && day >= rules.dayFrom ? rules.dayFrom : 0);
   return key;
+}
+
+int lockBucket(Database& db, const std::string& key) {
+  if (const int id = findBucket(db, key, true)) return id;
+  db.prepare("INSERT INTO an_bucket (bucket_key) VALUES ($1) ON CONFLICT (bucket_key) DO NOTHING")
+      ->bind(1, key)
+      .run();
+  return findBucket(db, key, true);
 }
 
 std::string composeNumber(const NumberRules& rules, std::string_view userPrefix, int today,

@@ -27,6 +27,9 @@ std::optional<NumberRules> readNumberRules(Database& db, int groupId);
 // The counter that a document of this user, kind and date draws from.
 std::string bucketKey(const NumberRules& rules, int userId, std::string_view otype, int day);
 
+// The bucket's row, made when absent and held until the end of the transaction.
+int lockBucket(Database& db, const std::string& key);
+
 // The number text by the mask: parts joined by "-".
 std::string composeNumber(const NumberRules& rules, std::string_view userPrefix, int today,
                           int number);

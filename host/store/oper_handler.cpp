@@ -77,6 +77,6 @@ const HandlerRow kRows[] = {
 
 }  // namespace
 
-std::span<const HandlerRow> operationHandlers() { return kRows; }
+std::span<const HandlerRow> operationRecords() { return kRows; }
 
 }  // namespace tolvex::store

@@ -1,8 +1,7 @@
-#include "host/store/rebuild.h"
-
 #include <algorithm>
 
 #include "framework/references.h"
+#include "host/store/books.h"
 #include "host/store/derived_scan.h"
 #include "host/store/dimset.h"
 #include "host/store/oper_doc.h"
@@ -72,9 +71,7 @@ void rebuildDocs(Database& db) {
   for (const int id : ids) writeDoc(db, *readHeader(db, id), false);
 }
 
-}  // namespace
-
-void rebuildDerived(Database& db, const Progress& progress) {
+void rebuild(Database& db, const Progress& progress) {
   for (const char* table : {"open_item", "turn_acc", "turn_dim"}) {
     db.prepare("DELETE FROM " + std::string(table))->run();
   }
@@ -102,9 +99,12 @@ void rebuildDerived(Database& db, const Progress& progress) {
   if (db.engine() == Engine::Sqlite) db.execute("ANALYZE");
 }
 
+}  // namespace
+
 void rebuildBooks(Database& db, const Progress& progress) {
+  if (db.inTransaction()) return rebuild(db, progress);
   Transaction transaction(db, Transaction::For::Exclusive);
-  rebuildDerived(db, progress);
+  rebuild(db, progress);
   transaction.commit();
 }
 

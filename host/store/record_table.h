@@ -20,5 +20,6 @@ std::span<const HandlerRow> templateRecords();
 std::span<const HandlerRow> journalRecords();
 std::span<const HandlerRow> clientRecords();
 std::span<const HandlerRow> listRecords();
+std::span<const HandlerRow> operationRecords();
 
 }  // namespace tolvex::store

@@ -5,11 +5,14 @@
 // times (50, 100, 200 ms), then 1205. Used by one thread.
 #pragma once
 
+#include <any>
 #include <functional>
+#include <map>
 #include <memory>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <typeindex>
 
 #include "framework/date_time.h"
 #include "host/store/database.h"
@@ -89,6 +92,15 @@ class Session final : public StorePort {
   // the connection breaks during the commit, the row tells whether the save took place.
   const std::string& saveKey();
 
+  // What a subject of the store remembers for the life of the session, one object of each type. It
+  // must stay true when a transaction is rolled back and when other users save.
+  template <class T>
+  T& kept() {
+    std::any& slot = kept_[std::type_index(typeid(T))];
+    if (!slot.has_value()) slot.emplace<T>();
+    return *std::any_cast<T>(&slot);
+  }
+
   // Runs `work` in a transaction, retries a busy engine, and turns failures into code and text.
   HostResult guarded(Transaction::For purpose, const std::function<Variant()>& work);
 
@@ -99,6 +111,7 @@ class Session final : public StorePort {
   User user_;
   ClockFunction clock_;
   NumberOffer offer_;
+  std::map<std::type_index, std::any> kept_;
   int epoch_ = 0;
   std::string saveKey_;  // empty: the present call writes no protocol
 };
