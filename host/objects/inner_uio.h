@@ -10,6 +10,8 @@
 
 namespace tolvex {
 
+class Parameters;
+
 class InnerUIO final : public VXObjectUIO {
  public:
   using VXObjectUIO::Methods;
@@ -52,6 +54,6 @@ class InnerUIO final : public VXObjectUIO {
 std::string makeGuid();
 
 // A value as an argument of a parameter text: texts and dates quoted, numbers bare, absent as ''.
-void appendArgument(class Parameters& parameters, const Variant& value);
+void appendArgument(Parameters& parameters, const Variant& value);
 
 }  // namespace tolvex

@@ -50,8 +50,7 @@ const std::vector<KindView>& views() {
       {"O0001401",
        "Darbuotojai",
        Grouping::None,
-       {{"Preview", "Vardas, pavardė", 40, CellFormat::Text, true},
-        {"UsrTitle", "Pareigos", 24}}},
+       {{"Preview", "Vardas, pavardė", 40, CellFormat::Text, true}, {"UsrTitle", "Pareigos", 24}}},
       {"O0000300",
        "Bankai",
        Grouping::None,
@@ -107,6 +106,13 @@ std::string kindCaption(std::string_view code) {
   return view ? view->caption : std::string(code);
 }
 
+const std::vector<ListColumn>& columnsOf(std::string_view code) {
+  static const std::vector<ListColumn> plain = {
+      {"Preview", "Pavadinimas", 40, CellFormat::Text, true}};
+  const KindView* view = kindView(code);
+  return view ? view->columns : plain;
+}
+
 std::string cellText(RowSet& rows, const ListColumn& column, const NumberFormat& format) {
   if (!rows.Fields().contains(column.field)) return {};
   const Variant value = rows[column.field].Value();
@@ -119,8 +125,7 @@ std::string cellText(RowSet& rows, const ListColumn& column, const NumberFormat&
 std::vector<ui::Column> viewColumns(const std::vector<ListColumn>& columns) {
   std::vector<ui::Column> result;
   for (const ListColumn& column : columns) {
-    const ui::Align align =
-        column.format == CellFormat::Sum ? ui::Align::Right : ui::Align::Left;
+    const ui::Align align = column.format == CellFormat::Sum ? ui::Align::Right : ui::Align::Left;
     result.push_back({column.caption, column.chars, align, column.grow, column.field});
   }
   return result;

@@ -39,6 +39,8 @@ const KindView* kindView(std::string_view code);
 // The code whose class and list a kind shares: "O0201504" -> "O0201500".
 std::string familyCode(std::string_view code);
 std::string kindCaption(std::string_view code);
+// Columns of the kind's list; the preview alone for an unknown kind.
+const std::vector<ListColumn>& columnsOf(std::string_view code);
 
 // Columns for the documents of an operation group, as against the list of groups.
 const std::vector<ListColumn>& operationColumns();

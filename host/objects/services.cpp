@@ -51,10 +51,9 @@ std::string SettingsService::get(std::string_view section, std::string_view key,
   return row ? textOf(*row, "Value") : std::string(fallback);
 }
 
-void SettingsService::set(std::string_view section, std::string_view key,
-                          std::string_view value) {
-  const HostResult result = store_.call(
-      kAskedKind, "SaveSetting", Parameters().text(section).text(key).text(value).str());
+void SettingsService::set(std::string_view section, std::string_view key, std::string_view value) {
+  const HostResult result = store_.call(kAskedKind, "SaveSetting",
+                                        Parameters().text(section).text(key).text(value).str());
   if (result.Code != kDone) throw std::runtime_error(result.Text);
 }
 
@@ -69,10 +68,7 @@ std::optional<UserRow> UserService::row() const {
 
 WorkplaceService::WorkplaceService(store::StorePort& store, UserSettings& settings,
                                    AskPeriod askPeriod)
-    : store_(store),
-      settings_(settings),
-      askPeriod_(std::move(askPeriod)),
-      lockKey_(makeGuid()) {}
+    : store_(store), settings_(settings), askPeriod_(std::move(askPeriod)), lockKey_(makeGuid()) {}
 
 FirmRecord WorkplaceService::firm() {
   FirmRecord firm;

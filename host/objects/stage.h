@@ -24,19 +24,19 @@ class Stage {
   virtual void removed(ui::Form& form) = 0;
   virtual void titleChanged(ui::Form& form) = 0;
 
-  virtual void runModal(ui::Form& form) = 0;             // opened() has been called
-  virtual Answer message(const Message& message) = 0;    // title filled in
+  virtual void runModal(ui::Form& form) = 0;           // opened() has been called
+  virtual Answer message(const Message& message) = 0;  // title filled in
   virtual std::optional<std::string> openFile(const std::string& pattern,
                                               const std::string& start) = 0;
   virtual std::optional<std::string> saveFile(const std::string& pattern, const std::string& folder,
                                               const std::string& name) = 0;
   virtual void help(const std::string& page, const std::string& title) = 0;
 
-  virtual void turn() = 0;                               // MessagePump
+  virtual void turn() = 0;  // MessagePump
   virtual bool stopped() const = 0;
   virtual void busy(bool on) = 0;
   virtual void progress(std::string_view what, double share) = 0;
-  virtual void statusChanged() = 0;                      // Workspace::status() reads otherwise
+  virtual void statusChanged() = 0;  // Workspace::status() reads otherwise
 };
 
 // What stands in front of the open screens, for a script that acts in the user's place. A stage

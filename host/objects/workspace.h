@@ -22,21 +22,21 @@ namespace tolvex {
 class Workspace {
  public:
   struct Setup {
-    Module& module;              // outlives the workspace
-    store::StorePort& store;     // likewise
-    Stage& stage;                // likewise
+    Module& module;           // outlives the workspace
+    store::StorePort& store;  // likewise
+    Stage& stage;             // likewise
     std::function<DateTime()> clock;
-    std::string booksName;       // shown in the status line
+    std::string booksName;  // shown in the status line
   };
   explicit Workspace(Setup setup);
   ~Workspace();
 
   HostContext& context();
-  ui::Form& tree();   // frmTree: control tvwLayout
-  ui::Form& list();   // frmList: controls txtFind, lvwObjects and the filter line
+  ui::Form& tree();  // frmTree: control tvwLayout
+  ui::Form& list();  // frmList: controls txtFind, lvwObjects and the filter line
   const std::vector<std::shared_ptr<ui::Form>>& screens() const;  // open, in order of opening
-  ui::Form* current() const;        // the screen in front: one of screens(), or list()
-  void activate(ui::Form& form);    // the user chose its tab
+  ui::Form* current() const;      // the screen in front: one of screens(), or list()
+  void activate(ui::Form& form);  // the user chose its tab
   // The user closes a screen; false when it refused.
   bool close(ui::Form& form);
   bool closeAll();
@@ -46,10 +46,11 @@ class Workspace {
   // Every act of the user passes through here: what a handler throws becomes the box "Klaida!" with
   // the description, and the screen stays. Gives back what the act gives (see platform/input.h).
   std::string gesture(const std::function<std::string()>& act);
-  void refresh();                   // F5: rights, tree and list are read again
+  void refresh();  // F5: rights, tree and list are read again
 
   struct Status {
-    std::string firm, user, books, period, locks;  // period: of the kind in the list
+    std::string firm, user, books;
+    std::string period;  // viewing period of the kind in the list, "" where it has none
   };
   const Status& status() const;
 
@@ -57,6 +58,5 @@ class Workspace {
   struct Impl;
   std::unique_ptr<Impl> impl_;
 };
-
 
 }  // namespace tolvex

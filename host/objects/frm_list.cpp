@@ -1,0 +1,223 @@
+#include "host/objects/frm_list.h"
+
+#include <algorithm>
+
+#include "framework/references.h"
+#include "framework/text.h"
+#include "host/objects/services.h"
+#include "platform/host.h"
+
+namespace tolvex {
+namespace {
+
+constexpr std::string_view kOperationGroups = "O0201400";
+constexpr const char* kDelete = "Panaikinti";
+constexpr const char* kPeriod = "Peržiūros nustatymai";
+
+bool makesNew(const MenuEntry& entry) {
+  return entry.enabled && startsWithNoCase(ui::withoutAccessKey(entry.caption), "Nauj");
+}
+
+}  // namespace
+
+frmList::frmList(HostContext& host, Navigator& navigator)
+    : Form(host, "frmList"), navigator_(navigator) {
+  setTitle("Sąrašas");
+  txtFind.onChange = [this] { narrow(); };
+  cmdAll.onClick = [this] { show(ListSource(source_)); };
+  cmdNew.shortcut = "Ctrl+N";
+  cmdNew.onClick = [this] { runNew(); };
+  cmdPeriod.tip = kPeriod;
+  cmdPeriod.onClick = [this] {
+    if (Form::host().workplace().newPeriod(source_.kind)) read();
+  };
+  lvwObjects.onActivate = [this] { activate(); };
+  lvwObjects.onRightClick = [this] { popupMenu(); };
+  lvwObjects.onInsert = [this] { runNew(); };
+  lvwObjects.onDelete = [this] { runDelete(); };
+  showHead();
+}
+
+const char* frmList::picture() const {
+  return R"(
+lblPlace | >> | txtFind | cmdPeriod | cmdNew
+lblFilter cmdAll
+lvwObjects>
+lblCount
+)";
+}
+
+const std::vector<ListColumn>& frmList::columns() const {
+  const bool documents = source_.kind == kOperationGroups && !source_.common;
+  return documents || familyCode(source_.kind) == "O0201500" ? operationColumns()
+                                                             : columnsOf(source_.kind);
+}
+
+void frmList::show(const ListSource& source) {
+  source_ = source;
+  filter_.clear();
+  txtFind.text = "";
+  lvwObjects.current = -1;
+  read();
+}
+
+void frmList::showRows(RowSet& rows, const std::string& filter) {
+  filter_ = filter;
+  txtFind.text = "";
+  lvwObjects.current = -1;
+  const auto ui = host().objects().kind(source_.kind);
+  // A filter over a kind of groups brings groups, over documents documents.
+  const bool operations = rows.Fields().contains("DateD");
+  const auto& shown = operations ? operationColumns() : columns();
+  lvwObjects.columns = viewColumns(shown);
+  fill(objectRows(rows, shown, host().numbers(), ui->GetIconsTable()));
+}
+
+void frmList::read() {
+  if (source_.kind.empty() || !filter_.empty()) return;
+  const auto ui = host().objects().kind(source_.kind);
+  const bool byLevel = source_.kind == kOperationGroups;
+  const RowSetPtr set = ui->GetVXObjectList(byLevel ? source_.parent : "", "", "");
+  if (!set) return;
+  lvwObjects.columns = viewColumns(columns());
+  auto rows = objectRows(*set, columns(), host().numbers(), ui->GetIconsTable());
+  const KindView* view = kindView(source_.kind);
+  if (view && view->grouping == Grouping::Tree) {
+    // What lies right below the chosen group; the group itself is not its own content.
+    const bool known = std::any_of(rows.begin(), rows.end(), [&](const ObjectRow& row) {
+      return row.parent == source_.parent;
+    });
+    std::erase_if(rows, [&](const ObjectRow& row) {
+      return row.row.key == source_.parent || (known && row.parent != source_.parent);
+    });
+  } else if (view && view->grouping == Grouping::Whole) {
+    rows = asTree(std::move(rows));
+    int above = -1;
+    std::erase_if(rows, [&](ObjectRow& row) {
+      if (source_.parent.empty()) return false;
+      if (row.row.key == source_.parent) {
+        above = row.depth;
+        return true;
+      }
+      if (above >= 0 && row.depth <= above) above = -1;
+      row.depth -= above + 1;
+      return above < 0;
+    });
+    for (ObjectRow& row : rows)
+      if (!row.row.cells.empty())
+        row.row.cells[0].text.insert(0, static_cast<std::size_t>(row.depth) * 3, ' ');
+  }
+  fill(std::move(rows));
+}
+
+void frmList::fill(std::vector<ObjectRow> rows) {
+  const ui::Row* row = lvwObjects.currentRow();
+  const std::string current = row ? row->key : std::string();
+  groups_.clear();
+  std::vector<ui::Row> shown;
+  shown.reserve(rows.size());
+  for (ObjectRow& next : rows) {
+    if (next.group || familyCode(next.row.key) == kOperationGroups)
+      groups_.emplace_back(next.row.key, next.parent);
+    shown.push_back(std::move(next.row));
+  }
+  narrowed_ = false;
+  all_.clear();
+  lvwObjects.setRows(std::move(shown));
+  lvwObjects.current = current.empty() ? -1 : lvwObjects.find(current);
+  if (!txtFind.text().empty()) narrow();
+  lvwObjects.touch();
+  showHead();
+}
+
+void frmList::narrow() {
+  const std::string text = trim(txtFind.text());
+  if (!narrowed_) all_ = std::move(lvwObjects.edit());
+  narrowed_ = !text.empty();
+  if (narrowed_) {
+    lvwObjects.setRows(tolvex::narrowed(all_, text));
+    lvwObjects.current = lvwObjects.rows().empty() ? -1 : 0;
+  } else {
+    lvwObjects.setRows(std::move(all_));
+    lvwObjects.current = -1;
+  }
+  showHead();
+}
+
+void frmList::showHead() {
+  lblPlace.caption = source_.caption;
+  lblFilter.caption = filter_.empty() ? std::string() : "Atrinkta: " + filter_;
+  lblFilter.visible = !filter_.empty();
+  cmdAll.visible = !filter_.empty();
+  const bool dated = source_.kind == kOperationGroups && !source_.common;
+  cmdPeriod.visible = dated;
+  if (dated) cmdPeriod.caption = periodText(host().workplace().oldPeriod(source_.kind));
+  const auto entries = sourceMenu();
+  const auto fresh = std::find_if(entries.begin(), entries.end(), makesNew);
+  cmdNew.visible = fresh != entries.end();
+  if (fresh != entries.end()) cmdNew.caption = fresh->caption;
+  lblCount.caption = "Eilučių: " + std::to_string(lvwObjects.rows().size());
+}
+
+std::string frmList::parentOf(const std::string& key) const {
+  for (const auto& [group, parent] : groups_)
+    if (group == key) return parent;
+  return source_.parent;
+}
+
+std::vector<MenuEntry> frmList::sourceMenu() {
+  if (source_.kind.empty()) return {};
+  const std::string otype = source_.otype.empty() ? source_.kind : source_.otype;
+  return host().objects().kind(source_.kind)->GetMenu(source_.id(), otype, source_.above);
+}
+
+std::vector<MenuEntry> frmList::rowMenu(const ui::Row& row) {
+  return host().objects().kind(kindOf(row.key))->GetMenu(row.key, row.tag, parentOf(row.key));
+}
+
+void frmList::activate() {
+  const ui::Row* row = lvwObjects.currentRow();
+  if (!row) return;
+  const std::string key = row->key;
+  const bool group = std::any_of(groups_.begin(), groups_.end(),
+                                 [&](const auto& known) { return known.first == key; });
+  if (group)
+    navigator_.chooseNode(key);
+  else
+    navigator_.openObject(key);
+}
+
+void frmList::popupMenu() {
+  const ui::Row* row = lvwObjects.currentRow();
+  const std::string otype = source_.otype.empty() ? source_.kind : source_.otype;
+  const std::string kind = row ? std::string(kindOf(row->key)) : source_.kind;
+  const std::string id = row ? row->key : source_.id();
+  const std::string exact = row ? row->tag : otype;
+  if (kind.empty()) return;
+  menu_.show(lvwObjects, row ? rowMenu(*row) : sourceMenu(),
+             [this, kind, id, exact](const MenuEntry& entry) {
+               navigator_.runEntry(kind, id, exact, entry);
+             });
+}
+
+void frmList::runNew() {
+  for (const MenuEntry& entry : sourceMenu()) {
+    if (!makesNew(entry)) continue;
+    const std::string otype = source_.otype.empty() ? source_.kind : source_.otype;
+    navigator_.runEntry(source_.kind, source_.id(), otype, entry);
+    return;
+  }
+}
+
+void frmList::runDelete() {
+  const ui::Row* row = lvwObjects.currentRow();
+  if (!row) return;
+  const ui::Row clicked = *row;
+  for (const MenuEntry& entry : rowMenu(clicked)) {
+    if (entry.caption != kDelete || !entry.enabled) continue;
+    navigator_.runEntry(std::string(kindOf(clicked.key)), clicked.key, clicked.tag, entry);
+    return;
+  }
+}
+
+}  // namespace tolvex

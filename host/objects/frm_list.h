@@ -1,0 +1,59 @@
+// frmList: the list of the chosen node: its groups or objects, with their menus.
+//
+// Typing in txtFind narrows what is shown. Rows that a filter command brought stand in place of
+// the list, with the filter's text and a way back, until another node is chosen.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "host/objects/list_source.h"
+#include "host/objects/object_menu.h"
+#include "host/objects/object_rows.h"
+#include "platform/form.h"
+
+namespace tolvex {
+
+class frmList final : public ui::Form {
+ public:
+  frmList(HostContext& host, Navigator& navigator);
+  const char* picture() const override;
+
+  void show(const ListSource& source);
+  // Rows of a filter command in place of the list.
+  void showRows(RowSet& rows, const std::string& filter);
+  void read();  // again; the current row stays current while it exists
+  const ListSource& source() const { return source_; }
+
+  ui::Label lblPlace{this, "lblPlace", ""};
+  ui::TextBox txtFind{this, "txtFind", "Ieškoti", 24};
+  ui::Button cmdPeriod{this, "cmdPeriod", "", ui::Role::Quiet};
+  ui::Button cmdNew{this, "cmdNew", "", ui::Role::Primary};
+  ui::Label lblFilter{this, "lblFilter", ""};
+  ui::Button cmdAll{this, "cmdAll", "Rodyti visus", ui::Role::Small};
+  ui::ListView lvwObjects{this, "lvwObjects", {}};
+  ui::Label lblCount{this, "lblCount", ""};
+
+ private:
+  const std::vector<ListColumn>& columns() const;
+  void fill(std::vector<ObjectRow> rows);
+  void narrow();
+  void showHead();
+  void activate();
+  void popupMenu();
+  void runNew();
+  void runDelete();
+  std::vector<MenuEntry> sourceMenu();
+  std::vector<MenuEntry> rowMenu(const ui::Row& row);
+  std::string parentOf(const std::string& key) const;
+
+  Navigator& navigator_;
+  ListSource source_;
+  std::string filter_;        // text of the filter command whose rows are shown, or ""
+  std::vector<ui::Row> all_;  // every row, while txtFind narrows the list
+  bool narrowed_ = false;
+  std::vector<std::pair<std::string, std::string>> groups_;  // references of groups, their parents
+  ObjectMenu menu_{*this};
+};
+
+}  // namespace tolvex

@@ -1,0 +1,58 @@
+// WatchedStore: passes every call on and tells which kinds were changed, so that lists on the
+// screen follow what was saved wherever it was saved from.
+#pragma once
+
+#include <functional>
+
+#include "host/store/store_port.h"
+
+namespace tolvex {
+
+class WatchedStore final : public store::StorePort {
+ public:
+  struct Listener {
+    std::function<void(std::string_view kind)>
+        changed;                    // a record of the kind was saved or deleted
+    std::function<void()> refused;  // for lack of a right
+  };
+  WatchedStore(store::StorePort& inner, Listener listener)
+      : inner_(inner), listener_(std::move(listener)) {}
+
+  HostResult call(std::string_view kind, std::string_view method,
+                  std::string_view parameters) override {
+    return inner_.call(kind, method, parameters);
+  }
+  HostResult load(std::string_view kind, std::string_view reference) override {
+    return inner_.load(kind, reference);
+  }
+  HostResult create(std::string_view kind, std::string_view otype) override {
+    return inner_.create(kind, otype);
+  }
+  store::SaveOutcome save(std::string_view kind, std::string_view otype, RowSet& header,
+                          RowSet* second, RowSet* third) override {
+    store::SaveOutcome outcome = inner_.save(kind, otype, header, second, third);
+    note(kind, outcome.Code);
+    return outcome;
+  }
+  HostResult erase(std::string_view kind, std::string_view reference) override {
+    HostResult result = inner_.erase(kind, reference);
+    note(kind, result.Code);
+    return result;
+  }
+  HostResult list(std::string_view kind, std::string_view first, std::string_view second,
+                  std::string_view third) override {
+    return inner_.list(kind, first, second, third);
+  }
+
+ private:
+  static constexpr std::int32_t kNoSaveRight = 1203;
+  void note(std::string_view kind, std::int32_t code) {
+    if (code == kDone) listener_.changed(kind);
+    if (code == kNoRight || code == kNoSaveRight) listener_.refused();
+  }
+
+  store::StorePort& inner_;
+  Listener listener_;
+};
+
+}  // namespace tolvex
