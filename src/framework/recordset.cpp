@@ -333,9 +333,15 @@ void RowSet::Move(std::ptrdiff_t rows) {
   for (; rows < 0; ++rows) MovePrevious();
 }
 bool RowSet::Eof() const {
-  return RecordCount() == 0 || impl_->place >= static_cast<std::ptrdiff_t>(impl_->count());
+  impl_->checkOpen();
+  if (!impl_->inRange()) return impl_->place >= 0 || RecordCount() == 0;
+  return !impl_->visible(impl_->place) && RecordCount() == 0;
 }
-bool RowSet::Bof() const { return RecordCount() == 0 || impl_->place < 0; }
+bool RowSet::Bof() const {
+  impl_->checkOpen();
+  if (!impl_->inRange()) return impl_->place < 0 || RecordCount() == 0;
+  return !impl_->visible(impl_->place) && RecordCount() == 0;
+}
 bool RowSet::HasCurrent() const { return impl_->table->open && impl_->current(); }
 std::size_t RowSet::RecordCount() const {
   impl_->checkOpen();
@@ -400,6 +406,7 @@ void RowSet::SetSort(std::string_view sort) {
 const std::string& RowSet::Sort() const { return impl_->sort; }
 Variant RowSet::Bookmark() const { return static_cast<int>(impl_->need().id); }
 void RowSet::SetBookmark(const Variant& bookmark) {
+  impl_->checkOpen();
   for (std::size_t at = 0; at < impl_->count(); ++at) {
     const Table::Line& line = impl_->table->lines[impl_->lineAt(static_cast<std::ptrdiff_t>(at))];
     if (static_cast<int>(line.id) == bookmark.AsInt() && (line.live || impl_->table->showsDeleted)) {
