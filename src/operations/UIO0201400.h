@@ -1,0 +1,25 @@
+// UIO0201400: one group of operations: its document kind, numbering and settings.
+#pragma once
+
+#include <string>
+
+#include "framework/object_contract.h"
+
+namespace tolvex {
+
+inline constexpr const char* kGroupKind = "O0201400";
+
+class UIO0201400 final : public ForwardingUIO {
+ public:
+  UIO0201400() : ForwardingUIO(kGroupKind) {}
+
+  // "FormTypes" and "MyFirmAccounts" take no parameters, "Parent" reads the group above; any other
+  // key goes to the store with the caller's parameters. A failure of the store is shown.
+  MethodResult Properties(std::string key, std::string parameters) override;
+  // "FillTemplatesTrw" belongs to the screen of a group and is refused until there is one; any
+  // other key does nothing and succeeds.
+  MethodResult Methods(std::string key, std::span<const Variant> par) override;
+  using ForwardingUIO::Methods;
+};
+
+}  // namespace tolvex

@@ -1,0 +1,22 @@
+// The keyed actions of an operation that need nothing above the entries.
+#pragma once
+
+#include "framework/method_table.h"
+#include "operations/UIO0201500.h"
+
+namespace tolvex {
+
+// Adds one row a key. The keys whose screens come with later subjects ("Debts", "BROperSelect",
+// "GetCommentList") are refused until those subjects replace their rows.
+void addOperationMethods(MethodTable<UIO0201500>& methods);
+
+// The rates of a day: currency code to litas per unit, without the base currency.
+MethodResult GetCurrencyList(VXObjectUIO& operation, Arguments par);
+
+// For any object: the rates of a day, asked of an operation. Null when they cannot be read.
+DictionaryPtr GetCurrencyDictionary(VXObjectUIO& object, DateTime date);
+
+// Entries of other operations that name `reference` as addressee; null when they cannot be read.
+RowSetPtr GetRelatedBR(VXObjectUIO& object, std::string_view reference);
+
+}  // namespace tolvex
