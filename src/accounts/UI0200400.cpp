@@ -1,0 +1,175 @@
+#include "accounts/UI0200400.h"
+
+#include "accounts/UIO0200400.h"
+#include "framework/parameters.h"
+#include "framework/references.h"
+
+namespace tolvex {
+
+namespace {
+
+constexpr const char* kRightsComponent = "CAccountPlanRights";
+constexpr const char* kTitle = "Norvanta";  // of the boxes of this kind
+constexpr const char* kNodeScreen = "frmAccountPlan";
+constexpr const char* kConversionScreen = "frmAccountPlanConvert";
+constexpr const char* kMoveDownWarning =
+    "Šiuo veiksmu bus sukurta nauja subsąskaita ir visi sąskaitos įrašai bus perrašyti į sukurtą "
+    "sąskaitą. Atliktus pakeitimus atstatyti bus neįmanoma. \r\n"
+    "Ar tikrai norite atlikti šį veiksmą?";
+
+MenuEntry separator() { return {"-", "-"}; }
+
+void tellMissing() { warn(hostContext(), "Šis langas dar neįdiegtas, jis bus vėliau."); }
+
+}  // namespace
+
+UI0200400::UI0200400(std::shared_ptr<const FormRegistry> forms)
+    : ForwardingUI(kPlanKind), forms_(std::move(forms)) {}
+
+// --- menu
+// ------------------------------------------------------------------------------------------
+
+std::vector<MenuEntry> UI0200400::GetMenu(std::string id, std::string kind, std::string) {
+  std::vector<MenuEntry> menu;
+  if (isRow(id)) {
+    addNodeEntries(kind, menu);
+  } else {
+    addRootEntries(menu);
+  }
+  menu.insert(menu.end(), {{"&Atrinkti", "4"}, separator(), {"Pagalba", "8"}, separator()});
+  return menu;
+}
+
+void UI0200400::addRootEntries(std::vector<MenuEntry>& menu) const {
+  if (!hostContext().rights().of(kRightsComponent).create) return;
+  menu.push_back({"&Nauja klasė", "1", forms_->has(kNodeScreen)});
+  menu.push_back({"Spausdinti", "3", false});
+  if (OID() == kPlanKind) menu.push_back({"Sąskaitų planai", "5", true, mode_ == "FULL"});
+  menu.push_back({"Sąskaitų &konvertavimas", "6", forms_->has(kConversionScreen)});
+}
+
+void UI0200400::addNodeEntries(std::string_view kind, std::vector<MenuEntry>& menu) const {
+  const RightFlags rights = hostContext().rights().of(kRightsComponent);
+  const bool hasScreen = forms_->has(kNodeScreen);
+  if (rights.view) menu.push_back({"Padėti ant darbo stalo", "0", hasScreen});
+  if (rights.create && kind == "Class") menu.push_back({"&Nauja sąskaita", "1", hasScreen});
+  if (rights.create && kind != "Class") {
+    menu.push_back({"&Nauja subsąskaita", "1", hasScreen});
+    menu.push_back({"&Pervesti į žemesnės subsąskaitos lygį", "2"});
+  }
+  if (rights.remove) {
+    menu.push_back(separator());
+    menu.push_back({"Panaikinti", "7"});
+  }
+}
+
+MenuAction UI0200400::ClickMenu(std::string id, std::string, std::string entry, std::string) {
+  HostContext& host = hostContext();
+  if (entry == "0") {
+    AddToDeskTopVXObject(id);
+  } else if (entry == "6" || entry == "3") {
+    tellMissing();
+  } else if (entry == "5") {
+    mode_ = mode_ == "FULL" ? "" : "FULL";
+    host.tree().redraw(kPlanKind);
+  } else if (entry == "1") {
+    return newNode(isRow(id) ? id : std::string());
+  } else if (entry == "4" || entry == "70S2") {
+    return filtered();
+  } else if (entry == "7") {
+    return deleted(id);
+  } else if (entry == "2") {
+    moveDown(id);
+  } else if (entry == "8") {
+    host.help().show("help\\saskaituplanas.htm", "Saskaitų planas");
+  }
+  return {};
+}
+
+// A node below the clicked one; from the root a class.
+MenuAction UI0200400::newNode(const std::string& above) {
+  std::shared_ptr<VXObjectUIO> parent;
+  if (!above.empty()) {
+    parent = GetVXObject(above);
+    if (!parent) {
+      hostContext().dialogs().message(
+          {"Sąskaita panaikinta!", Icon::Stop, Buttons::Ok, Answer::Ok, kTitle});
+      return {};
+    }
+  }
+  std::shared_ptr<VXObjectUIO> node = GetVXObject("");
+  if (!node) return {};
+  if (parent) {
+    node->Fields()["ParentID"] = parent->Fields()["ID"].Value();
+  } else {
+    node->OType("Group");
+    node->Fields()["GroupFlag"] = 1;
+  }
+  return screen(std::move(node));
+}
+
+MenuAction UI0200400::filtered() {
+  const std::string filter = hostContext().dialogs().filter(OID());
+  if (filter.empty()) return {};
+  RowSetPtr rows = GetVXObjectList("''," + quoted(filter), "", "");
+  if (!rows) return {};
+  return {MenuAction::ShowRows, Variant(Variant::Array{rows, filter})};
+}
+
+MenuAction UI0200400::deleted(const std::string& id) {
+  const Answer answer = hostContext().dialogs().message(
+      {"Ar tikrai norite panaikinti?", Icon::Question, Buttons::YesNo, Answer::No, kTitle});
+  if (answer != Answer::Yes) return {};
+  const bool gone = DeleteVXObject(id) == kDeleted;
+  return {gone ? MenuAction::Removed : MenuAction::Nothing, {}};
+}
+
+void UI0200400::moveDown(const std::string& id) {
+  const Answer answer = hostContext().dialogs().message(
+      {kMoveDownWarning, Icon::Question, Buttons::OkCancel, Answer::Cancel, std::nullopt});
+  if (answer != Answer::Ok) return;
+  const std::shared_ptr<VXObjectUIO> node = GetVXObject(id);
+  if (!node) return;
+  const MethodResult moved = node->Methods("MoveAccountDown", {node->Fields()["ID"].Value()});
+  if (moved.Code == kDone) hostContext().tree().redraw(kPlanKind);
+}
+
+MenuAction UI0200400::screen(std::shared_ptr<VXObjectUIO> node) {
+  std::shared_ptr<ui::Form> form =
+      forms_->make(kNodeScreen, ObjectFormRequest{hostContext(), std::move(node), mode_});
+  if (!form) {
+    tellMissing();
+    return {};
+  }
+  return {MenuAction::ShowForm, Variant(ObjectPtr(std::move(form)))};
+}
+
+// --- list and objects
+// ------------------------------------------------------------------------------
+
+RowSetPtr UI0200400::GetVXObjectList(std::string parent, std::string, std::string) {
+  return inner().GetVXObjectList(parent.empty() ? mode_ : std::move(parent), "", "");
+}
+
+bool UI0200400::AddToDeskTopVXObject(std::string id) {
+  std::shared_ptr<VXObjectUIO> node = GetVXObject(std::move(id));
+  if (!node) return false;
+  const auto form = screen(std::move(node)).Value.As<ui::Form>();
+  return form && hostContext().desktop().put(form);
+}
+
+std::shared_ptr<VXObjectUIO> UI0200400::GetVXObject(std::string id) {
+  auto node = std::make_shared<UIO0200400>(isRef(id) ? std::string(kindOf(id)) : OID());
+  node->UI(shared_from_this());
+  node->OID(std::move(id));
+  return node->Read().Code == kDone ? node : nullptr;
+}
+
+const IconsTable& UI0200400::GetIconsTable() const {
+  static const IconsTable kIcons = {{"Item", "C0200400"},  {"C", "C0200400"},
+                                    {"Class", "C0200300"}, {"Group", "stdClose"},
+                                    {"Root", "stdClose"},  {"ORoot", "stdOpen"}};
+  return kIcons;
+}
+
+}  // namespace tolvex

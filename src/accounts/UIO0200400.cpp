@@ -1,0 +1,78 @@
+#include "accounts/UIO0200400.h"
+
+#include "framework/conversions.h"
+#include "framework/parameters.h"
+#include "framework/references.h"
+#include "framework/text.h"
+
+namespace tolvex {
+
+namespace {
+
+Variant objectValue(std::shared_ptr<VXObjectUIO> object) {
+  return object ? Variant(ObjectPtr(std::move(object))) : Variant();
+}
+
+}  // namespace
+
+// The plan that the node belongs to; its code stands at the beginning of the node's reference.
+std::string UIO0200400::planKind() const {
+  const std::string oid = OID();
+  return isRef(oid) ? std::string(kindOf(oid)) : kind_;
+}
+
+MethodResult UIO0200400::Properties(std::string key, std::string parameters) {
+  return guarded([&] {
+    if (equalNoCase(key, "Parent")) {
+      const int parent = static_cast<int>(Fields()["ParentID"].Number());
+      if (parent == 0) return done();
+      return done(objectValue(ObjectOf(hostContext(), refOf(planKind(), parent))));
+    }
+    if (equalNoCase(key, "Class")) return parentClass();
+    if (equalNoCase(key, "NewAccount")) return newAccount();
+    const HostResult result = call("D" + planKind() + "_Get" + key, parameters);
+    if (result.Code == kDone) return done(result.Data);
+    warn(hostContext(), result.Text);
+    return MethodResult{result.Code, result.Text, {}};
+  });
+}
+
+MethodResult UIO0200400::parentClass() {
+  const MethodResult above = Properties("Parent", "");
+  const auto parent = above.Value.As<VXObjectUIO>();
+  if (!parent) return done();
+  const std::string ownCode(parent->Fields()["OwnCode"].Text());
+  const std::string classID = ownCode.substr(0, ownCode.find('*'));
+  if (classID.empty()) return done();
+  // The path holds bare ids; a whole reference is taken as it is.
+  const std::string reference = isRef(classID) ? classID : planKind() + classID;
+  return done(objectValue(ObjectOf(hostContext(), reference)));
+}
+
+MethodResult UIO0200400::newAccount() {
+  Field NewID = Fields()["NewID"];
+  if (NewID.IsAbsent()) return done("");
+  const auto counterpart =
+      ObjectOf(hostContext(), refOf(kNewPlanKind, static_cast<int>(NewID.Number())));
+  if (!counterpart) {
+    NewID = Variant(Null{});
+    return done("");
+  }
+  return done(std::string(counterpart->Fields()["Account"].Text()) + " " +
+              std::string(counterpart->Fields()["Name"].Text()));
+}
+
+MethodResult UIO0200400::Methods(std::string key, std::span<const Variant> par) {
+  return guarded([&] {
+    std::string parameters;
+    if (!par.empty()) {
+      parameters = NullToText(par[0]);
+      if (equalNoCase(key, "MoveAccountDown")) parameters = quoted(parameters);
+    }
+    const HostResult result = call(key, parameters);
+    if (result.Code != kDone) warn(hostContext(), result.Text);
+    return passOn(result);
+  });
+}
+
+}  // namespace tolvex
