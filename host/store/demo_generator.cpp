@@ -377,7 +377,7 @@ void generateDemo(Database& db, int operations, const Progress& progress) {
   if (db.engine() == Engine::Sqlite) db.execute("PRAGMA cache_size = -131072");
   Generator(db, operations, progress).run();
   rebuildBooks(db, progress);
-  if (db.engine() == Engine::Sqlite) db.execute("PRAGMA cache_size = -8192");
+  if (db.engine() == Engine::Sqlite) db.execute("PRAGMA cache_size = -32768");
 }
 
 }  // namespace tolvex::store

@@ -115,6 +115,7 @@ void loadEntry(RowSet& BR, const EntryRow& entry, const std::vector<RequiredRow>
     RowSet& currencies = *BR["BRCurrency"].Rows();
     loadCurrency(currencies, entry, 1);
     loadCurrency(currencies, entry, -1);
+    currencies.MoveFirst();  // what is written after a move is the user's
   }
   if (!entry.refs.empty()) {
     RowSet& refs = *BR["BRProperties"].Rows();
@@ -126,6 +127,7 @@ void loadEntry(RowSet& BR, const EntryRow& entry, const std::vector<RequiredRow>
       refs["FOIDR"] = ref.foidr;
       refs["ShowString"] = ref.showString;
     }
+    refs.MoveFirst();
   }
   if (required.empty()) return;
   RowSet& demands = *BR["RequiredAddr"].Rows();
@@ -136,6 +138,7 @@ void loadEntry(RowSet& BR, const EntryRow& entry, const std::vector<RequiredRow>
     demands["FOID"] = row.foid;
     demands["Sign"] = static_cast<double>(row.sign);
   }
+  demands.MoveFirst();
 }
 
 RowSetPtr loadOperation(Session& session, int id) {

@@ -1,0 +1,130 @@
+#include <gtest/gtest.h>
+
+#include "framework/references.h"
+#include "host/store/numbering.h"
+#include "host/store/sql.h"
+#include "tests/store/oper_books.h"
+
+namespace tolvex::store {
+namespace {
+
+constexpr int kPurchases = 3;  // "Prefix_AutoNumber", "P", four digits, by group and year
+
+int offered(Session& session, int day = 20040115, int group = kPurchases) {
+  return offerNumber(session, *readNumberRules(session.db(), group), session.user().id, "AD",
+                     "O0201500", day);
+}
+
+struct Drawn {
+  int code, autoNumber;
+  std::string number;
+  bool operator==(const Drawn&) const = default;
+};
+std::ostream& operator<<(std::ostream& out, const Drawn& drawn) {
+  return out << drawn.code << " " << drawn.autoNumber << " " << drawn.number;
+}
+
+Drawn draw(Session& session, int autoNumber, const std::string& number, int day = 20040115,
+           int group = kPurchases) {
+  const RowSetPtr record = newOperation(session, {day, {}, group});
+  (*record)["AutoNumber"] = static_cast<double>(autoNumber);
+  (*record)["Number"] = number;
+  const SaveOutcome saved = save(session, *record);
+  return {saved.Code, static_cast<int>((*record)["AutoNumber"].Number()),
+          std::string((*record)["Number"].Text())};
+}
+
+TEST(Numbers, AtSave) {
+  const auto session = memoryBooks();
+  Session& s = *session;
+  EXPECT_EQ(offered(s), 1);
+  EXPECT_EQ(s.offer().text, "P-0001");
+  EXPECT_EQ(draw(s, 1, "P-0001"), (Drawn{kDone, 1, "P-0001"})) << "the offer is free";
+  EXPECT_EQ(draw(s, 1, "P-0001"), (Drawn{kDone, 2, "P-0002"})) << "the offer was drawn meanwhile";
+  EXPECT_EQ(draw(s, 0, "P-0001"), (Drawn{kDone, 3, "P-0003"})) << "the text of the offer counts";
+  EXPECT_EQ(draw(s, 1, "ranka"), (Drawn{kDone, 4, "ranka"})) << "a text of its own stays";
+  EXPECT_EQ(draw(s, 9, "P-0009"), (Drawn{kDone, 9, "P-0009"})) << "typed and free";
+  EXPECT_EQ(draw(s, 2, "P-0002").code, kDuplicate) << "typed and taken";
+  EXPECT_EQ(draw(s, 0, "be skaitliuko"), (Drawn{kDone, 0, "be skaitliuko"}));
+  EXPECT_EQ(draw(s, 9, "P-0009", 20030115), (Drawn{kDone, 9, "P-0009"})) << "another year";
+  EXPECT_EQ(draw(s, 9, "S-0009", 20040115, 4), (Drawn{kDone, 9, "S-0009"})) << "another group";
+  EXPECT_EQ(offered(s), 10) << "after the highest, not in the gap";
+  EXPECT_EQ(numberGaps(s.db()).size(), 1u);
+  EXPECT_EQ(findingsText(s.db()), "");
+}
+
+TEST(Numbers, AnEditKeepsItsNumberUntilTheCounterChanges) {
+  const auto session = memoryBooks();
+  offered(*session);
+  const RowSetPtr record = newOperation(*session, {20040115, {}, kPurchases});
+  (*record)["AutoNumber"] = 1.0;
+  (*record)["Number"] = "P-0001";
+  ASSERT_EQ(save(*session, *record).Code, kDone);
+  draw(*session, 1, "P-0001");  // 2; the offer still stands at 1
+  (*record)["Comment"] = "kitas";
+  ASSERT_EQ(save(*session, *record).Code, kDone);
+  EXPECT_EQ((*record)["AutoNumber"].Number(), 1) << "its own number, not the offer again";
+
+  draw(*session, 1, "P-0001", 20030110);  // takes 1 of the year before
+  (*record)["DateD"] = Variant(DateTime::Of(2003, 5, 5));
+  offered(*session, 20040601, 4);  // an offer of another group has no say
+  EXPECT_EQ(save(*session, *record).Code, kDuplicate);
+}
+
+TEST(Numbers, DeletingTheHighestFreesIt) {
+  const auto session = memoryBooks();
+  offered(*session);
+  draw(*session, 1, "P-0001");
+  const RowSetPtr record = newOperation(*session, {20040115, {}, kPurchases});
+  (*record)["AutoNumber"] = 1.0;
+  ASSERT_EQ(save(*session, *record).Code, kDone);
+  ASSERT_EQ((*record)["AutoNumber"].Number(), 2);
+  ASSERT_EQ(session->erase("O0201500", (*record)["OIDR"].Text()).Code, kDone);
+  EXPECT_EQ(offered(*session), 2);
+}
+
+TEST(Numbers, GroupsWithoutAMaskOrBeforeTheirDateDoNotCount) {
+  const auto session = memoryBooks();
+  EXPECT_EQ(offered(*session, 20040115, 16), 0);
+  run(session->db(), "UPDATE oper_group SET an_day_from = 20040201, an_minimal = 50 WHERE id = 3");
+  EXPECT_EQ(offered(*session, 20040131), 0);
+  EXPECT_EQ(draw(*session, 5, "5"), (Drawn{kDone, 5, "5"}));
+  EXPECT_EQ(draw(*session, 5, "5"), (Drawn{kDone, 5, "5"})) << "no counter, no double";
+  EXPECT_EQ(offered(*session, 20040201), 50);
+}
+
+struct KeyCase {
+  int groupBy, cycle;
+  const char* want;  // of group 3, user 8, kind O0201504, 2004.05.17
+};
+const KeyCase kKeys[] = {
+    {0, 3, "0|0|0||3|20040101|0"},         {1, 2, "1|3|0||2|20040401|0"},
+    {2, 1, "2|0|8||1|20040501|0"},         {3, 0, "3|3|8||0|20040517|0"},
+    {4, 3, "4|0|0|O0201504|3|20040101|0"}, {5, 3, "5|0|8|O0201504|3|20040101|0"},
+};
+
+TEST(Numbers, Buckets) {
+  for (const KeyCase& c : kKeys) {
+    NumberRules rules{3, "AutoNumber", "", "", 1, c.groupBy, c.cycle, 0};
+    EXPECT_EQ(bucketKey(rules, 8, "O0201504", 20040517), c.want);
+  }
+}
+
+struct TextCase {
+  const char *mask, *prefix, *width;
+  int number;
+  const char* want;
+};
+const TextCase kTexts[] = {{"Date_AutoNumber", "", "0000", 7, "030209-0007"},
+                           {"Prefix_UserPrefix_AutoNumber", "A", "00", 123, "A-JJ-123"},
+                           {"AutoNumber", "", "", 5, "5"}};
+
+TEST(Numbers, Texts) {
+  for (const TextCase& c : kTexts) {
+    const NumberRules rules{3, c.mask, c.prefix, c.width, 1, 1, 3, 0};
+    EXPECT_EQ(composeNumber(rules, "JJ", 20030209, c.number), c.want);
+  }
+}
+
+}  // namespace
+}  // namespace tolvex::store
