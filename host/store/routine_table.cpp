@@ -6,9 +6,13 @@ namespace tolvex::store {
 const std::vector<Routine>& routineTable() {
   static const std::vector<Routine> table = [] {
     std::vector<Routine> all;
-    for (const std::span<const Routine> part : {hostRoutines()}) {
+    // What a kind answers in its own way stands before what every kind answers.
+    for (const std::span<const Routine> part :
+         {listRoutines(), operationRoutines(), referenceRoutines(), commentRoutines(),
+          numberRoutines(), debtRoutines(), advanceRoutines(), balanceRoutines(), bankRoutines(),
+          planRoutines(), groupRoutines(), templateRoutines(), currencyRoutines(), vatRoutines(),
+          hostRoutines()})
       all.insert(all.end(), part.begin(), part.end());
-    }
     return all;
   }();
   return table;

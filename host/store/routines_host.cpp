@@ -6,8 +6,6 @@
 namespace tolvex::store {
 namespace {
 
-using Arguments = std::vector<Argument>;
-
 Variant GetVXObject(Session& session, const Arguments& arguments, std::string_view kind) {
   const bool whole = isRef(arguments[0].str());
   const std::string reference =

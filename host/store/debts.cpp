@@ -1,0 +1,178 @@
+#include "host/store/debts.h"
+
+#include <algorithm>
+#include <map>
+#include <tuple>
+
+#include "host/store/sql_values.h"
+
+namespace tolvex::store {
+namespace {
+
+constexpr std::string_view kColumns =
+    "i.account_id, i.item_id, i.cur, i.dimset_id, i.rest_lt, i.rest_cur, i.full_lt, i.full_cur,"
+    " i.first_day, i.last_day, i.head_entry_id";
+
+Debt debtOf(Statement& row) {
+  Debt debt;
+  debt.accountId = static_cast<int>(row.integer(0));
+  debt.itemId = static_cast<int>(row.integer(1));
+  debt.row.cur = row.text(2);
+  debt.row.dimsetId = static_cast<int>(row.integer(3));
+  debt.row.restLt = row.integer(4);
+  debt.row.restCur = row.integer(5);
+  debt.row.fullLt = row.integer(6);
+  debt.row.fullCur = row.integer(7);
+  debt.row.firstDay = static_cast<int>(row.integer(8));
+  debt.row.lastDay = static_cast<int>(row.integer(9));
+  debt.row.headEntryId = static_cast<int>(row.integer(10));
+  return debt;
+}
+
+bool asksForOne(const DebtQuery& query) {
+  return query.addressee.asks() == AddresseeFilter::Asks::One;
+}
+
+// Open items that nothing touched after the day. Openness is a column and later activity a select
+// of its own (below), since one condition with "or" would walk every closed item.
+std::vector<Debt> untouchedItems(Database& db, const DebtQuery& query) {
+  SqlValues values;
+  std::string sql = "SELECT " + std::string(kColumns);
+  if (asksForOne(query))
+    sql +=
+        " FROM dimset_ref r CROSS JOIN open_item i WHERE i.dimset_id = r.dimset_id"
+        " AND r.foidr = " +
+        values.mark(query.addressee.text()) + " AND";
+  else
+    sql += " FROM open_item i WHERE";
+  if (query.account) sql += " i.account_id = " + values.mark(*query.account) + " AND";
+  sql += " i.is_open = 1 AND i.last_day <= " + values.mark(query.day);
+  auto select = db.prepare(sql);
+  values.bindTo(*select);
+  std::vector<Debt> debts;
+  while (select->step()) debts.push_back(debtOf(*select));
+  return debts;
+}
+
+// Items with postings both up to the day and after it: (account, item). With one addressee only
+// those that he ever had a posting in, so that his list does not grow with everybody's activity.
+std::vector<std::pair<int, int>> touchedItems(Database& db, const DebtQuery& query) {
+  std::vector<std::pair<int, int>> items;
+  if (query.day >= kNoLimit) return items;
+  SqlValues values;
+  std::string sql = "SELECT DISTINCT i.account_id, i.item_id FROM ";
+  if (asksForOne(query))
+    sql +=
+        "dimset_ref r CROSS JOIN posting p CROSS JOIN open_item i"
+        " WHERE p.dimset_id = r.dimset_id AND p.item_id IS NOT NULL"
+        " AND i.account_id = p.account_id AND i.item_id = p.item_id AND r.foidr = " +
+        values.mark(query.addressee.text()) + " AND";
+  else
+    sql += "open_item i WHERE";
+  if (query.account) sql += " i.account_id = " + values.mark(*query.account) + " AND";
+  sql += " i.last_day > " + values.mark(query.day);
+  sql += " AND i.first_day <= " + values.mark(query.day);
+  auto select = db.prepare(sql);
+  values.bindTo(*select);
+  while (select->step())
+    items.emplace_back(static_cast<int>(select->integer(0)), static_cast<int>(select->integer(1)));
+  return items;
+}
+
+// The items of an account whose items are not kept, straight from its postings.
+std::map<int, std::vector<ItemPosting>> postingsByItem(Database& db, int account, int day) {
+  auto select = db.prepare(
+      "SELECT p.entry_id, p.sign, p.oper_id, p.day, p.sum_lt, p.cur, p.sum_cur, p.dimset_id,"
+      " (SELECT r.points_to FROM entry_ref r WHERE r.entry_id = p.entry_id AND r.sign = p.sign"
+      " AND r.role = 1 ORDER BY r.id LIMIT 1) FROM posting p"
+      " WHERE p.account_id = $1 AND p.day <= $2 ORDER BY p.entry_id, p.sign DESC");
+  select->bind(1, account).bind(2, day);
+  std::map<int, std::vector<ItemPosting>> items;
+  while (select->step()) {
+    ItemPosting posting;
+    posting.entryId = static_cast<int>(select->integer(0));
+    posting.sign = static_cast<int>(select->integer(1));
+    posting.operId = static_cast<int>(select->integer(2));
+    posting.day = static_cast<int>(select->integer(3));
+    posting.sumLt = select->integer(4);
+    posting.cur = select->text(5);
+    posting.sumCur = select->integer(6);
+    posting.dimsetId = static_cast<int>(select->integer(7));
+    const int item = select->isNull(8) ? posting.operId : static_cast<int>(select->integer(8));
+    items[item].push_back(std::move(posting));
+  }
+  return items;
+}
+
+void addItem(std::vector<Debt>& debts, int account, int item,
+             const std::vector<ItemPosting>& postings, const DebtQuery& query, DimsetRefs& sets) {
+  const auto share = [&sets](int a, int b) { return sets.shareAddressee(a, b); };
+  for (ItemRow& row : itemRows(item, postings, share, query.day))
+    debts.push_back({account, item, std::move(row)});
+}
+
+}  // namespace
+
+std::vector<Debt> openItems(Database& db, const DebtQuery& query, DimsetRefs& sets) {
+  std::vector<Debt> debts;
+  if (query.account && !query.tracked) {
+    for (const auto& [item, postings] : postingsByItem(db, *query.account, query.day))
+      addItem(debts, *query.account, item, postings, query, sets);
+  } else {
+    debts = untouchedItems(db, query);
+    for (const auto& [account, item] : touchedItems(db, query))
+      addItem(debts, account, item, readItem(db, account, item), query, sets);
+  }
+  std::erase_if(debts, [&](const Debt& debt) {
+    if (!debt.row.open() || (query.side != 0 && debt.row.side() != query.side)) return true;
+    if (query.addressee.asks() == AddresseeFilter::Asks::Everybody) return false;
+    const auto& references = sets.of(debt.row.dimsetId);
+    return std::none_of(references.begin(), references.end(),
+                        [&](const auto& ref) { return query.addressee.matches(ref); });
+  });
+  std::sort(debts.begin(), debts.end(), [](const Debt& a, const Debt& b) {
+    return std::tie(a.accountId, a.itemId, a.row.cur, a.row.dimsetId) <
+           std::tie(b.accountId, b.itemId, b.row.cur, b.row.dimsetId);
+  });
+  return debts;
+}
+
+std::vector<Debt> openItemsOf(Database& db, int operId) {
+  auto select = db.prepare("SELECT " + std::string(kColumns) +
+                           " FROM account a CROSS JOIN open_item i WHERE a.track_items <> 0"
+                           " AND i.account_id = a.id AND i.item_id = $1 AND i.is_open = 1"
+                           " ORDER BY i.account_id, i.cur, i.dimset_id");
+  select->bind(1, operId);
+  std::vector<Debt> debts;
+  while (select->step()) debts.push_back(debtOf(*select));
+  return debts;
+}
+
+std::vector<Debt> itemsOf(Database& db, const AccountRow& account, int operId) {
+  std::vector<Debt> debts;
+  DimsetRefs sets(db);
+  const DebtQuery query;
+  if (account.tracked) {
+    addItem(debts, account.id, operId, readItem(db, account.id, operId), query, sets);
+  } else {
+    const auto items = postingsByItem(db, account.id, kNoLimit);
+    if (const auto item = items.find(operId); item != items.end())
+      addItem(debts, account.id, operId, item->second, query, sets);
+  }
+  return debts;
+}
+
+std::string debtorOf(const std::vector<std::string>& references, const AddresseeFilter& filter) {
+  const auto first = [&](auto&& test) -> const std::string* {
+    const auto found = std::find_if(references.begin(), references.end(), test);
+    return found == references.end() ? nullptr : &*found;
+  };
+  const std::string* debtor = nullptr;
+  if (filter.asks() != AddresseeFilter::Asks::Everybody)
+    debtor = first([&](const std::string& ref) { return filter.matches(ref); });
+  if (!debtor) debtor = first([](const std::string& ref) { return isParty(ref); });
+  if (!debtor) debtor = first([](const std::string&) { return true; });
+  return debtor ? *debtor : std::string{};
+}
+
+}  // namespace tolvex::store

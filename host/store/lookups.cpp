@@ -1,0 +1,108 @@
+#include "host/store/lookups.h"
+
+#include "framework/references.h"
+#include "framework/text.h"
+#include "host/store/oper_rows.h"
+
+namespace tolvex::store {
+namespace {
+
+AccountRow accountOf(Statement& row) {
+  return {static_cast<int>(row.integer(0)), std::string(row.text(1)),
+          std::string(row.text(2)),         std::string(row.text(3)),
+          static_cast<int>(row.integer(4)), row.integer(5) != 0,
+          static_cast<int>(row.integer(6))};
+}
+
+bool isOperationKind(std::string_view kind) {
+  return kind.size() == kKindLength && kind.starts_with("O020150") && kind[7] >= '0' &&
+         kind[7] <= '6';
+}
+
+struct CardTable {
+  std::string_view kind, select;
+};
+constexpr CardTable kCardTables[] = {
+    {"O0000100", "SELECT name, '' FROM firm WHERE id = $1"},
+    {"O0001402", "SELECT name, last_name FROM person WHERE id = $1"},
+    {"O0001401", "SELECT name, last_name FROM employee WHERE id = $1"},
+    {"O0000300", "SELECT name, '' FROM bank WHERE id = $1"},
+    {"O0000500",
+     "SELECT b.name || ',', a.account_number FROM bank_account a JOIN bank b ON b.id = a.bank_id"
+     " WHERE a.id = $1"},
+};
+
+}  // namespace
+
+std::optional<AccountRow> accountByCode(Database& db, std::string_view code) {
+  auto account = db.prepare(
+      "SELECT id, code, name, type, group_flag, track_items, plan FROM account"
+      " WHERE code = $1 AND (plan = 0 OR id = 0)");
+  account->bind(1, code);
+  if (!account->step()) return std::nullopt;
+  return accountOf(*account);
+}
+
+std::map<int, AccountRow> accountsById(Database& db) {
+  auto accounts =
+      db.prepare("SELECT id, code, name, type, group_flag, track_items, plan FROM account");
+  std::map<int, AccountRow> byId;
+  while (accounts->step())
+    byId.emplace(static_cast<int>(accounts->integer(0)), accountOf(*accounts));
+  return byId;
+}
+
+std::vector<int> accountsBelow(Database& db, std::string_view code) {
+  std::vector<int> below;
+  if (code.empty()) return below;
+  for (const auto& [id, account] : accountsById(db))
+    if (account.code.starts_with(code) && account.inUse()) below.push_back(id);
+  return below;
+}
+
+std::string shownOperation(std::int64_t day, std::string_view number) {
+  return dayText(static_cast<int>(day)) + " Nr. " + std::string(number);
+}
+
+std::string operReference(std::int64_t operId) {
+  return refOf(kOperationKind, static_cast<int>(operId));
+}
+
+std::string documentReference(std::int64_t operId, std::string_view otype,
+                              std::string_view foreignDocument) {
+  if (isOperationKind(otype) && otype != kOperationKind)
+    return refOf(otype, static_cast<int>(operId));
+  if (!foreignDocument.empty()) return std::string(foreignDocument);
+  return operReference(operId);
+}
+
+int operIdOf(std::string_view reference) {
+  return isRef(reference) && isOperationKind(kindOf(reference)) ? idOf(reference) : 0;
+}
+
+bool isParty(std::string_view reference) {
+  const std::string_view kind = isRef(reference) ? kindOf(reference) : std::string_view{};
+  return kind == "O0000100" || kind == "O0001402" || kind == "O0001401";
+}
+
+const std::string& CardNames::of(const std::string& reference) {
+  const auto known = names_.find(reference);
+  if (known != names_.end()) return known->second;
+  return names_.emplace(reference, read(reference)).first->second;
+}
+
+std::string CardNames::read(std::string_view reference) {
+  if (!isRef(reference)) return {};
+  for (const CardTable& table : kCardTables) {
+    if (table.kind != kindOf(reference)) continue;
+    auto card = db_.prepare(table.select);
+    card->bind(1, idOf(reference));
+    if (!card->step()) return {};
+    return trim(std::string(card->text(0)) + " " + std::string(card->text(1)));
+  }
+  auto other = db_.prepare("SELECT name FROM ref_object WHERE kind = $1 AND id = $2");
+  other->bind(1, kindOf(reference)).bind(2, idOf(reference));
+  return other->step() ? std::string(other->text(0)) : std::string{};
+}
+
+}  // namespace tolvex::store

@@ -1,0 +1,106 @@
+// Stock comments, and the settings that a tool keeps for its user.
+#include <algorithm>
+
+#include "framework/text.h"
+#include "host/store/answer.h"
+#include "host/store/routine_table.h"
+#include "host/store/sql.h"
+
+namespace tolvex::store {
+namespace {
+
+constexpr ColumnSpec kComments[] = {col::integer("ID"), col::text("Name", 1000)};
+constexpr std::size_t kLongestComment = 1000;
+
+Variant GetCommentList(Session& session, const Arguments& arguments, std::string_view) {
+  struct Comment {
+    std::int64_t id = 0;
+    std::string name;
+  };
+  auto select = bound(session.db(), "SELECT id, name FROM comment_text WHERE kind = $1 ORDER BY id",
+                      arguments[2].str());
+  auto comments = readAll<Comment>(*select, [](Statement& row) {
+    return Comment{row.integer(0), std::string(row.text(1))};
+  });
+  if (arguments[1].integer() == 1)
+    std::erase_if(comments, [&](const Comment& comment) {
+      return !startsWithNoCase(comment.name, arguments[0].str());
+    });
+  std::stable_sort(comments.begin(), comments.end(), [](const Comment& a, const Comment& b) {
+    return compareLithuanian(a.name, b.name) < 0;
+  });
+  Answer answer(kComments);
+  for (const Comment& comment : comments) answer.row().integer(comment.id).text(comment.name);
+  return answer.done();
+}
+
+constexpr ColumnSpec kCommentId[] = {col::integer("ID")};
+
+Variant SaveComment(Session& session, const Arguments& arguments, std::string_view) {
+  int id = arguments[0].integer();
+  const std::string name = trim(arguments[1].str());
+  if (name.empty()) throw Refusal(kRuleBroken, "Nenurodytas komentaro tekstas!");
+  if (length(name) > kLongestComment)
+    throw Refusal(kRuleBroken, "Komentaras ilgesnis negu 1000 simbolių!");
+  if (id == 0) {
+    id = insertedId(session.db(),
+                    "INSERT INTO comment_text (kind, name) VALUES ($1, $2) RETURNING id",
+                    arguments[2].str(), name);
+  } else if (run(session.db(), "UPDATE comment_text SET name = $2 WHERE id = $1 AND kind = $3", id,
+                 name, arguments[2].str()) == 0) {
+    throw Refusal(kEditedGone, "Redaguojamas įrašas nebeegzistuoja!");
+  }
+  Answer answer(kCommentId);
+  answer.row().integer(id);
+  return answer.done();
+}
+
+Variant DeleteComment(Session& session, const Arguments& arguments, std::string_view) {
+  const int id = arguments[0].integer();
+  if (run(session.db(), "DELETE FROM comment_text WHERE id = $1", id) == 0)
+    throw Refusal(kObjectGone, "Objektas panaikintas!");
+  Answer answer(kCommentId);
+  answer.row().integer(id);
+  return answer.done();
+}
+
+constexpr ColumnSpec kSetting[] = {col::text("Value", 5000)};
+constexpr std::string_view kToolSettings = "O0201500";
+
+// Reads the user's setting of that name (else the one for all); with an argument writes it first.
+Variant toolSetting(Session& session, const Arguments& arguments, std::string_view name) {
+  if (!arguments[0].absent())
+    run(session.db(),
+        "INSERT INTO user_setting (user_id, object_code, name, value) VALUES ($1, $2, $3, $4)"
+        " ON CONFLICT (user_id, object_code, name) DO UPDATE SET value = excluded.value",
+        session.user().id, kToolSettings, name, arguments[0].str());
+  Answer answer(kSetting);
+  answer.row().text(textFrom(session.db(),
+                             "SELECT value FROM user_setting WHERE user_id IN ($1, 0)"
+                             " AND object_code = $2 AND name = $3 ORDER BY user_id DESC",
+                             session.user().id, kToolSettings, name));
+  return answer.done();
+}
+
+Variant DebtsCoverParameters(Session& session, const Arguments& arguments, std::string_view) {
+  return toolSetting(session, arguments, "DebtsCoverParameters");
+}
+
+Variant CurrencyRecalculateParameters(Session& session, const Arguments& arguments,
+                                      std::string_view) {
+  return toolSetting(session, arguments, "CurrencyRecalculateParameters");
+}
+
+constexpr Routine kRoutines[] = {
+    {"O0201500", "GetCommentList", "tit", false, GetCommentList},
+    {"O0201500", "SaveComment", "itt", true, SaveComment},
+    {"O0201500", "DeleteComment", "i", true, DeleteComment},
+    {"O0201500", "DebtsCoverParameters", "T", true, DebtsCoverParameters},
+    {"O0201500", "CurrencyRecalculateParameters", "T", true, CurrencyRecalculateParameters},
+};
+
+}  // namespace
+
+std::span<const Routine> commentRoutines() { return kRoutines; }
+
+}  // namespace tolvex::store

@@ -1,0 +1,80 @@
+// What the groups of operations offer: marked accounts, kinds of documents, the groups themselves.
+#include "framework/references.h"
+#include "host/store/answer.h"
+#include "host/store/records.h"
+#include "host/store/routine_table.h"
+#include "host/store/sql.h"
+
+namespace tolvex::store {
+namespace {
+
+constexpr ColumnSpec kPreset[] = {col::text("Code", 20), col::text("Account", 20),
+                                  col::text("Name", 300)};
+
+Variant GetPresetAccounts(Session& session, const Arguments& arguments, std::string_view) {
+  auto marked = bound(session.db(),
+                      "SELECT m.code, a.code, a.name FROM account a"
+                      " JOIN account_mark m ON m.id = a.mark_id"
+                      " WHERE a.plan = 0 AND ($1 = '' OR m.code = $1) ORDER BY m.code, a.code",
+                      arguments[0].str());
+  return rowsOf(*marked, kPreset);
+}
+
+constexpr ColumnSpec kFormTypes[] = {col::text("Name", 100), col::text("OID", 8)};
+
+// The kinds of documents that a group may hold; the generic operation first, as the default.
+Variant GetFormTypes(Session&, const Arguments&, std::string_view) {
+  struct FormType {
+    std::string_view name, kind;
+  };
+  constexpr FormType kKinds[] = {
+      {"Finansinė operacija", "O0201500"},  {"Mokėjimo nurodymas", "O0201501"},
+      {"Pinigų gavimas", "O0201502"},       {"Kasos išlaidų orderis", "O0201503"},
+      {"Kasos pajamų orderis", "O0201504"}, {"Avanso apyskaita", "O0201505"},
+      {"Sąskaitų uždarymas", "O0201506"},   {"Prekybos dokumentas", "O1000100"},
+      {"Komandiruotė", "O0202000"}};
+  Answer answer(kFormTypes);
+  for (const FormType& type : kKinds) answer.row().text(type.name).text(type.kind);
+  return answer.done();
+}
+
+constexpr ColumnSpec kSettings[] = {col::text("Code", 20), col::text("CodeName", 200),
+                                    col::text("Account", 20), col::text("AccountName", 300)};
+
+Variant GetAccountSettings(Session& session, const Arguments&, std::string_view) {
+  auto marked = bound(session.db(),
+                      "SELECT m.code, m.name, a.code, a.name FROM account a"
+                      " JOIN account_mark m ON m.id = a.mark_id WHERE a.plan = 0"
+                      " ORDER BY m.sort_order, m.id, a.code");
+  return rowsOf(*marked, kSettings);
+}
+
+constexpr ColumnSpec kGroupList[] = {col::integer("ID"), col::integer("ParentID"),
+                                     col::text("Name", 200), col::text("OIDR", 30)};
+
+Variant GetGroupList(Session& session, const Arguments&, std::string_view) {
+  auto groups = bound(session.db(), "SELECT id, parent_id, name FROM oper_group ORDER BY id");
+  Answer answer(kGroupList);
+  while (groups->step()) {
+    answer.row().integer(groups->integer(0));
+    if (groups->isNull(1))
+      answer.null();
+    else
+      answer.integer(groups->integer(1));
+    answer.text(groups->text(2)).text(refOf("O0201400", static_cast<int>(groups->integer(0))));
+  }
+  return answer.done();
+}
+
+constexpr Routine kRoutines[] = {
+    {"O0201400 O0200500", "GetPresetAccounts", "T", false, GetPresetAccounts},
+    {"O0201400", "GetFormTypes", "", false, GetFormTypes},
+    {"O0201400", "GetAccountSettings", "", false, GetAccountSettings},
+    {"O0200500", "GetGroupList", "", false, GetGroupList},
+};
+
+}  // namespace
+
+std::span<const Routine> groupRoutines() { return kRoutines; }
+
+}  // namespace tolvex::store
