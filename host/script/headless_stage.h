@@ -1,0 +1,70 @@
+// HeadlessStage: no window. A driver acts in the user's place: its step is called whenever a loop
+// waits for the user, inside boxes and modal forms as well.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "host/objects/stage.h"
+
+namespace tolvex {
+
+class HeadlessStage final : public Stage, public Playground, private ui::FormView {
+ public:
+  // `step` does one act; false when there is nothing left to do: boxes are then answered with
+  // their safest button and modal forms closed, so that every call unwinds. `idle` runs between.
+  void setDriver(std::function<bool()> step, std::function<void()> idle);
+  void attach(ui::Form& form) { form.view = this; }  // forms that are never shown: tree and list
+
+  void shown(ui::Form& form) override { attach(form); }
+  void raised(ui::Form&) override {}
+  void removed(ui::Form& form) override;
+  void titleChanged(ui::Form&) override {}
+  void runModal(ui::Form& form) override;
+  Answer message(const Message& message) override;
+  std::optional<std::string> openFile(const std::string&, const std::string&) override {
+    return std::nullopt;
+  }
+  std::optional<std::string> saveFile(const std::string&, const std::string&,
+                                      const std::string&) override {
+    return std::nullopt;
+  }
+  void help(const std::string& page, const std::string&) override { helpPage_ = page; }
+  void turn() override {}
+  bool stopped() const override { return false; }
+  void busy(bool) override {}
+  void progress(std::string_view, double) override {}
+  void statusChanged() override {}
+
+  const Message* openMessage() const override;
+  void answer(Answer answer) override;
+  ui::Form* modalForm() const override;
+  ui::Menu* openMenu() const override { return menu_; }
+  void closeMenu() override { menu_ = nullptr; }
+  bool shot(const std::string&) override { return false; }
+
+  const std::string& helpPage() const { return helpPage_; }  // shown last
+
+ private:
+  struct Layer {
+    ui::Form* form = nullptr;
+    const Message* message = nullptr;
+    std::optional<Answer> reply;
+  };
+  void wake() override {}
+  void popup(ui::Menu& menu, ui::Control&) override { menu_ = &menu; }
+  void pump(const std::function<bool()>& done);
+
+  std::function<bool()> step_;
+  std::function<void()> idle_;
+  std::vector<Layer> layers_;
+  ui::Menu* menu_ = nullptr;
+  std::string helpPage_;
+};
+
+// Takes back what stands in front: the safest answer to a box, closing for a modal form. False
+// when nothing stands there.
+bool unwindOne(Playground& playground);
+
+}  // namespace tolvex

@@ -1,0 +1,216 @@
+// The acts of a script: each is one gesture of a user on the form in front.
+#include <algorithm>
+
+#include "framework/references.h"
+#include "framework/text.h"
+#include "host/objects/kinds.h"
+#include "host/objects/object_rows.h"
+#include "host/script/script_engine.h"
+#include "platform/input.h"
+
+namespace tolvex::script {
+namespace {
+
+using ui::Input;
+
+std::string textOf(const Act& act, std::size_t index) {
+  return index < act.arguments.size() ? act.arguments[index].Show() : std::string();
+}
+
+template <class T>
+T& as(ui::Control& control, const char* what) {
+  T* wanted = dynamic_cast<T*>(&control);
+  if (!wanted) throw std::runtime_error(control.name + " is not " + what);
+  return *wanted;
+}
+
+// A row by its number (from 1), its key, or the text of one of its cells.
+int rowOf(const ui::ListView& list, const Variant& wanted) {
+  if (wanted.IsNumber()) return wanted.AsInt() - 1;
+  const std::string text = wanted.Show();
+  if (const int row = list.find(text); row >= 0) return row;
+  for (std::size_t i = 0; i < list.rows().size(); ++i)
+    for (const ui::Cell& cell : list.rows()[i].cells)
+      if (trim(cell.text) == text) return static_cast<int>(i);
+  throw std::runtime_error("no row \"" + text + "\" in " + list.name);
+}
+
+// A node by its key or its text.
+std::string nodeOf(const ui::TreeView& tree, const std::string& wanted) {
+  if (tree.find(wanted)) return wanted;
+  for (const ui::TreeNode& node : tree.nodes())
+    if (node.text == wanted) return node.key;
+  throw std::runtime_error("no node \"" + wanted + "\" in " + tree.name);
+}
+
+std::string choose(Input& input, ui::Control& control, const std::string& text) {
+  if (auto* combo = dynamic_cast<ui::ComboBox*>(&control)) {
+    int index = combo->find(text);
+    if (index < 0) index = combo->findKey(text);
+    if (index < 0) return "no item \"" + text + "\" in " + combo->name;
+    return input.choose(*combo, index);
+  }
+  auto& strip = as<ui::TabStrip>(control, "a combo box or a tab strip");
+  for (const auto& tab : strip.tabs())
+    if (tab.caption == text) return input.choose(strip, tab.key);
+  return input.choose(strip, text);
+}
+
+std::string check(Input& input, ui::Control& control, const Act& act, bool on) {
+  if (auto* list = dynamic_cast<ui::ListView*>(&control))
+    return input.check(*list, rowOf(*list, act.arguments.at(1)), on);
+  return input.check(as<ui::CheckBox>(control, "a check box"), on);
+}
+
+std::string select(Input& input, ui::Control& control, const Act& act) {
+  if (auto* tree = dynamic_cast<ui::TreeView*>(&control))
+    return input.select(*tree, nodeOf(*tree, textOf(act, 1)));
+  auto& list = as<ui::ListView>(control, "a list or a tree");
+  return input.select(list, rowOf(list, act.arguments.at(1)));
+}
+
+std::string doubleClick(Input& input, ui::Control& control, const Act& act) {
+  if (act.arguments.size() < 2) return input.doubleClick(control);
+  if (auto* tree = dynamic_cast<ui::TreeView*>(&control))
+    return input.activate(*tree, nodeOf(*tree, textOf(act, 1)));
+  auto& list = as<ui::ListView>(control, "a list or a tree");
+  return input.activate(list, rowOf(list, act.arguments[1]));
+}
+
+std::string rightClick(Input& input, ui::Control& control, const Act& act) {
+  if (act.arguments.size() > 1)
+    if (std::string why = select(input, control, act); !why.empty()) return why;
+  return input.rightClick(control);
+}
+
+std::string pick(Engine& engine, const std::string& wanted) {
+  Playground& playground = engine.world().playground();
+  const auto fits = [&](const ui::MenuItem& item) {
+    return item.name == wanted || ui::withoutAccessKey(item.caption()) == wanted;
+  };
+  const ui::Menu* menu = playground.openMenu();
+  if (!menu) return "no menu is open";
+  for (ui::MenuItem* item : menu->items) {
+    if (!item || !fits(*item)) continue;
+    playground.closeMenu();
+    ui::Form& owner = item->form;  // the tree's menu is not the front form's
+    return Input(owner).pick(*item);
+  }
+  return "no entry \"" + wanted + "\" in the menu";
+}
+
+std::string answerBox(Engine& engine, const std::string& text) {
+  const Message* box = engine.world().playground().openMessage();
+  if (!box) return "no message is open";
+  const std::pair<const char*, Answer> answers[] = {
+      {"ok", Answer::Ok}, {"cancel", Answer::Cancel}, {"yes", Answer::Yes}, {"no", Answer::No}};
+  for (const auto& [name, reply] : answers) {
+    if (text != name) continue;
+    const bool yesNo = reply == Answer::Yes || reply == Answer::No;
+    const bool offered = yesNo == (box->buttons == Buttons::YesNo) &&
+                         (reply != Answer::Cancel || box->buttons == Buttons::OkCancel);
+    if (!offered) return "the message has no button \"" + text + "\"";
+    engine.world().playground().answer(reply);
+    return {};
+  }
+  return "no such answer: " + text;
+}
+
+std::string activate(Engine& engine, const std::string& wanted) {
+  Workspace& workspace = engine.world().workspace();
+  if (engine.world().playground().modalForm()) return "a modal form is open";
+  if (workspace.list().name() == wanted) {
+    workspace.activate(workspace.list());
+    return {};
+  }
+  for (const auto& form : workspace.screens()) {
+    if (form->name() != wanted && form->title() != wanted && form->objectReference() != wanted)
+      continue;
+    workspace.activate(*form);
+    return {};
+  }
+  return "no open screen " + wanted;
+}
+
+// open("O0201500", {group = "Pirkimai"}): a new document of the kind in a group, by name or the
+// first one for documents of the kind. open("O02015005"): the stored object.
+std::string openObject(Engine& engine, const Act& act) {
+  HostContext& host = engine.world().workspace().context();
+  const std::string wanted = textOf(act, 0);
+  if (isRef(wanted)) {
+    return host.desktop().putObject(wanted) ? std::string() : "no screen for " + wanted;
+  }
+  const auto named = act.options.find("group");
+  const auto groups = host.objects().kind("O0201400");
+  for (const ObjectRow& row : groupRows(host, "O0201400")) {
+    if (row.group) continue;
+    if (named != act.options.end() && row.row.cells[0].text != named->second) continue;
+    const auto group = host.objects().open(row.row.key);
+    if (!group || group->Fields()["FormOID"].Text() != wanted) continue;
+    for (const MenuEntry& entry : groups->GetMenu(row.row.key, row.row.tag, row.parent)) {
+      if (!entry.caption.starts_with("Nauja ") && !entry.caption.starts_with("Naujas ")) continue;
+      const MenuAction action = groups->ClickMenu(
+          row.row.key, row.row.tag, entry.id.empty() ? entry.caption : entry.id, "");
+      if (auto form = action.Value.As<ui::Form>(); form && !form->isOpen())
+        host.screens().show(std::move(form));
+      return {};
+    }
+  }
+  return "no group for documents of kind " + wanted;
+}
+
+std::string onControl(Engine& engine, const Act& act) {
+  ui::Control& control = engine.control(textOf(act, 0));
+  Input input(control.form);
+  const std::string text = textOf(act, 1);
+  if (act.name == "enter") return input.enter(control, text);
+  if (act.name == "choose") return choose(input, control, text);
+  if (act.name == "date") return input.enter(as<ui::DatePicker>(control, "a date box"), text);
+  if (act.name == "check" || act.name == "uncheck")
+    return check(input, control, act, act.name == "check");
+  if (act.name == "click") return input.click(control);
+  if (act.name == "select") return select(input, control, act);
+  if (act.name == "double_click") return doubleClick(input, control, act);
+  if (act.name == "right_click") return rightClick(input, control, act);
+  if (act.name == "tick") return input.tick(as<ui::Timer>(control, "a timer"));
+  if (act.name == "insert_key") return input.insertKey(as<ui::ListView>(control, "a list"));
+  if (act.name == "delete_key") return input.deleteKey(as<ui::ListView>(control, "a list"));
+  if (act.name == "drop") return input.drop(control, text);
+  if (act.name == "expand") {
+    auto& tree = as<ui::TreeView>(control, "a tree");
+    return input.expand(tree, nodeOf(tree, text), true);
+  }
+  return "unknown act " + act.name;
+}
+
+}  // namespace
+
+std::string Engine::perform(const Act& act) {
+  Playground& playground = world_.playground();
+  if (act.name == "shot") {
+    playground.shot(textOf(act, 0));
+    return {};
+  }
+  if (act.name == "answer") return answerBox(*this, textOf(act, 0));
+  if (const Message* box = playground.openMessage()) return "a message is open: " + box->text;
+  if (act.name == "restart") {
+    if (playground.modalForm()) return "a modal form is open";
+    if (!world_.workspace().closeAll()) return "a screen refused to close";
+    world_.restart();
+    return {};
+  }
+  return world_.workspace().gesture([&]() -> std::string {
+    Input input(front());
+    if (act.name == "open") return openObject(*this, act);
+    if (act.name == "activate") return activate(*this, textOf(act, 0));
+    if (act.name == "pick") return pick(*this, textOf(act, 0));
+    if (act.name == "leave") return input.leave();
+    if (act.name == "close") {
+      if (&front() == &world_.workspace().list()) return "no screen is open";
+      return input.close();
+    }
+    return onControl(*this, act);
+  });
+}
+
+}  // namespace tolvex::script

@@ -1,0 +1,109 @@
+#include "host/script/trace_store.h"
+
+#include <algorithm>
+
+namespace tolvex {
+
+void TraceStore::clear() {
+  calls_.clear();
+  saved_.clear();
+}
+
+HostResult TraceStore::noted(const char* what, std::string_view kind, std::string_view name,
+                             std::string_view parameters,
+                             const std::function<HostResult()>& answer) {
+  const std::size_t place = calls_.size();
+  calls_.push_back({what, std::string(kind), std::string(name), std::string(parameters)});
+  HostResult result = answer();
+  calls_[place].code = result.Code;
+  return result;
+}
+
+HostResult TraceStore::call(std::string_view kind, std::string_view method,
+                            std::string_view parameters) {
+  return noted("call", kind, method, parameters,
+               [&] { return inner_.call(kind, method, parameters); });
+}
+
+HostResult TraceStore::load(std::string_view kind, std::string_view reference) {
+  return noted("load", kind, "", reference, [&] { return inner_.load(kind, reference); });
+}
+
+HostResult TraceStore::create(std::string_view kind, std::string_view otype) {
+  return noted("create", kind, "", otype, [&] { return inner_.create(kind, otype); });
+}
+
+store::SaveOutcome TraceStore::save(std::string_view kind, std::string_view otype, RowSet& header,
+                                    RowSet* second, RowSet* third) {
+  store::SaveOutcome outcome;
+  (void)noted("save", kind, "", otype, [&] {
+    outcome = inner_.save(kind, otype, header, second, third);
+    return HostResult{outcome.Code, outcome.Text, {}};
+  });
+  const bool known = std::find(saved_.begin(), saved_.end(), outcome.reference) != saved_.end();
+  if (outcome.Code == kDone && !known) saved_.push_back(outcome.reference);
+  return outcome;
+}
+
+HostResult TraceStore::erase(std::string_view kind, std::string_view reference) {
+  HostResult result =
+      noted("erase", kind, "", reference, [&] { return inner_.erase(kind, reference); });
+  if (result.Code == kDone) std::erase(saved_, reference);
+  return result;
+}
+
+HostResult TraceStore::list(std::string_view kind, std::string_view first, std::string_view second,
+                            std::string_view third) {
+  return noted("list", kind, "", first, [&] { return inner_.list(kind, first, second, third); });
+}
+
+void FaultStore::arm(int n, std::int32_t code, std::string text) {
+  left_ = n;
+  code_ = code;
+  text_ = std::move(text);
+  fired_ = firedOnSave_ = false;
+}
+
+bool FaultStore::due() {
+  ++calls_;
+  if (left_ == 0 || --left_ > 0) return false;
+  fired_ = true;
+  return true;
+}
+
+HostResult FaultStore::call(std::string_view kind, std::string_view method,
+                            std::string_view parameters) {
+  return due() ? failure() : inner_.call(kind, method, parameters);
+}
+
+HostResult FaultStore::load(std::string_view kind, std::string_view reference) {
+  return due() ? failure() : inner_.load(kind, reference);
+}
+
+HostResult FaultStore::create(std::string_view kind, std::string_view otype) {
+  return due() ? failure() : inner_.create(kind, otype);
+}
+
+store::SaveOutcome FaultStore::save(std::string_view kind, std::string_view otype, RowSet& header,
+                                    RowSet* second, RowSet* third) {
+  // A save always answers with a code: success without a stored record cannot be meant.
+  if (left_ == 1 && code_ == kDone) {
+    ++left_;
+    (void)due();
+    return inner_.save(kind, otype, header, second, third);
+  }
+  if (!due()) return inner_.save(kind, otype, header, second, third);
+  firedOnSave_ = true;
+  return {code_, text_, {}};
+}
+
+HostResult FaultStore::erase(std::string_view kind, std::string_view reference) {
+  return due() ? failure() : inner_.erase(kind, reference);
+}
+
+HostResult FaultStore::list(std::string_view kind, std::string_view first, std::string_view second,
+                            std::string_view third) {
+  return due() ? failure() : inner_.list(kind, first, second, third);
+}
+
+}  // namespace tolvex
