@@ -1,4 +1,6 @@
 // Financial operations among the records of the store.
+#include <vector>
+
 #include "framework/references.h"
 #include "host/store/oper_record.h"
 #include "host/store/oper_save.h"
@@ -9,36 +11,59 @@ namespace tolvex::store {
 namespace {
 
 constexpr ColumnSpec kOperList[] = {
-    {"OIDR", FieldType::Text},      {"OID", FieldType::Text},     {"ParentID", FieldType::Integer},
-    {"ParentOIDR", FieldType::Text}, {"OType", FieldType::Text},  {"GroupFlag", FieldType::Integer},
-    {"Name", FieldType::Text},      {"Preview", FieldType::Text}, {"DateD", FieldType::Date},
-    {"Number", FieldType::Text},    {"Comment", FieldType::Text}, {"SumA", FieldType::Double},
+    {"OIDR", FieldType::Text},        {"OID", FieldType::Text},
+    {"ParentID", FieldType::Integer}, {"ParentOIDR", FieldType::Text},
+    {"OType", FieldType::Text},       {"GroupFlag", FieldType::Integer},
+    {"Name", FieldType::Text},        {"Preview", FieldType::Text},
+    {"DateD", FieldType::Date},       {"Number", FieldType::Text},
+    {"Comment", FieldType::Text},     {"SumA", FieldType::Double},
     {"FOIDR", FieldType::Text}};
 
 constexpr const char* kListSql =
     "SELECT o.id, o.otype, o.group_id, o.day, o.serija, o.number, o.comment, o.doc_ref,"
     " (SELECT SUM(e.sum_lt) FROM entry e WHERE e.oper_id = o.id) FROM oper o ";
 
-void loadListRow(RowSet& rows, const Statement& from) {
-  const int id = static_cast<int>(from.integer(0));
-  const int group = static_cast<int>(from.integer(2));
-  const int day = static_cast<int>(from.integer(3));
-  const std::string reference = refOf(kOperationKind, id);
-  const std::string name = operName(day, from.text(4), from.text(5));
-  rows.LoadRow();
-  rows["OIDR"] = reference;
-  rows["OID"] = reference;
-  rows["ParentID"] = static_cast<double>(group);
-  rows["ParentOIDR"] = refOf("O0201400", group);
-  rows["OType"] = from.text(1);
-  rows["GroupFlag"] = 0.0;
-  rows["Name"] = name;
-  rows["Preview"] = name;
-  rows["DateD"] = Variant(DateTime::FromDayNumber(day));
-  rows["Number"] = from.text(5);
-  rows["Comment"] = from.text(6);
-  rows["SumA"] = static_cast<double>(from.integer(8)) / 100.0;
-  rows["FOIDR"] = from.isNull(7) ? refOf(from.text(1), id) : std::string(from.text(7));
+// The fields of the list, fetched once for all its rows.
+class OperationRows {
+ public:
+  OperationRows() : set_(RowSet::make(kOperList)) {
+    for (std::size_t i = 0; i < set_->Fields().size(); ++i) fields_.push_back(set_->Fields()[i]);
+  }
+  void load(const Statement& from) {
+    const int id = static_cast<int>(from.integer(0));
+    const int group = static_cast<int>(from.integer(2));
+    const int day = static_cast<int>(from.integer(3));
+    const std::string reference = refOf(kOperationKind, id);
+    const std::string name = operName(day, from.text(4), from.text(5));
+    set_->LoadRow();
+    std::size_t column = 0;
+    const auto next = [&]() -> Field& { return fields_[column++]; };
+    next() = reference;
+    next() = reference;
+    next() = static_cast<double>(group);
+    next() = refOf("O0201400", group);
+    next() = from.text(1);
+    next() = 0.0;
+    next() = name;
+    next() = name;
+    next() = Variant(DateTime::FromDayNumber(day));
+    next() = from.text(5);
+    next() = from.text(6);
+    next() = static_cast<double>(from.integer(8)) / 100.0;
+    next() = from.isNull(7) ? refOf(from.text(1), id) : std::string(from.text(7));
+  }
+  const RowSetPtr& set() const { return set_; }
+
+ private:
+  RowSetPtr set_;
+  std::vector<Field> fields_;
+};
+
+// A day as the columns keep it; `fallback` for none.
+int dayOr(std::span<const std::string> arguments, std::size_t place, int fallback) {
+  if (place >= arguments.size()) return fallback;
+  const auto day = DateTime::Parse(arguments[place]);
+  return day ? day->DayNumber() : fallback;
 }
 
 class OperationHandler final : public RecordHandler {
@@ -56,18 +81,20 @@ class OperationHandler final : public RecordHandler {
   void erase(Session& session, std::string_view, int id) const override {
     eraseOperation(session, id);
   }
-  // 'group' lists the operations of a group; '','filter' those of all groups that the filter lets
-  // through.
+  // 'group','filter','from','to': the operations of a group in a period; with no group those of all
+  // groups that the filter lets through.
   RowSetPtr list(Session& session, std::string_view,
                  std::span<const std::string> arguments) const override {
     const std::string group = arguments.empty() ? "" : arguments[0];
-    const RowSetPtr rows = RowSet::make(kOperList);
-    auto select = session.db().prepare(
-        std::string(kListSql) + (isRef(group) ? "WHERE o.group_id = $1 ORDER BY o.id"
-                                              : "ORDER BY o.id"));
-    if (isRef(group)) select->bind(1, idOf(group));
-    while (select->step()) loadListRow(*rows, *select);
-    return finishList(rows, arguments.size() > 1 ? arguments[1] : "");
+    const std::string filter = arguments.size() > 1 ? arguments[1] : "";
+    const char* where = isRef(group) ? "WHERE o.group_id = $3 AND o.day BETWEEN $1 AND $2"
+                                     : "WHERE o.day BETWEEN $1 AND $2";
+    auto select = session.db().prepare(std::string(kListSql) + where + " ORDER BY o.id");
+    select->bind(1, dayOr(arguments, 2, 0)).bind(2, dayOr(arguments, 3, 99999999));
+    if (isRef(group)) select->bind(3, idOf(group));
+    OperationRows rows;
+    while (select->step()) rows.load(*select);
+    return finishList(rows.set(), filter);
   }
 };
 
