@@ -10,14 +10,10 @@ namespace tolvex::store {
 namespace {
 
 constexpr FieldMap kFields[] = {
-    number("ParentID", "parent_id").zeroIsNull(),
-    text("Account", "code", 20).needed(),
-    text("Name", "name", 300).needed(),
-    text("Type", "type", 1).needed(),
-    number("GroupFlag", "group_flag").zero(),
-    number("BRAPropertyID", "mark_id").zeroIsNull(),
-    number("NewID", "new_id").zeroIsNull(),
-    computed("OwnCode", FieldType::Text, "t.path"),
+    number("ParentID", "parent_id").zeroIsNull(), text("Account", "code", 20).needed(),
+    text("Name", "name", 300).needed(),           text("Type", "type", 1).needed(),
+    number("GroupFlag", "group_flag").zero(),     number("BRAPropertyID", "mark_id").zeroIsNull(),
+    number("NewID", "new_id").zeroIsNull(),       computed("OwnCode", FieldType::Text, "t.path"),
 };
 constexpr FieldMap kList[] = {text("Account", "code", 20), text("Type", "type", 1)};
 constexpr Referrer kReferrers[] = {
@@ -45,8 +41,9 @@ bool onlyDigits(const std::string& code) {
 void checkNumber(const Saving& saving, int plan, const std::string& code) {
   Database& db = saving.session.db();
   if (!onlyDigits(code)) refuseRule("Sąskaitos numerį turi sudaryti tik skaitmenys!");
+  // The account of opening balances, which has the id 0, is nobody's parent.
   const std::string parent =
-      textFrom(db, "SELECT code FROM account WHERE id = $1", idIn(saving, "ParentID"));
+      textFrom(db, "SELECT code FROM account WHERE id = $1 AND id <> 0", idIn(saving, "ParentID"));
   if (!parent.empty() && (code.size() <= parent.size() || !code.starts_with(parent))) {
     refuseRule("Sąskaitos numeris turi prasidėti aukštesnės sąskaitos numeriu " + parent +
                " ir būti ilgesnis!");
@@ -162,7 +159,8 @@ constexpr RecordMap kWorking = planMap("t.plan = 0", 0);
 constexpr RecordMap kNew = planMap("t.plan = 1", 1);
 constexpr RecordMap kBoth = planMap("t.plan IN (0, 1)", 0);
 
-// The list may be asked in a mode: "FULL" shows both plans, "All" (for print) is the plan by number.
+// The list may be asked in a mode: "FULL" shows both plans, "All" (for print) is the plan by
+// number.
 class PlanRecords final : public MappedRecords {
  public:
   using MappedRecords::MappedRecords;
