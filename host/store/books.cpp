@@ -29,8 +29,8 @@ BooksError explained(const std::string& place, const DatabaseError& error) {
     case Kind::Damaged:
       return problem(place, "failas sugadintas arba tai ne buhalterijos duomenų bazė.");
     case Kind::Lost:
-      return problem(place, "nepavyko prisijungti prie duomenų bazės serverio: " +
-                                std::string(error.what()));
+      return problem(
+          place, "nepavyko prisijungti prie duomenų bazės serverio: " + std::string(error.what()));
     default:
       return problem(place, error.what());
   }

@@ -32,8 +32,7 @@ void initBooks(Database& db, const NewBooks& what, const Session::ClockFunction&
 // Opens, migrates an older schema, refuses a newer one, a damaged file, a file that is none.
 // `login` must exist and be active, with the right password where it has one.
 std::unique_ptr<Session> openBooks(const std::string& place, const std::string& login,
-                                   const std::string& password,
-                                   Session::ClockFunction clock = {});
+                                   const std::string& password, Session::ClockFunction clock = {});
 
 // The same over a database at hand.
 std::unique_ptr<Session> openSession(std::unique_ptr<Database> db, const std::string& login,

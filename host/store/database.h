@@ -22,14 +22,14 @@ inline constexpr int kApplicationId = 0x544C5658;
 class DatabaseError : public std::runtime_error {
  public:
   enum class Kind {
-    Busy,        // locked by another, or a deadlock or serialization failure: may be tried again
-    Unique,      // a unique key exists already
-    Reference,   // a foreign key does not exist, or is still in use
-    Check,       // a check of the schema failed
-    Full,        // no room on the disk
+    Busy,       // locked by another, or a deadlock or serialization failure: may be tried again
+    Unique,     // a unique key exists already
+    Reference,  // a foreign key does not exist, or is still in use
+    Check,      // a check of the schema failed
+    Full,       // no room on the disk
     ReadOnly,
-    Damaged,     // the file is no database or is corrupt
-    Lost,        // the connection is gone
+    Damaged,  // the file is no database or is corrupt
+    Lost,     // the connection is gone
     Other,
   };
   DatabaseError(Kind kind, const std::string& text) : std::runtime_error(text), kind(kind) {}
@@ -61,7 +61,8 @@ class Statement {
   virtual bool isNull(int column) const = 0;
   virtual std::int64_t integer(int column) const = 0;  // null reads as 0
   virtual double real(int column) const = 0;
-  virtual std::string_view text(int column) const = 0;  // null reads as ""; valid until the next step
+  virtual std::string_view text(
+      int column) const = 0;  // null reads as ""; valid until the next step
 
  private:
   friend class StatementLease;

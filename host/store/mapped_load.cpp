@@ -8,9 +8,9 @@
 namespace tolvex::store {
 namespace {
 
-constexpr ColumnSpec kIdentity[] = {{"ID", FieldType::Integer},  {"OIDR", FieldType::Text},
-                                    {"OID", FieldType::Text},    {"OType", FieldType::Text},
-                                    {"Preview", FieldType::Text}, {"RowVersion", FieldType::Integer}};
+constexpr ColumnSpec kIdentity[] = {
+    {"ID", FieldType::Integer}, {"OIDR", FieldType::Text},    {"OID", FieldType::Text},
+    {"OType", FieldType::Text}, {"Preview", FieldType::Text}, {"RowVersion", FieldType::Integer}};
 
 ColumnSpec columnOf(const FieldMap& field) { return {field.field, field.type, field.size}; }
 
@@ -138,16 +138,15 @@ RowSetPtr MappedRecords::create(Session&, std::string_view kind, std::string_vie
 
 RowSetPtr MappedRecords::listWhere(Session& session, std::string_view kind,
                                    const std::string& condition, const int* argument) const {
-  const std::string sql =
-      "SELECT t.id, " + std::string(map_.kindOfRow ? map_.kindOfRow : "''") + ", " +
-      (map_.tree ? "t.parent_id, t.group_flag" : "NULL, 0") + ", " +
-      (map_.listType ? map_.listType : "''") + ", " + map_.name + ", " + map_.preview +
-      selected(map_.listFields) + fromTable(map_) + condition + " ORDER BY " + map_.order;
+  const std::string sql = "SELECT t.id, " + std::string(map_.kindOfRow ? map_.kindOfRow : "''") +
+                          ", " + (map_.tree ? "t.parent_id, t.group_flag" : "NULL, 0") + ", " +
+                          (map_.listType ? map_.listType : "''") + ", " + map_.name + ", " +
+                          map_.preview + selected(map_.listFields) + fromTable(map_) + condition +
+                          " ORDER BY " + map_.order;
   auto query = session.db().prepare(sql);
   if (argument) query->bind(1, *argument);
   if (map_.idsByKind) query->bind(argument ? 2 : 1, kind);
-  const RowSetPtr rows =
-      RowSet::make(listColumns_.data(), static_cast<int>(listColumns_.size()));
+  const RowSetPtr rows = RowSet::make(listColumns_.data(), static_cast<int>(listColumns_.size()));
   RowSet& row = *rows;
   while (query->step()) {
     const std::string exact(map_.kindOfRow ? query->text(1) : kind);

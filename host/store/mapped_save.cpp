@@ -42,14 +42,12 @@ void bindNumber(Statement& statement, int index, const FieldMap& field, Field va
     statement.bind(index, given);
     return;
   }
-  const double limit = field.type == FieldType::SmallInt
-                           ? std::numeric_limits<std::int16_t>::max()
-                           : std::numeric_limits<std::int32_t>::max();
+  const double limit = field.type == FieldType::SmallInt ? std::numeric_limits<std::int16_t>::max()
+                                                         : std::numeric_limits<std::int32_t>::max();
   if (std::abs(stored - std::nearbyint(stored)) > 0.01 || std::abs(stored) > limit) {
     refuseRule("Klaidinga lauko " + quotedName(field) + " reikšmė: " + plainNumber(given) + "!");
   }
-  const bool nowhere =
-      field.absent == Absent::NullIsZero || field.absent == Absent::ZeroIsNull;
+  const bool nowhere = field.absent == Absent::NullIsZero || field.absent == Absent::ZeroIsNull;
   if (stored == 0 && nowhere) {
     statement.bindNull(index);
   } else {
@@ -68,8 +66,8 @@ void bindFound(Database& db, Statement& statement, int index, const FieldMap& fi
   auto query = bound(db, field.lookup, name);
   if (std::string_view(field.lookup).find("$2") != std::string_view::npos) query->bind(2, owner);
   if (!query->step()) {
-    throw Refusal(kReferred, "Įraše nurodytas objektas neegzistuoja: " + name + " (" +
-                                 field.field + ")!");
+    throw Refusal(kReferred,
+                  "Įraše nurodytas objektas neegzistuoja: " + name + " (" + field.field + ")!");
   }
   statement.bind(index, query->integer(0));
 }
@@ -196,8 +194,8 @@ void requireParent(const Saving& saving) {
   bool first = true;
   while (above != 0) {
     if (above == saving.id) refuseRule("Įrašas negali būti savo paties viduje!");
-    auto query = recordQuery(saving.session.db(), saving.map, "t.parent_id", "id", above,
-                             saving.kind);
+    auto query =
+        recordQuery(saving.session.db(), saving.map, "t.parent_id", "id", above, saving.kind);
     if (!query->step()) {
       if (first) throw Refusal(kParentGone, "Aukštesnio lygio įrašas nebeegzistuoja!");
       break;
@@ -217,12 +215,11 @@ int insertHeader(const Saving& saving, const std::string& kind) {
   int id = 0;
   if (map.idsByKind) {
     columns.add("id");
-    id = 1 + static_cast<int>(
-                 integerFrom(db,
-                             "SELECT MAX(id) FROM " + std::string(map.table) + " WHERE " +
-                                 map.kindColumn + " = $1",
-                             kind)
-                     .value_or(0));
+    id = 1 + static_cast<int>(integerFrom(db,
+                                          "SELECT MAX(id) FROM " + std::string(map.table) +
+                                              " WHERE " + map.kindColumn + " = $1",
+                                          kind)
+                                  .value_or(0));
   }
   auto insert = db.prepare("INSERT INTO " + std::string(map.table) + " (" + columns.names +
                            ") VALUES (" + columns.marks + ") RETURNING id");
@@ -257,8 +254,8 @@ void updateHeader(const Saving& saving, const std::string& kind) {
   if (map.idsByKind) update->bind(index, kind);
   if (update->run() > 0) return;
   if (stands(db, map, kind, saving.id)) {
-    throw Refusal(kChangedByOther, "Įrašą pakeitė kitas vartotojas: " +
-                                       std::string(saving.row["Preview"].Text()));
+    throw Refusal(kChangedByOther,
+                  "Įrašą pakeitė kitas vartotojas: " + std::string(saving.row["Preview"].Text()));
   }
   throw Refusal(kEditedGone, "Redaguojamas įrašas nebeegzistuoja!");
 }

@@ -134,9 +134,7 @@ class PostgresStatement final : public Statement {
   void reset() override { result_.reset(); }
   int changes() const override { return changes_; }
 
-  bool isNull(int column) const override {
-    return PQgetisnull(result_.get(), row_, column) != 0;
-  }
+  bool isNull(int column) const override { return PQgetisnull(result_.get(), row_, column) != 0; }
   std::int64_t integer(int column) const override {
     const std::string_view digits = text(column);
     std::int64_t out = 0;
@@ -174,8 +172,7 @@ class PostgresStatement final : public Statement {
   }
   void prepare() {
     name_ = "s" + std::to_string(connection_.nextName());
-    connection_.check(
-        PQprepare(connection_.handle(), name_.c_str(), sql_.c_str(), 0, nullptr));
+    connection_.check(PQprepare(connection_.handle(), name_.c_str(), sql_.c_str(), 0, nullptr));
     generation_ = connection_.generation();
   }
   void send() {
@@ -194,8 +191,7 @@ class PostgresStatement final : public Statement {
   Value& value(int index) {
     const auto i = static_cast<std::size_t>(index) - 1;
     if (index < 1 || i >= values_.size()) {
-      throw DatabaseError(Kind::Other,
-                          "no parameter $" + std::to_string(index) + " in: " + sql_);
+      throw DatabaseError(Kind::Other, "no parameter $" + std::to_string(index) + " in: " + sql_);
     }
     return values_[i];
   }
@@ -239,12 +235,14 @@ class PostgresDatabase final : public Database {
   // Writers hold the shared form of one lock of the company, so that work on the whole books waits
   // for them and keeps new ones out.
   void beginWrite() override {
-    begin("BEGIN ISOLATION LEVEL READ COMMITTED READ WRITE;"
-          "SELECT pg_advisory_xact_lock_shared(1414288984, hashtext(current_schema()))");
+    begin(
+        "BEGIN ISOLATION LEVEL READ COMMITTED READ WRITE;"
+        "SELECT pg_advisory_xact_lock_shared(1414288984, hashtext(current_schema()))");
   }
   void beginExclusive() override {
-    begin("BEGIN ISOLATION LEVEL READ COMMITTED READ WRITE;"
-          "SELECT pg_advisory_xact_lock(1414288984, hashtext(current_schema()))");
+    begin(
+        "BEGIN ISOLATION LEVEL READ COMMITTED READ WRITE;"
+        "SELECT pg_advisory_xact_lock(1414288984, hashtext(current_schema()))");
   }
   void beginRead() override { begin("BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY"); }
   void commit() override {

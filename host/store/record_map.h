@@ -25,12 +25,12 @@ enum class Absent {
 struct FieldMap {
   const char* field;
   FieldType type;
-  const char* column;       // of a computed field: an expression over the table, called t
-  int size = 0;             // text: greatest number of characters
+  const char* column;             // of a computed field: an expression over the table, called t
+  int size = 0;                   // text: greatest number of characters
   const char* initial = nullptr;  // of a new record
   Absent absent = Absent::Null;
   bool isNeeded = false, isComputed = false, isKey = false;
-  int scale = 0;            // a number kept as an integer of so many decimals
+  int scale = 0;                 // a number kept as an integer of so many decimals
   const char* readAs = nullptr;  // expression in place of the column
   const char* lookup = nullptr;  // query for the stored id: $1 the field's text, $2 the record's id
   const char* unbound = "";      // text that is stored as null without a look
@@ -50,7 +50,7 @@ struct FieldMap {
 
  private:
   template <class Value>
-  constexpr FieldMap with(Value FieldMap::* member, Value value) const {
+  constexpr FieldMap with(Value FieldMap::*member, Value value) const {
     FieldMap copy = *this;
     copy.*member = value;
     return copy;
@@ -87,7 +87,7 @@ constexpr FieldMap key(const char* field, const char* column) {
 struct ChildMap {
   const char* field;  // the nested set; nullptr: the second set of the save
   const char* table;
-  const char* owned;  // condition over t, with the owner's id as $1
+  const char* owned;        // condition over t, with the owner's id as $1
   const char* ownerColumn;  // takes the owner's id; nullptr: a lookup of a field finds the place
   std::span<const FieldMap> fields;
   std::span<const ChildMap> children = {};
@@ -109,7 +109,7 @@ struct Saving {
   std::string_view kind;
   RowSet& row;  // on the header row
   RowSet* second;
-  int id;       // 0 before a new record is written
+  int id;  // 0 before a new record is written
   bool isNew;
 };
 
@@ -122,19 +122,19 @@ struct RecordMap {
   std::span<const ChildMap> children = {};
   std::span<const Referrer> referrers = {};
   std::span<const FieldMap> listFields = {};  // columns of the list beyond the common ones
-  const char* component = "";       // of rights; "" asks for none
-  bool componentByRecord = false;   // the record's id is added to the component
-  bool tree = false;                // parent_id and group_flag
-  bool versioned = true;            // row_version
+  const char* component = "";                 // of rights; "" asks for none
+  bool componentByRecord = false;             // the record's id is added to the component
+  bool tree = false;                          // parent_id and group_flag
+  bool versioned = true;                      // row_version
   const char* preview = "t.name";
   const char* name = "t.name";
-  const char* where = "";            // condition over t that every record of the map meets
+  const char* where = "";             // condition over t that every record of the map meets
   const char* fixedColumn = nullptr;  // given `fixedValue` in a new record, to meet `where`
   int fixedValue = 0;
   const char* kindColumn = nullptr;  // keeps the exact kind; nullptr: the table is of one kind
   bool idsByKind = false;            // the key is kind and id, and ids are counted for each kind
   const char* kindOfRow = nullptr;   // expression; nullptr: the kind that was asked
-  const char* listType = nullptr;   // expression for OType in lists
+  const char* listType = nullptr;    // expression for OType in lists
   const char* order = "t.id";
   void (*check)(const Saving&) = nullptr;   // before anything is written
   void (*stored)(const Saving&) = nullptr;  // after the record and its sets

@@ -19,10 +19,11 @@ class RecordHandler {
   virtual ~RecordHandler() = default;
   // Null when there is no such record.
   virtual RowSetPtr load(Session& session, std::string_view kind, int id) const = 0;
-  virtual RowSetPtr create(Session& session, std::string_view kind, std::string_view otype) const = 0;
-  // `changes` is RowSet::Changes of the header, never without its row; `second` and `third` are those
-  // of the further sets, or null. Writes what is new (ids, version, number) into
-  // `changes`; the session copies it back and accepts after the commit. Returns the id.
+  virtual RowSetPtr create(Session& session, std::string_view kind,
+                           std::string_view otype) const = 0;
+  // `changes` is RowSet::Changes of the header, never without its row; `second` and `third` are
+  // those of the further sets, or null. Writes what is new (ids, version, number) into `changes`;
+  // the session copies it back and accepts after the commit. Returns the id.
   virtual int save(Session& session, std::string_view kind, std::string_view otype, RowSet& changes,
                    RowSet* second, RowSet* third) const = 0;
   virtual void erase(Session& session, std::string_view kind, int id) const = 0;
@@ -41,9 +42,9 @@ std::vector<std::string> listArguments(std::string_view first, std::string_view 
 
 // The columns that every list begins with.
 inline constexpr ColumnSpec kListColumns[] = {
-    {"OIDR", FieldType::Text},     {"OID", FieldType::Text},   {"ParentID", FieldType::Integer},
-    {"ParentOIDR", FieldType::Text}, {"OType", FieldType::Text}, {"GroupFlag", FieldType::Integer},
-    {"Name", FieldType::Text},     {"Preview", FieldType::Text}};
+    {"OIDR", FieldType::Text},       {"OID", FieldType::Text},    {"ParentID", FieldType::Integer},
+    {"ParentOIDR", FieldType::Text}, {"OType", FieldType::Text},  {"GroupFlag", FieldType::Integer},
+    {"Name", FieldType::Text},       {"Preview", FieldType::Text}};
 
 // Narrows a list by a filter text. A list that is longer than a tree can show is refused (1207).
 RowSetPtr finishList(RowSetPtr rows, std::string_view filter);

@@ -115,9 +115,8 @@ constexpr RecordMap kEmployees = {.table = "employee",
 // --- banks and bank accounts
 
 constexpr FieldMap kBankFields[] = {
-    text("Name", "name", 200).needed(), text("Code", "code", 20),
-    text("SWIFT", "swift", 20),         text("Street", "street", 200),
-    text("City", "city", 100),          text("Country", "country", 100),
+    text("Name", "name", 200).needed(), text("Code", "code", 20),  text("SWIFT", "swift", 20),
+    text("Street", "street", 200),      text("City", "city", 100), text("Country", "country", 100),
 };
 constexpr Referrer kBankReferrers[] = {
     {"Bankas nurodytas banko sąskaitoje: ",

@@ -35,16 +35,13 @@ constexpr FieldMap kRowFields[] = {
     small("FontBold", "font_bold").zero(),
     number("Alignment", "alignment").zero(),
 };
-constexpr ChildMap kSets[] = {{"JournalRows", "journal_row", "t.journal_id = $1", "journal_id",
-                               kRowFields, kPointers}};
+constexpr ChildMap kSets[] = {
+    {"JournalRows", "journal_row", "t.journal_id = $1", "journal_id", kRowFields, kPointers}};
 
 constexpr FieldMap kFields[] = {
-    number("ParentID", "parent_id").zeroIsNull(),
-    number("GroupFlag", "group_flag").zero(),
-    text("Name", "name", 200).needed(),
-    text("ConfigList", "config_list", 0).zero(),
-    text("ParamList", "param_list", 0).zero(),
-    key("GUID", "guid"),
+    number("ParentID", "parent_id").zeroIsNull(), number("GroupFlag", "group_flag").zero(),
+    text("Name", "name", 200).needed(),           text("ConfigList", "config_list", 0).zero(),
+    text("ParamList", "param_list", 0).zero(),    key("GUID", "guid"),
 };
 constexpr FieldMap kList[] = {text("ParamList", "param_list", 0)};
 
@@ -72,7 +69,8 @@ void beginLikeGroup(const Saving& saving) {
   }
   if (anyRow(db, "SELECT 1 FROM journal_row WHERE journal_id = $1", saving.id)) return;
   std::map<std::string, std::string> keys;  // of the group's rows, of the journal's
-  auto rows = bound(db, "SELECT id, guid FROM journal_row WHERE journal_id = $1 ORDER BY id", group);
+  auto rows =
+      bound(db, "SELECT id, guid FROM journal_row WHERE journal_id = $1 ORDER BY id", group);
   while (rows->step()) {
     const std::string& fresh = keys[std::string(rows->text(1))] = newGuid();
     copyRow(db, saving.id, static_cast<int>(rows->integer(0)), fresh);

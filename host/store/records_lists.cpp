@@ -1,25 +1,19 @@
 // Currencies, VAT tariffs and the small lists of other modules.
+#include "framework/text.h"
 #include "host/store/mapped_records.h"
 #include "host/store/record_table.h"
 #include "host/store/referrers.h"
 #include "host/store/sql.h"
 
-#include "framework/text.h"
-
 namespace tolvex::store {
 namespace {
 
 constexpr FieldMap kCurrencyFields[] = {
-    text("Code", "code", 3).needed(),
-    text("Name", "name", 100).needed(),
-    small("BaseCurrency", "base").zero(),
-    real("FixedRate", "fixed_rate").zero(),
-    text("OneCurr", "one_curr", 30),
-    text("TwoCurr", "two_curr", 30),
-    text("ManyCurr", "many_curr", 30),
-    text("OneSmall", "one_small", 30),
-    text("TwoSmall", "two_small", 30),
-    text("ManySmall", "many_small", 30),
+    text("Code", "code", 3).needed(),     text("Name", "name", 100).needed(),
+    small("BaseCurrency", "base").zero(), real("FixedRate", "fixed_rate").zero(),
+    text("OneCurr", "one_curr", 30),      text("TwoCurr", "two_curr", 30),
+    text("ManyCurr", "many_curr", 30),    text("OneSmall", "one_small", 30),
+    text("TwoSmall", "two_small", 30),    text("ManySmall", "many_small", 30),
 };
 constexpr FieldMap kCurrencyList[] = {text("Code", "code", 3), small("BaseCurrency", "base"),
                                       real("FixedRate", "fixed_rate")};
@@ -36,8 +30,7 @@ void checkCurrency(const Saving& saving) {
   if (length(code) != 3) refuseRule("Valiutos kodas turi būti iš trijų raidžių!");
   if (saving.row["FixedRate"].Number() < 0) refuseRule("Valiutos kursas negali būti neigiamas!");
   const bool base = saving.row["BaseCurrency"].Number() != 0;
-  const bool wasBase =
-      anyRow(db, "SELECT 1 FROM currency WHERE id = $1 AND base = 1", saving.id);
+  const bool wasBase = anyRow(db, "SELECT 1 FROM currency WHERE id = $1 AND base = 1", saving.id);
   if (base != wasBase) refuseRule("Bazinė valiuta nekeičiama!");
   if (saving.isNew) return;
   const std::string before = textFrom(db, "SELECT code FROM currency WHERE id = $1", saving.id);
@@ -76,10 +69,10 @@ constexpr FieldMap kObjectFields[] = {
     text("Extra", "extra", 500),
     computed("DocumentTypeCodes", FieldType::Text, "t.extra"),
 };
-constexpr FieldMap kObjectList[] = {
-    computed("ID", FieldType::Integer, "t.id"), text("Code", "code", 100),
-    computed("Extra", FieldType::Text, "t.extra"),
-    computed("DocumentTypeCodes", FieldType::Text, "t.extra")};
+constexpr FieldMap kObjectList[] = {computed("ID", FieldType::Integer, "t.id"),
+                                    text("Code", "code", 100),
+                                    computed("Extra", FieldType::Text, "t.extra"),
+                                    computed("DocumentTypeCodes", FieldType::Text, "t.extra")};
 constexpr RecordMap kObjects = {.table = "ref_object",
                                 .fields = kObjectFields,
                                 .referrers = kAddresseeReferrers,

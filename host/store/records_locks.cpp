@@ -17,19 +17,18 @@ constexpr const char* kKind = "O0201300";
 constexpr const char* kComponent = "CAllAccLock";
 
 constexpr ColumnSpec kRecord[] = {
-    {"ID", FieldType::Integer},      {"OIDR", FieldType::Text},
-    {"OID", FieldType::Text},        {"OType", FieldType::Text},
-    {"Preview", FieldType::Text},    {"RowVersion", FieldType::Integer},
+    {"ID", FieldType::Integer},       {"OIDR", FieldType::Text},
+    {"OID", FieldType::Text},         {"OType", FieldType::Text},
+    {"Preview", FieldType::Text},     {"RowVersion", FieldType::Integer},
     {"Account", FieldType::Text, 20}, {"DateToHigh", FieldType::Date},
-    {"DateToLow", FieldType::Date},  {"UserOIDR", FieldType::Text, 30}};
-constexpr ColumnSpec kList[] = {
-    {"OIDR", FieldType::Text},        {"OID", FieldType::Text},
-    {"ParentID", FieldType::Integer}, {"ParentOIDR", FieldType::Text},
-    {"OType", FieldType::Text},       {"GroupFlag", FieldType::Integer},
-    {"Name", FieldType::Text},        {"Preview", FieldType::Text},
-    {"ComponentID", FieldType::Text}, {"Account", FieldType::Text},
-    {"DateToHigh", FieldType::Date},  {"DateToLow", FieldType::Date},
-    {"BLOIDR", FieldType::Text}};
+    {"DateToLow", FieldType::Date},   {"UserOIDR", FieldType::Text, 30}};
+constexpr ColumnSpec kList[] = {{"OIDR", FieldType::Text},        {"OID", FieldType::Text},
+                                {"ParentID", FieldType::Integer}, {"ParentOIDR", FieldType::Text},
+                                {"OType", FieldType::Text},       {"GroupFlag", FieldType::Integer},
+                                {"Name", FieldType::Text},        {"Preview", FieldType::Text},
+                                {"ComponentID", FieldType::Text}, {"Account", FieldType::Text},
+                                {"DateToHigh", FieldType::Date},  {"DateToLow", FieldType::Date},
+                                {"BLOIDR", FieldType::Text}};
 
 constexpr const char* kLocked =
     "SELECT a.id, a.code, a.name, l.day_high, l.day_low, l.row_version, u.employee_id"
@@ -66,9 +65,8 @@ class LockRecords final : public RecordHandler {
     row["Account"] = query->text(1);
     row["DateToHigh"] = dayOrNull(*query, 3);
     row["DateToLow"] = dayOrNull(*query, 4);
-    row["UserOIDR"] = query->isNull(6)
-                          ? std::string()
-                          : refOf("O0001401", static_cast<int>(query->integer(6)));
+    row["UserOIDR"] =
+        query->isNull(6) ? std::string() : refOf("O0001401", static_cast<int>(query->integer(6)));
     return record;
   }
 
@@ -90,7 +88,8 @@ class LockRecords final : public RecordHandler {
     const int account = heldAccount(db, row["Account"].Text());
     const auto stored =
         integerFrom(db, "SELECT row_version FROM account_lock WHERE account_id = $1", account);
-    if (row.State() != RowState::Added && stored.value_or(0) != static_cast<int>(row["RowVersion"].Number())) {
+    if (row.State() != RowState::Added &&
+        stored.value_or(0) != static_cast<int>(row["RowVersion"].Number())) {
       throw Refusal(kChangedByOther, "Įrašą pakeitė kitas vartotojas: sąskaita " +
                                          std::string(row["Account"].Text()));
     }
@@ -127,8 +126,8 @@ class LockRecords final : public RecordHandler {
     for (const std::string& argument : arguments) {
       if (filter.empty()) filter = trim(argument);
     }
-    auto query = session.db().prepare(
-        kLocked + std::string(" AND a.group_flag = 0 ORDER BY a.plan, a.code"));
+    auto query = session.db().prepare(kLocked +
+                                      std::string(" AND a.group_flag = 0 ORDER BY a.plan, a.code"));
     const RowSetPtr rows = RowSet::make(kList);
     RowSet& row = *rows;
     while (query->step()) {

@@ -14,8 +14,7 @@ constexpr const char* kAny = "*";  // the account is chosen when the template is
 
 constexpr FieldMap kLineFields[] = {
     key("GUID", "guid"),
-    computed("BRTemplateGUID", FieldType::Text,
-             "'O0201600' || CAST(t.template_id AS VARCHAR(12))"),
+    computed("BRTemplateGUID", FieldType::Text, "'O0201600' || CAST(t.template_id AS VARCHAR(12))"),
     text("AccountD", "account_d", 20)
         .read("COALESCE((SELECT a.code FROM account a WHERE a.id = t.account_d), '*')")
         .find(kAccountByCode, kAny),

@@ -6,9 +6,9 @@
 namespace tolvex::store {
 
 // Date and number of operation o, as users read them.
-#define TOLVEX_OPER_NAME                                                          \
-  "SUBSTR(CAST(o.day AS VARCHAR(8)), 1, 4) || '.' || "                            \
-  "SUBSTR(CAST(o.day AS VARCHAR(8)), 5, 2) || '.' || "                            \
+#define TOLVEX_OPER_NAME                               \
+  "SUBSTR(CAST(o.day AS VARCHAR(8)), 1, 4) || '.' || " \
+  "SUBSTR(CAST(o.day AS VARCHAR(8)), 5, 2) || '.' || " \
   "SUBSTR(CAST(o.day AS VARCHAR(8)), 7, 2) || ' ' || o.serija || o.number"
 
 inline constexpr const char* kNamedByOperation = "Objektas nurodytas operacijoje: ";
@@ -16,8 +16,8 @@ inline constexpr const char* kNamedByOperation = "Objektas nurodytas operacijoje
 // Names of an addressee by its reference. The set of addressees that a deleted operation leaves
 // behind names nobody.
 inline constexpr Referrer kAddresseeReferrers[] = {
-    {kNamedByOperation,
-     "SELECT " TOLVEX_OPER_NAME " FROM oper o WHERE o.client_ref = $1 LIMIT 1", true},
+    {kNamedByOperation, "SELECT " TOLVEX_OPER_NAME " FROM oper o WHERE o.client_ref = $1 LIMIT 1",
+     true},
     {kNamedByOperation,
      "SELECT " TOLVEX_OPER_NAME " FROM dimset_ref r"
      " JOIN posting p ON p.dimset_id = r.dimset_id AND p.dimset_id <> 0"

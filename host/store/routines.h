@@ -24,7 +24,7 @@ class Argument {
   const std::string& str() const { return text_; }  // a number as it was written
   int integer() const;                              // absent: 0
   double real() const { return number_; }
-  int day() const;                                  // yyyymmdd; absent or "": 0
+  int day() const;  // yyyymmdd; absent or "": 0
 
  private:
   Kind kind_ = Kind::Absent;
@@ -37,14 +37,16 @@ class Argument {
 // number is one, any other bare token is text. Throws Refusal 1207 for a text that does not part.
 std::vector<Argument> parseParameters(std::string_view text);
 
-// Declared parameters, one letter each: t text, n number, i whole number, d date, r reference (text,
-// bare or quoted, or a number); capital letters and what follows them are optional; "*" any number.
+// Declared parameters, one letter each: t text, n number, i whole number, d date, r reference
+// (text, bare or quoted, or a number); capital letters and what follows them are optional; "*" any
+// number.
 struct Routine {
   std::string_view kinds;       // object codes that answer it, joined by blanks
   std::string_view name;        // without the "DO…_" in front
   std::string_view parameters;  // "tdtI"
   bool writes;                  // needs a write transaction
-  Variant (*answer)(Session& session, const std::vector<Argument>& arguments, std::string_view kind);
+  Variant (*answer)(Session& session, const std::vector<Argument>& arguments,
+                    std::string_view kind);
 };
 
 // Of all files routines_*.cpp, joined in routine_table.cpp.

@@ -63,23 +63,60 @@ int storedEpoch(Database& db) { return std::atoi(metaValue(db, "epoch").c_str())
 void raiseEpoch(Database& db) { setMetaValue(db, "epoch", std::to_string(storedEpoch(db) + 1)); }
 
 const std::vector<std::string>& baseTables() {
-  static const std::vector<std::string> tables = {
-      "firm", "person", "employee", "bank", "bank_account", "currency", "currency_rate",
-      "ref_object", "addressee_kind", "vat_tariff", "app_role", "app_user", "right_component",
-      "right_grant", "user_setting", "account_mark", "account", "account_lock", "template",
-      "template_line", "template_addr", "oper_group", "template_set", "an_bucket", "oper", "entry",
-      "posting", "entry_ref", "oper_log", "comment_text", "journal", "journal_row",
-      "journal_row_pointer", "pay_template", "pay_template_item", "bank_format"};
+  static const std::vector<std::string> tables = {"firm",
+                                                  "person",
+                                                  "employee",
+                                                  "bank",
+                                                  "bank_account",
+                                                  "currency",
+                                                  "currency_rate",
+                                                  "ref_object",
+                                                  "addressee_kind",
+                                                  "vat_tariff",
+                                                  "app_role",
+                                                  "app_user",
+                                                  "right_component",
+                                                  "right_grant",
+                                                  "user_setting",
+                                                  "account_mark",
+                                                  "account",
+                                                  "account_lock",
+                                                  "template",
+                                                  "template_line",
+                                                  "template_addr",
+                                                  "oper_group",
+                                                  "template_set",
+                                                  "an_bucket",
+                                                  "oper",
+                                                  "entry",
+                                                  "posting",
+                                                  "entry_ref",
+                                                  "oper_log",
+                                                  "comment_text",
+                                                  "journal",
+                                                  "journal_row",
+                                                  "journal_row_pointer",
+                                                  "pay_template",
+                                                  "pay_template_item",
+                                                  "bank_format"};
   return tables;
 }
 
 const std::vector<std::string>& tablesWithIds() {
-  static const std::vector<std::string> tables = {
-      "firm", "person", "employee", "bank", "bank_account", "currency", "vat_tariff", "app_role",
-      "app_user", "account_mark", "account", "account_lock", "template", "template_line",
-      "template_addr", "oper_group", "an_bucket", "oper", "entry", "entry_ref", "dimset",
-      "oper_log", "comment_text", "journal", "journal_row", "journal_row_pointer", "pay_template",
-      "pay_template_item"};
+  static const std::vector<std::string> tables = {"firm",          "person",
+                                                  "employee",      "bank",
+                                                  "bank_account",  "currency",
+                                                  "vat_tariff",    "app_role",
+                                                  "app_user",      "account_mark",
+                                                  "account",       "account_lock",
+                                                  "template",      "template_line",
+                                                  "template_addr", "oper_group",
+                                                  "an_bucket",     "oper",
+                                                  "entry",         "entry_ref",
+                                                  "dimset",        "oper_log",
+                                                  "comment_text",  "journal",
+                                                  "journal_row",   "journal_row_pointer",
+                                                  "pay_template",  "pay_template_item"};
   return tables;
 }
 

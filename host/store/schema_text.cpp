@@ -328,8 +328,8 @@ INSERT INTO dimset (id, ref_key) VALUES (0, '');
 
 std::string schemaOne() {
   std::string all;
-  for (const char* part : {kHostKinds, kUsers, kPlan, kTemplates, kOperations, kDerived, kRest,
-                           kFirstRows}) {
+  for (const char* part :
+       {kHostKinds, kUsers, kPlan, kTemplates, kOperations, kDerived, kRest, kFirstRows}) {
     all += part;
   }
   return all;

@@ -58,8 +58,7 @@ constexpr Journal kJournals[] = {
     {10, "O0200509", "Valiutų kursų žurnalas", "USD",
      "Valiutų kursų žurnalas;10;1;1;0;1;;#Date;Data;0;2,5;0#Code;Valiuta;0;2,0;1"
      "#Rate;Kursas;1;3,0;2"},
-    {11, "O0200510", "PVM registras", "1;",
-     "PVM sąskaitų faktūrų registras;9;1;1;0;1;;"},
+    {11, "O0200510", "PVM registras", "1;", "PVM sąskaitų faktūrų registras;9;1;1;0;1;;"},
     {12, "O0200511", "Pirkimų ir pardavimų žurnalas", ";0;0",
      "Pirkimų ir pardavimų žurnalas;9;1;1;0;1;;#RowNumber;Eil. Nr.;0;1,5;0"
      "#DocumentDate;Data;0;2,0;1#DocumentNumber;Dokumentas;0;3,0;2"

@@ -145,8 +145,8 @@ constexpr Node kNodes[] = {
 constexpr std::string_view kGroups[] = {"244", "271", "272", "446", "448", "612"};
 
 bool isGroup(std::string_view code) {
-  return code.size() <= 2 || std::find(std::begin(kGroups), std::end(kGroups), code) !=
-                                 std::end(kGroups);
+  return code.size() <= 2 ||
+         std::find(std::begin(kGroups), std::end(kGroups), code) != std::end(kGroups);
 }
 
 struct Placed {

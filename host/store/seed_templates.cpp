@@ -35,9 +35,17 @@ struct Template {
 constexpr const char* kFirm = "O0000100";
 constexpr const char* kEmployee = "O0001401";
 constexpr Template kTemplates[] = {
-    {11, 2, "Prekių pirkimas su PVM", {"204", "450", 1, -1, kFirm}, {"2441", "450", 0.18, -1, kFirm}},
+    {11,
+     2,
+     "Prekių pirkimas su PVM",
+     {"204", "450", 1, -1, kFirm},
+     {"2441", "450", 0.18, -1, kFirm}},
     {12, 2, "Paslaugų pirkimas be PVM", {"6123", "450", 1, -1, kFirm}},
-    {21, 3, "Prekių pardavimas su PVM", {"240", "500", 1, 1, kFirm}, {"240", "4461", 0.18, 1, kFirm}},
+    {21,
+     3,
+     "Prekių pardavimas su PVM",
+     {"240", "500", 1, 1, kFirm},
+     {"240", "4461", 0.18, 1, kFirm}},
     {22, 3, "Savikainos nurašymas", {"600", "204"}},
     {31, 4, "Mokėjimas tiekėjui", {"450", "2711", 1, 1, kFirm}},
     {32, 4, "Pinigų gavimas iš pirkėjo", {"2711", "240", 1, -1, kFirm}},
@@ -58,12 +66,12 @@ std::optional<int> accountOf(Database& db, std::string_view code) {
 
 void seedLine(Database& db, int templateId, int number, const Line& line) {
   if (!line.debit) return;
-  const int id = insertedId(
-      db,
-      "INSERT INTO template_line (template_id, guid, account_d, account_c, factor)"
-      " VALUES ($1, $2, $3, $4, $5) RETURNING id",
-      templateId, "T" + std::to_string(templateId) + "-" + std::to_string(number),
-      accountOf(db, line.debit), accountOf(db, line.credit), line.factor);
+  const int id =
+      insertedId(db,
+                 "INSERT INTO template_line (template_id, guid, account_d, account_c, factor)"
+                 " VALUES ($1, $2, $3, $4, $5) RETURNING id",
+                 templateId, "T" + std::to_string(templateId) + "-" + std::to_string(number),
+                 accountOf(db, line.debit), accountOf(db, line.credit), line.factor);
   if (line.sign != 0) {
     run(db, "INSERT INTO template_addr (line_id, sign, foid) VALUES ($1, $2, $3)", id, line.sign,
         line.foid);

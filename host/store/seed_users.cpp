@@ -69,8 +69,7 @@ Flags flagsOf(Role role, std::string_view component) {
 }
 
 void addComponent(Database& db, const Component& component) {
-  run(db,
-      "INSERT INTO right_component (component, parent, kind, caption) VALUES ($1, $2, $3, $4)",
+  run(db, "INSERT INTO right_component (component, parent, kind, caption) VALUES ($1, $2, $3, $4)",
       component.name, component.parent, component.kind, component.caption);
 }
 
@@ -89,10 +88,12 @@ void addGroupComponents(Database& db) {
 }  // namespace
 
 void seedUsers(Database& db) {
-  run(db, "INSERT INTO app_role (id, name) VALUES (1, 'Administratorius'), (2, 'Vyr. buhalteris'),"
-          " (3, 'Buhalteris')");
-  run(db, "INSERT INTO app_user (id, login, name, user_pref, role_id)"
-          " VALUES (1, 'admin', 'Administratorius', 'AD', 1)");
+  run(db,
+      "INSERT INTO app_role (id, name) VALUES (1, 'Administratorius'), (2, 'Vyr. buhalteris'),"
+      " (3, 'Buhalteris')");
+  run(db,
+      "INSERT INTO app_user (id, login, name, user_pref, role_id)"
+      " VALUES (1, 'admin', 'Administratorius', 'AD', 1)");
   for (const Component& component : kComponents) {
     addComponent(db, component);
     for (const Role role : {Administrator, ChiefAccountant, Accountant}) {

@@ -18,7 +18,8 @@ struct Addressed {
   std::string_view kind, name;
 };
 Addressed addressed(std::string_view kind, std::string_view method) {
-  const bool qualified = method.size() > kKindLength + 2 && (method[0] == 'D' || method[0] == 'd') &&
+  const bool qualified = method.size() > kKindLength + 2 &&
+                         (method[0] == 'D' || method[0] == 'd') &&
                          (method[1] == 'O' || method[1] == 'o') && method[kKindLength + 1] == '_';
   if (!qualified) return {kindOf(kind), method};
   return {method.substr(1, kKindLength), method.substr(kKindLength + 2)};
@@ -120,8 +121,8 @@ HostResult Session::call(std::string_view kind, std::string_view method,
 HostResult Session::load(std::string_view kind, std::string_view reference) {
   return guarded(Transaction::For::Read, [&]() -> Variant {
     const std::string_view asked = kindIn(kind, reference);
-    RowSetPtr record = isRef(reference) ? handlerOf(asked).load(*this, asked, idOf(reference))
-                                        : nullptr;
+    RowSetPtr record =
+        isRef(reference) ? handlerOf(asked).load(*this, asked, idOf(reference)) : nullptr;
     if (!record) throw Refusal(kObjectGone, "Objektas panaikintas!");
     record->MoveFirst();
     return record;
@@ -140,8 +141,8 @@ SaveOutcome Session::save(std::string_view kind, std::string_view otype, RowSet&
   const HostResult result = guarded(Transaction::For::Write, [&]() -> Variant {
     sent = whatChanged(header, second, third);
     if (!anyRow(sent.header)) return header["OIDR"].Value();
-    handlerOf(kindOf(kind)).save(*this, kindOf(kind), otype, *sent.header, sent.second.get(),
-                                 sent.third.get());
+    handlerOf(kindOf(kind))
+        .save(*this, kindOf(kind), otype, *sent.header, sent.second.get(), sent.third.get());
     sent.header->MoveFirst();
     return (*sent.header)["OIDR"].Value();
   });

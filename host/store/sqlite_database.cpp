@@ -119,8 +119,8 @@ class SqliteStatement final : public Statement {
   int place(int index) const {
     const auto i = static_cast<std::size_t>(index);
     if (i >= places_.size() || places_[i] == 0) {
-      throw DatabaseError(Kind::Other, "no parameter $" + std::to_string(index) + " in: " +
-                                           sqlite3_sql(statement_));
+      throw DatabaseError(Kind::Other, "no parameter $" + std::to_string(index) +
+                                           " in: " + sqlite3_sql(statement_));
     }
     return places_[i];
   }
@@ -138,10 +138,10 @@ class SqliteStatement final : public Statement {
 class SqliteDatabase final : public Database {
  public:
   SqliteDatabase(const std::string& path, const Options& options) {
-    const int mode = options.readOnly ? SQLITE_OPEN_READONLY
-                                      : SQLITE_OPEN_READWRITE |
-                                            (options.create || options.inMemory ? SQLITE_OPEN_CREATE
-                                                                                : 0);
+    const int mode =
+        options.readOnly
+            ? SQLITE_OPEN_READONLY
+            : SQLITE_OPEN_READWRITE | (options.create || options.inMemory ? SQLITE_OPEN_CREATE : 0);
     const char* name = options.inMemory ? ":memory:" : path.c_str();
     const int rc = sqlite3_open_v2(name, &db_, mode | SQLITE_OPEN_NOMUTEX,
                                    options.inMemory ? nullptr : flushCountingFiles());

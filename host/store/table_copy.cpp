@@ -36,10 +36,10 @@ std::vector<Column> columnsOf(Database& sqlite, const std::string& table) {
 // Columns that name rows of their own table, which may come later: filled in a second round.
 const std::vector<std::string>& selfReferences(const std::string& table) {
   static const std::map<std::string, std::vector<std::string>> known = {
-      {"firm", {"parent_id"}},       {"person", {"parent_id"}},
-      {"employee", {"parent_id"}},   {"account", {"parent_id", "new_id"}},
-      {"template", {"parent_id"}},   {"oper_group", {"parent_id"}},
-      {"journal", {"parent_id"}},    {"pay_template", {"parent_id"}}};
+      {"firm", {"parent_id"}},     {"person", {"parent_id"}},
+      {"employee", {"parent_id"}}, {"account", {"parent_id", "new_id"}},
+      {"template", {"parent_id"}}, {"oper_group", {"parent_id"}},
+      {"journal", {"parent_id"}},  {"pay_template", {"parent_id"}}};
   static const std::vector<std::string> none;
   const auto found = known.find(table);
   return found == known.end() ? none : found->second;
@@ -111,8 +111,8 @@ bool copyTable(Database& from, Database& to, const std::string& table,
                const std::vector<Column>& columns, const std::function<bool()>& tick) {
   const std::vector<std::string>& later = selfReferences(table);
   const Lists lists = listsOf(columns);
-  auto insert = to.prepare("INSERT INTO " + table + " (" + lists.names + ") VALUES (" +
-                           lists.marks + ")");
+  auto insert =
+      to.prepare("INSERT INTO " + table + " (" + lists.names + ") VALUES (" + lists.marks + ")");
   TableReader reader(from, table, lists.names);
   std::int64_t count = 0;
   while (const Statement* row = reader.next()) {
@@ -165,8 +165,7 @@ bool copyBaseTables(Database& from, Database& to, const Progress& progress) {
 }
 
 void emptyTables(Database& db) {
-  for (const char* derived :
-       {"turn_dim", "turn_acc", "open_item", "dimset_ref", "oper_doc"}) {
+  for (const char* derived : {"turn_dim", "turn_acc", "open_item", "dimset_ref", "oper_doc"}) {
     run(db, "DELETE FROM " + std::string(derived));
   }
   run(db, "DELETE FROM dimset WHERE id <> 0");

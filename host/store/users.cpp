@@ -41,10 +41,9 @@ bool setPassword(Database& db, const std::string& login, const std::string& pass
   std::optional<std::string> secret;
   if (!password.empty()) {
     std::array<char, crypto_pwhash_STRBYTES> hash{};
-    if (sodium_init() < 0 ||
-        crypto_pwhash_str(hash.data(), password.c_str(), password.size(),
-                          crypto_pwhash_OPSLIMIT_INTERACTIVE,
-                          crypto_pwhash_MEMLIMIT_INTERACTIVE) != 0) {
+    if (sodium_init() < 0 || crypto_pwhash_str(hash.data(), password.c_str(), password.size(),
+                                               crypto_pwhash_OPSLIMIT_INTERACTIVE,
+                                               crypto_pwhash_MEMLIMIT_INTERACTIVE) != 0) {
       throw std::runtime_error("no memory for the password hash");
     }
     secret = hash.data();
