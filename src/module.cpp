@@ -12,6 +12,7 @@
 #include "operations/UI0201500.h"
 #include "operations/UIO0201400.h"
 #include "operations/UIO0201500.h"
+#include "operations/operation_forms.h"
 #include "operations/operation_methods.h"
 #include "platform/registration.h"
 
@@ -22,6 +23,7 @@ namespace {
 OperationTablesPtr fillTables() {
   auto tables = std::make_shared<OperationTables>();
   addOperationMethods(tables->methods);
+  registerOperationForms(tables->forms);
   return tables;
 }
 

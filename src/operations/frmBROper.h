@@ -1,0 +1,129 @@
+// frmBROper: the screen of one financial operation and of every document kind without a screen of
+// its own: header, entries, entries of others that point here or the balance over accounts.
+//
+// States: new, stored, read-only (the object is shown for preview, the form is modal over another
+// one, or the rights of the group do not allow changes).
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "framework/form_registry.h"
+#include "operations/screen/document_group.h"
+#include "operations/screen/document_save.h"
+#include "operations/screen/entry_list.h"
+#include "platform/form.h"
+
+namespace tolvex {
+
+class frmBROper final : public ui::Form {
+ public:
+  explicit frmBROper(const ObjectFormRequest& request);
+
+  const char* picture() const override;
+  void opened() override;
+  bool mayClose() override;
+  std::string objectReference() const override;
+
+  std::shared_ptr<tolvex::VXObjectUIO> VXObjectUIO;
+  bool boolModalForm = false;
+  std::string ClickedParameters;
+
+  ui::Panel SOPanel{this, "SOPanel"};
+  ui::Panel fraHeader{this, "fraHeader"};
+  ui::DatePicker dtpDate{this, "dtpDate", "Data"};
+  ui::Label lblNumber{this, "lblNumber", "Operacijos Nr"};
+  ui::TextBox txtSerija{this, "txtSerija", {}, 6};
+  ui::TextBox txtNumber{this, "txtNumber", {}, 16};
+  ui::ComboBox cmbVAT{this, "cmbVAT", "PVM sąsk. faktūrų registras", 28};
+  ui::TextBox txtGroup{this, "txtGroup", "Grupė"};
+  ui::Button cmdOperGroup{this, "cmdOperGroup", "…", ui::Role::Small};
+  ui::TextBox txtComment{this, "txtComment", "Komentaras"};
+  ui::Button cmdCommentList{this, "cmdCommentList", "…", ui::Role::Small};
+
+  ui::ListView lvwBRRecords{this,
+                            "lvwBRRecords",
+                            {{"Data", 10},
+                             {"Debeto b/s", 11},
+                             {"Kredito b/s", 11},
+                             {"Suma, Lt", 13, ui::Align::Right},
+                             {"Valiuta D", 14, ui::Align::Right},
+                             {"Valiuta K", 14, ui::Align::Right},
+                             {"Nuorodos", 30, ui::Align::Left, true}}};
+  ui::Button cmdNewEntry{this, "cmdNewEntry", "Naujas įrašas"};
+  ui::Label lblTotals{this, "lblTotals"};
+
+  ui::OptionButton optBRBalance{this, "optBRBalance", "Operacijos balansas", "view"};
+  ui::OptionButton optRelatedBRList{this, "optRelatedBRList", "Nuorodos iš kitų operacijų", "view"};
+  ui::ListView lvwBRBalance{this,
+                            "lvwBRBalance",
+                            {{"Sąskaita", 11},
+                             {"Pavadinimas", 30, ui::Align::Left, true},
+                             {"Debetas", 14, ui::Align::Right},
+                             {"Kreditas", 14, ui::Align::Right},
+                             {"Balansas", 14, ui::Align::Right}}};
+  ui::ListView lvwRelatedBR{this,
+                            "lvwRelatedBR",
+                            {{"Data", 10},
+                             {"Debetas", 11},
+                             {"Kreditas", 11},
+                             {"Suma, Lt", 13, ui::Align::Right},
+                             {"Debeto valiuta", 14, ui::Align::Right},
+                             {"Kredito valiuta", 14, ui::Align::Right},
+                             {"Operacija/Dokumentas", 30, ui::Align::Left, true}}};
+
+  ui::Button SSCClose{this, "SSCClose", "Uždaryti", ui::Role::Quiet};
+  ui::Button cmdTools{this, "cmdTools", "Veiksmai", ui::Role::Quiet};
+  ui::Button SSCNew{this, "SSCNew", "Nauja"};
+  ui::Button cmdCancel{this, "cmdCancel", "Atšaukti"};
+  ui::Button cmdWrite{this, "cmdWrite", "Įrašyti", ui::Role::Primary};
+
+  EntryMenu entryMenu{this};
+  ui::MenuItem mnuCurrencyExchange{this, "mnuCurrencyExchange", "Valiutos pirkimas/pardavimas"};
+  ui::MenuItem mnuCurrencyInfluence{this, "mnuCurrencyInfluence", "Valiutos perskaičiavimas"};
+  ui::MenuItem mnuDebtsCover{this, "mnuDebtsCover", "Skolų dengimas"};
+  ui::MenuItem mnuOperToDesktop{this, "mnuOperToDesktop", "Padėti ant darbo stalo"};
+  ui::MenuItem mnuProtocol{this, "mnuProtocol", "Protokolas"};
+  ui::MenuItem mnuAutoNumber{this, "mnuAutoNumber", "Auto numerio nustatymas"};
+  ui::Menu menuTools{{&mnuCurrencyExchange, &mnuCurrencyInfluence, &mnuDebtsCover, nullptr,
+                      &mnuOperToDesktop, &mnuProtocol, &mnuAutoNumber},
+                     {}};
+
+ private:
+  // What added the last entries; an entry added free is taken back when its editor is left.
+  enum class Block { BR, TemplateBR, FreeBR };
+
+  void wire();
+  void wireMenus();
+  void openObject();
+  void showHeader();
+  void showGroup();
+  void startNew();
+  void enableByState();
+  void refreshLists();
+  void refreshView();
+  void takeNumber();
+  void groupClicked();
+  void dateChanged();
+  void editEntry(const std::string& guid);
+  void addEntry();
+  void deleteEntries(const std::string& guid);
+  void fixDate();
+  void writeHeader();
+  bool save();
+  void openNext();
+  void deleteOperation();
+  void askNumber();
+  void leave();
+  void touch() { changed_ = true; }
+  RowSet& header() const { return *VXObjectUIO->RsFields(); }
+
+  EntryList entries_{lvwBRRecords, EntryList::Columns::WithDate};
+  DocumentRights rights_;
+  DocumentGroup group_;
+  Block block_ = Block::BR;
+  bool dateOpen_ = false;  // the date of a new operation follows its first entry, once
+  bool changed_ = false;   // since the record was read or saved
+};
+
+}  // namespace tolvex

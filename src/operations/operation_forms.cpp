@@ -1,0 +1,18 @@
+#include "operations/operation_forms.h"
+
+#include "operations/entry_editor.h"
+#include "operations/frmBROper.h"
+#include "operations/frmBROperRecord.h"
+
+namespace tolvex {
+
+void registerOperationForms(FormRegistry& forms) {
+  forms.add<ObjectFormRequest>("frmBROper", [](const ObjectFormRequest& request) {
+    return std::make_shared<frmBROper>(request);
+  });
+  forms.add<EntryEditorRequest>(kEntryEditor, [](const EntryEditorRequest& request) {
+    return std::make_shared<frmBROperRecord>(request);
+  });
+}
+
+}  // namespace tolvex

@@ -1,0 +1,19 @@
+#include "operations/screen/operation_rows.h"
+
+#include "framework/references.h"
+
+namespace tolvex {
+
+bool isStored(const VXObjectUIO& object) { return !isNew(object.OID()); }
+
+RowSetPtr entryOf(VXObjectUIO& object, std::string_view guid) {
+  RowSetPtr entry = entriesOf(object)->Clone();
+  entry->SetFilter("GUID = '" + std::string(guid) + "'");
+  return entry->RecordCount() == 0 ? nullptr : entry;
+}
+
+bool pointsAtOperation(std::string_view reference) {
+  return isRef(reference) && kindOf(reference) == kOperationKind;
+}
+
+}  // namespace tolvex

@@ -1,0 +1,25 @@
+// The record of an open operation, fetched anew each time: a failed save of a new operation may
+// replace it.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "operations/UIO0201500.h"
+#include "operations/entries.h"
+#include "platform/objects.h"
+
+namespace tolvex {
+
+inline constexpr std::string_view kGroupKind = "O0201400";
+
+// Whether the object has been stored before.
+bool isStored(const VXObjectUIO& object);
+// A cursor of its own on the entry, with all its fields; null when there is none.
+RowSetPtr entryOf(VXObjectUIO& object, std::string_view guid);
+
+// Whether the reference points at an operation, as an entry points at the one that it pays.
+bool pointsAtOperation(std::string_view reference);
+
+}  // namespace tolvex
