@@ -1,0 +1,319 @@
+#include "host/desktop/layout_builder.h"
+
+#include <QBoxLayout>
+#include <QFrame>
+#include <QLabel>
+#include <QLineEdit>
+#include <QStackedWidget>
+#include <QTabBar>
+#include <algorithm>
+
+#include "host/desktop/theme.h"
+
+namespace tolvex::desktop {
+namespace {
+
+using Type = ui::Node::Type;
+using ui::Kind;
+
+constexpr int kCellGap = 16;
+constexpr int kWordGap = 5;
+constexpr int kRowGap = 8;
+constexpr int kBlockGap = 10;
+constexpr int kFieldPadding = 22;
+constexpr int kDefaultChars = 12;
+constexpr int kShortestGrowing = 60;
+
+bool isTall(const ui::Control& control) {
+  return control.kind == Kind::ListView || control.kind == Kind::TreeView ||
+         (control.kind == Kind::TextBox && static_cast<const ui::TextBox&>(control).lines > 1);
+}
+
+bool isField(const ui::Control& control) {
+  return control.kind == Kind::TextBox || control.kind == Kind::ComboBox ||
+         control.kind == Kind::DatePicker;
+}
+
+const ui::Node* firstWord(const ui::Node& row) {
+  if (row.type != Type::Row || row.children.empty()) return nullptr;
+  const auto& words = row.children.front().children;
+  return words.empty() ? nullptr : &words.front();
+}
+
+// A row that begins with words before a field.
+bool beginsWithLabel(const ui::Node& row) {
+  const ui::Node* first = firstWord(row);
+  if (!first) return false;
+  if (first->type == Type::Text) return row.children.front().children.size() > 1;
+  return first->type == Type::Control && isField(*first->control) && !isTall(*first->control) &&
+         !first->control->caption().empty();
+}
+
+QVBoxLayout* column(QWidget* widget, int gap) {
+  auto* layout = new QVBoxLayout(widget);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(gap);
+  return layout;
+}
+
+QLabel* captionLabel(QWidget* parent, const char* role) {
+  auto* label = new QLabel(parent);
+  label->setProperty("role", QString::fromLatin1(role));
+  return label;
+}
+
+}  // namespace
+
+bool growsDown(const ui::Node& node) {
+  if (node.type == Type::Control) return node.grow && isTall(*node.control);
+  if (node.type == Type::Tabs && node.grow) return true;
+  return std::any_of(node.children.begin(), node.children.end(), growsDown);
+}
+
+void LayoutBuilder::build() {
+  auto* layout = column(&owner_, kBlockGap);
+  const ui::Node& root = owner_.form().layout();
+  const bool bare = root.children.size() == 1 && growsDown(root);
+  if (!bare) layout->setContentsMargins(14, 12, 14, 12);
+  stack(root, &owner_, layout, 0);
+  if (!growsDown(root)) layout->addStretch(1);
+}
+
+void LayoutBuilder::stack(const ui::Node& node, QWidget* parent, QVBoxLayout* into, int depth) {
+  const bool labelled = std::any_of(node.children.begin(), node.children.end(), beginsWithLabel);
+  const Stack own{owner_.stacks_++, labelled};
+  for (const ui::Node& child : node.children) block(child, parent, into, own, depth);
+}
+
+void LayoutBuilder::block(const ui::Node& node, QWidget* parent, QVBoxLayout* into,
+                          const Stack& own, int depth) {
+  const int stretch = growsDown(node) ? 1 : 0;
+  switch (node.type) {
+    case Type::Columns:
+      columns(node, parent, into, depth);
+      return;
+    case Type::Frame:
+      into->addWidget(frame(node, parent, depth), stretch);
+      return;
+    case Type::Tabs:
+      into->addWidget(tabs(node, parent, depth), stretch);
+      return;
+    default:
+      into->addWidget(row(node, parent, own), stretch);
+      return;
+  }
+}
+
+void LayoutBuilder::columns(const ui::Node& node, QWidget* parent, QVBoxLayout* into, int depth) {
+  auto* holder = new QWidget(parent);
+  auto* line = new QHBoxLayout(holder);
+  line->setContentsMargins(0, 0, 0, 0);
+  line->setSpacing(kBlockGap);
+  bool anyGrows = false;
+  for (const ui::Node& child : node.children) {
+    auto* side = new QWidget(holder);
+    auto* layout = column(side, kRowGap);
+    stack(ui::Node{Type::Column, nullptr, {}, 0, false, {child}}, side, layout, depth);
+    if (!growsDown(child) && child.type != Type::Frame) layout->addStretch(1);
+    const bool grows = child.grow || growsDown(child);
+    anyGrows = anyGrows || grows;
+    line->addWidget(side, grows ? 1 : 0);
+  }
+  if (!anyGrows) line->addStretch(1);
+  into->addWidget(holder, growsDown(node) ? 1 : 0);
+}
+
+QWidget* LayoutBuilder::frame(const ui::Node& node, QWidget* parent, int depth) {
+  auto* box = new QFrame(parent);
+  const auto* panel = static_cast<const ui::Panel*>(node.control);
+  const bool band = panel && panel->titleBand;
+  auto* layout = column(box, kRowGap);
+  if (band) {
+    auto* head = new QFrame(box);
+    head->setProperty("band", true);
+    auto* line = new QHBoxLayout(head);
+    line->setContentsMargins(12, 6, 12, 6);
+    QLabel* title = captionLabel(head, "band");
+    line->addWidget(title, 1);
+    layout->setSpacing(kBlockGap);
+    layout->addWidget(head);
+    owner_.labels_[panel] = {title, -1};
+  } else {
+    box->setProperty("card", true);
+    box->setProperty("inner", depth > 0);
+    layout->setContentsMargins(12, 9, 12, 9);
+    if (panel) {
+      QLabel* title = captionLabel(box, "frame");
+      layout->addWidget(title);
+      owner_.labels_[panel] = {title, -1};
+    }
+  }
+  if (panel) {
+    box->setObjectName(text(panel->name));
+    owner_.frames_[panel] = box;
+    owner_.watch(*box, *node.control);
+  }
+  stack(node, box, layout, band ? depth : depth + 1);
+  if (!growsDown(node)) layout->addStretch(1);
+  return box;
+}
+
+QWidget* LayoutBuilder::tabs(const ui::Node& node, QWidget* parent, int depth) {
+  auto* box = new QWidget(parent);
+  auto* layout = column(box, kRowGap);
+  layout->addWidget(
+      row(ui::Node{Type::Row,
+                   nullptr,
+                   {},
+                   0,
+                   false,
+                   {ui::Node{Type::Cell,
+                             nullptr,
+                             {},
+                             0,
+                             true,
+                             {ui::Node{Type::Control, node.control, {}, 0, true, {}}}}}},
+          box, {-1, false}));
+  auto* stackWidget = new QStackedWidget(box);
+  for (const ui::Node& child : node.children) {
+    auto* page = new QWidget(stackWidget);
+    auto* inside = column(page, kRowGap);
+    stack(child, page, inside, depth);
+    if (!growsDown(child)) inside->addStretch(1);
+    stackWidget->addWidget(page);
+    owner_.pages_[node.control].push_back({page, child.text});
+  }
+  layout->addWidget(stackWidget, 1);
+  return box;
+}
+
+QWidget* LayoutBuilder::row(const ui::Node& node, QWidget* parent, const Stack& own) {
+  auto* holder = new QWidget(parent);
+  auto* line = new QHBoxLayout(holder);
+  line->setContentsMargins(0, 0, 0, 0);
+  line->setSpacing(0);
+  const ui::Control* before = nullptr;
+  bool first = true;
+  for (const ui::Node& cell : node.children) {
+    bool firstOfCell = true;
+    for (const ui::Node& item : cell.children) {
+      const auto* option = item.control && item.control->kind == Kind::OptionButton
+                               ? static_cast<const ui::OptionButton*>(item.control)
+                               : nullptr;
+      const bool joins = option && before && before->kind == Kind::OptionButton &&
+                         static_cast<const ui::OptionButton*>(before)->group == option->group;
+      if (!first && item.type != Type::Space) {
+        line->addSpacing(joins ? -1 : firstOfCell ? kCellGap : kWordGap);
+      }
+      word(item, holder, line, own, first);
+      before = item.control;
+      first = firstOfCell = false;
+    }
+  }
+  if (!node.grow) line->addStretch(1);
+  return holder;
+}
+
+void LayoutBuilder::word(const ui::Node& node, QWidget* parent, QHBoxLayout* line, const Stack& own,
+                         bool firstOfRow) {
+  if (node.type == Type::Space) {
+    line->addStretch(1);
+    return;
+  }
+  if (node.type == Type::Text) {
+    QLabel* label = captionLabel(parent, "caption");
+    label->setText(text(node.text));
+    line->addWidget(label);
+    line->addSpacing(4);
+    // A text of its own at the head of a row is measured with the captions of its stack.
+    if (firstOfRow && own.labelled) label->setProperty("stack", own.number);
+    return;
+  }
+  control(node, parent, line, own, firstOfRow);
+}
+
+void LayoutBuilder::control(const ui::Node& node, QWidget* parent, QHBoxLayout* line,
+                            const Stack& own, bool firstOfRow) {
+  ui::Control& made = *node.control;
+  ViewPtr view = makeView(made);
+  QWidget* outer = view->outer;
+  outer->setParent(parent);
+  if (view->field->objectName().isEmpty()) view->field->setObjectName(text(made.name));
+  const bool captioned =
+      isField(made) || made.kind == Kind::ListView || made.kind == Kind::TreeView;
+  if (captioned && isTall(made)) {
+    // The caption of a list stands above it.
+    auto* holder = new QWidget(parent);
+    auto* layout = column(holder, 3);
+    QLabel* label = captionLabel(holder, "caption");
+    layout->addWidget(label);
+    layout->addWidget(outer, 1);
+    owner_.labels_[&made] = {label, -1};
+    line->addWidget(holder, node.grow ? 1 : 0);
+  } else {
+    if (captioned && (!made.caption().empty() || (firstOfRow && own.labelled))) {
+      QLabel* label = captionLabel(parent, "caption");
+      label->setBuddy(view->field);
+      line->addWidget(label);
+      line->addSpacing(8);
+      owner_.labels_[&made] = {label, firstOfRow ? own.number : -1};
+    }
+    line->addWidget(outer, node.grow ? 1 : 0);
+  }
+  setWidth(node, *view);
+  owner_.order_.push_back(&made);
+  owner_.watch(*view->field, made);
+  owner_.views_[&made] = std::move(view);
+}
+
+void LayoutBuilder::setWidth(const ui::Node& node, ControlView& view) {
+  const ui::Control& made = view.base;
+  const int chars = node.chars > 0 ? node.chars : made.chars;
+  QWidget* outer = view.outer;
+  if (isTall(made)) {
+    if (!node.grow && made.kind != Kind::TextBox) outer->setMaximumHeight(kRowHeight * 9);
+    return;
+  }
+  if (!isField(made)) {
+    if (chars > 0) outer->setMinimumWidth(charsWidth(outer->font(), chars) + kFieldPadding);
+    return;
+  }
+  if (made.kind == Kind::DatePicker && chars == 0 && !node.grow) return;  // as wide as a date
+  const int padding = made.kind == Kind::ComboBox ? kFieldPadding + 18 : kFieldPadding;
+  const int wide = charsWidth(outer->font(), chars > 0 ? chars : kDefaultChars) + padding;
+  if (node.grow) {
+    outer->setMinimumWidth(std::min(wide, charsWidth(outer->font(), 6) + kShortestGrowing));
+    outer->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  } else {
+    outer->setFixedWidth(wide);
+  }
+}
+
+ViewPtr LayoutBuilder::makeView(ui::Control& made) {
+  switch (made.kind) {
+    case Kind::Label:
+      return makeLabelView(owner_, static_cast<ui::Label&>(made));
+    case Kind::TextBox:
+      return makeTextView(owner_, static_cast<ui::TextBox&>(made));
+    case Kind::ComboBox:
+      return makeComboView(owner_, static_cast<ui::ComboBox&>(made));
+    case Kind::DatePicker:
+      return makeDateView(owner_, static_cast<ui::DatePicker&>(made));
+    case Kind::CheckBox:
+      return makeCheckView(owner_, static_cast<ui::CheckBox&>(made));
+    case Kind::OptionButton:
+      return makeOptionView(owner_, static_cast<ui::OptionButton&>(made));
+    case Kind::Button:
+      return makeButtonView(owner_, static_cast<ui::Button&>(made));
+    case Kind::ListView:
+      return makeListView(owner_, static_cast<ui::ListView&>(made));
+    case Kind::TreeView:
+      return makeTreeView(owner_, static_cast<ui::TreeView&>(made));
+    case Kind::TabStrip:
+      return makeTabView(owner_, static_cast<ui::TabStrip&>(made));
+    default:
+      throw ui::LayoutError(owner_.form().name() + ": " + made.name + " has no widget");
+  }
+}
+
+}  // namespace tolvex::desktop

@@ -1,0 +1,299 @@
+// Lists: a table of rows with ticks, bold cells, marks told by colour and sign, and a filter box.
+#include <QContextMenuEvent>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QPainter>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
+#include <QTimer>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+#include "host/desktop/control_view.h"
+#include "host/desktop/form_widget.h"
+#include "host/desktop/glyphs.h"
+#include "host/desktop/row_model.h"
+#include "host/desktop/theme.h"
+
+namespace tolvex::desktop {
+namespace {
+
+constexpr int kSignWidth = 20;
+constexpr int kCellPadding = 8;
+
+class RowDelegate final : public QStyledItemDelegate {
+ public:
+  RowDelegate(const ui::ListView& list, const RowModel& model, QObject* parent)
+      : QStyledItemDelegate(parent), list_(list), model_(model) {}
+
+  QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override {
+    return {10, kRowHeight};
+  }
+
+  int signs() const {
+    return (list_.checkBoxes ? kSignWidth : 0) + (model_.hasMarks() ? kSignWidth : 0) +
+           (model_.hasIcons() ? kSignWidth : 0);
+  }
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option,
+             const QModelIndex& index) const override {
+    const ui::Row* row = model_.row(index.row());
+    if (!row) return;
+    const auto& columns = model_.columns();
+    const auto column = static_cast<std::size_t>(index.column());
+    const bool selected = option.state & QStyle::State_Selected;
+    const bool enabled = option.state & QStyle::State_Enabled;
+    painter->fillRect(option.rect, selected          ? QColor(colour::kSelected)
+                                   : index.row() % 2 ? QColor(colour::kStripe)
+                                                     : QColor(colour::kCard));
+    QRect box = option.rect.adjusted(kCellPadding, 0, -kCellPadding, 0);
+    if (index.column() == 0) paintSigns(*painter, *row, box, enabled);
+    if (column >= row->cells.size() || column >= columns.size()) return;
+    const ui::Cell& cell = row->cells[column];
+    QFont font = option.font;
+    font.setBold(row->bold || cell.bold);
+    painter->setFont(font);
+    painter->setPen(QColor(ink(*row, enabled)));
+    const Qt::Alignment side = columns[column].align == ui::Align::Right    ? Qt::AlignRight
+                               : columns[column].align == ui::Align::Center ? Qt::AlignHCenter
+                                                                            : Qt::AlignLeft;
+    const QString words = text(cell.text);
+    const QFontMetrics metrics(font);
+    painter->drawText(box, static_cast<int>(side | Qt::AlignVCenter | Qt::TextSingleLine),
+                      metrics.horizontalAdvance(words) > box.width()
+                          ? metrics.elidedText(words, Qt::ElideRight, box.width())
+                          : words);
+  }
+
+ private:
+  static QRgb ink(const ui::Row& row, bool enabled) {
+    if (!enabled || row.mark == ui::Mark::Grey) return colour::kFaint;
+    return row.mark == ui::Mark::Bad ? colour::kBad : colour::kText;
+  }
+  void paintSigns(QPainter& painter, const ui::Row& row, QRect& box, bool enabled) const {
+    const auto next = [&box] {
+      const QRectF place(box.left() - 1, box.center().y() - 8, 16, 17);
+      box.setLeft(box.left() + kSignWidth);
+      return place;
+    };
+    if (list_.checkBoxes) paintCheck(painter, next(), row.checked, enabled);
+    if (model_.hasMarks()) paintMark(painter, next(), row.mark);
+    if (model_.hasIcons()) {
+      const QRectF place = next();
+      if (!row.icon.empty())
+        paintGlyph(painter, QRectF(place.left(), place.top(), 16, 16), row.icon);
+    }
+  }
+
+  const ui::ListView& list_;
+  const RowModel& model_;
+};
+
+class Table final : public QTreeView {
+ public:
+  using QTreeView::QTreeView;
+  std::function<void(const QPoint& viewport, const QPoint& global)> onMenu;
+  std::function<bool(const QPoint& viewport)> onPress;  // true: taken
+  std::function<void()> onResize;
+
+ private:
+  void contextMenuEvent(QContextMenuEvent* event) override {
+    if (event->reason() == QContextMenuEvent::Mouse) onMenu(event->pos(), event->globalPos());
+  }
+  void mousePressEvent(QMouseEvent* event) override {
+    if (event->button() == Qt::LeftButton && onPress(event->pos())) return;
+    QTreeView::mousePressEvent(event);
+  }
+  void resizeEvent(QResizeEvent* event) override {
+    QTreeView::resizeEvent(event);
+    onResize();
+  }
+};
+
+class ListViewView final : public ControlView {
+ public:
+  ListViewView(FormWidget& form, ui::ListView& list) : ControlView(form, list), list_(list) {
+    table_ = new Table(&form);
+    model_ = new RowModel(list, table_);
+    delegate_ = new RowDelegate(list, *model_, table_);
+    prepareTable();
+    outer = field = table_;
+    if (list.filterBox) addFilter(form);
+    connect(form);
+  }
+
+  void sync() override {
+    syncing_ = true;
+    const auto columns = model_->columns().size();
+    const int top = table_->verticalScrollBar()->value();
+    const bool anew = model_->refresh();
+    if (anew) table_->verticalScrollBar()->setValue(top);
+    if (anew || !sized_ || columns != model_->columns().size()) resetColumns();
+    selectCurrent(anew);
+    syncing_ = false;
+  }
+
+  QPoint menuPlace() const override {
+    const QRect row = table_->visualRect(table_->currentIndex());
+    if (!row.isValid()) return table_->mapToGlobal(QPoint(20, 30));
+    return table_->viewport()->mapToGlobal(row.bottomLeft() + QPoint(24, 0));
+  }
+
+ private:
+  void prepareTable() {
+    table_->setModel(model_);
+    table_->setItemDelegate(delegate_);
+    table_->setRootIsDecorated(false);
+    table_->setUniformRowHeights(true);
+    table_->setAllColumnsShowFocus(true);
+    table_->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table_->setSelectionMode(QAbstractItemView::SingleSelection);
+    table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table_->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    table_->setMinimumHeight(kRowHeight * 4);
+    table_->header()->setStretchLastSection(false);
+    table_->header()->setSectionsMovable(false);
+    table_->header()->setMinimumSectionSize(24);
+    table_->header()->setHighlightSections(false);
+  }
+
+  void addFilter(FormWidget& form) {
+    auto* holder = new QWidget(&form);
+    auto* layout = new QVBoxLayout(holder);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(6);
+    filter_ = new QLineEdit(holder);
+    filter_->setPlaceholderText(QStringLiteral("Filtruoti sąrašą"));
+    filter_->setClearButtonEnabled(true);
+    filter_->setObjectName(text(list_.name) + QStringLiteral("_filter"));
+    layout->addWidget(filter_);
+    layout->addWidget(table_, 1);
+    outer = holder;
+    // A pause in typing is awaited: a long list is not searched at every key.
+    auto* pause = new QTimer(holder);
+    pause->setSingleShot(true);
+    pause->setInterval(120);
+    QObject::connect(filter_, &QLineEdit::textEdited, pause, qOverload<>(&QTimer::start));
+    QObject::connect(pause, &QTimer::timeout, holder, [this] {
+      syncing_ = true;
+      model_->setFilter(text(filter_->text()));
+      selectCurrent(true);
+      syncing_ = false;
+    });
+    QObject::connect(filter_, &QLineEdit::returnPressed, holder, [this] {
+      table_->setFocus(Qt::TabFocusReason);
+      if (!table_->currentIndex().isValid() && model_->rowCount() > 0) {
+        table_->setCurrentIndex(model_->index(0, 0));
+      }
+    });
+  }
+
+  void connect(FormWidget& form) {
+    QObject::connect(table_->selectionModel(), &QItemSelectionModel::currentRowChanged, &form,
+                     [this](const QModelIndex& now) {
+                       const int row = model_->listRow(now.row());
+                       if (syncing_ || row < 0 || row == list_.current()) return;
+                       owner.act([this, row] {
+                         owner.input().select(list_, row);
+                         list_.touch();
+                       });
+                     });
+    QObject::connect(table_, &QTreeView::doubleClicked, &form, [this](const QModelIndex& at) {
+      const int row = model_->listRow(at.row());
+      owner.act([this, row] { owner.input().activate(list_, row); });
+    });
+    table_->onMenu = [this](const QPoint& at, const QPoint& global) {
+      if (!list_.menu && !list_.onRightClick) return;
+      const int row = model_->listRow(table_->indexAt(at).row());
+      owner.act([this, row, global] {
+        if (row >= 0) {
+          if (!owner.input().select(list_, row).empty()) return;
+        }
+        owner.setMenuPoint(global);
+        owner.input().rightClick(list_);
+      });
+    };
+    table_->onPress = [this](const QPoint& at) {
+      if (!list_.checkBoxes || !table_->isEnabled()) return false;
+      const QModelIndex index = table_->indexAt(at);
+      const QRect cell = table_->visualRect(index);
+      if (!index.isValid() || index.column() != 0 ||
+          at.x() > cell.left() + kCellPadding + kSignWidth) {
+        return false;
+      }
+      const int row = model_->listRow(index.row());
+      const bool on = !model_->row(index.row())->checked;
+      table_->setFocus(Qt::MouseFocusReason);
+      owner.act([this, row, on] { owner.input().check(list_, row, on); });
+      return true;
+    };
+    table_->onResize = [this] { stretch(); };
+  }
+
+  void selectCurrent(bool scroll) {
+    const int wanted = list_.current() < 0 ? -1 : model_->shownRow(list_.current());
+    const QModelIndex now = table_->currentIndex();
+    if (wanted < 0) {
+      table_->selectionModel()->clear();
+      return;
+    }
+    const bool moved = now.row() != wanted;
+    if (!moved && table_->selectionModel()->isRowSelected(wanted) && !scroll) return;
+    const QModelIndex target = model_->index(wanted, std::max(now.column(), 0));
+    table_->selectionModel()->setCurrentIndex(
+        target, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    if (moved || scroll) table_->scrollTo(target);
+  }
+
+  void resetColumns() {
+    sized_ = true;
+    widths_.clear();
+    const auto& columns = model_->columns();
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+      const int caption =
+          table_->fontMetrics().horizontalAdvance(text(columns[i].caption)) + 2 * kCellPadding + 6;
+      int width = charsWidth(table_->font(), columns[i].chars) + 2 * kCellPadding + 4;
+      if (i == 0) width += delegate_->signs();
+      widths_.push_back(std::max(width, caption));
+      table_->setColumnWidth(static_cast<int>(i), widths_.back());
+    }
+    stretch();
+  }
+
+  // Growing columns share the room that is left, and never fall below their own width.
+  void stretch() {
+    const auto& columns = model_->columns();
+    if (widths_.size() != columns.size()) return;
+    int room = table_->viewport()->width();
+    int growing = 0;
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+      room -= columns[i].grow ? widths_[i] : table_->columnWidth(static_cast<int>(i));
+      growing += columns[i].grow ? 1 : 0;
+    }
+    if (growing == 0) return;
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+      if (!columns[i].grow) continue;
+      const int extra = room > 0 ? room / growing : 0;
+      table_->setColumnWidth(static_cast<int>(i), widths_[i] + extra);
+      room -= extra;
+      --growing;
+    }
+  }
+
+  ui::ListView& list_;
+  Table* table_;
+  RowModel* model_;
+  RowDelegate* delegate_;
+  QLineEdit* filter_ = nullptr;
+  std::vector<int> widths_;  // as asked for
+  bool sized_ = false;
+  bool syncing_ = false;  // the program moves the selection, not the user
+};
+
+}  // namespace
+
+ViewPtr makeListView(FormWidget& owner, ui::ListView& list) {
+  return std::make_unique<ListViewView>(owner, list);
+}
+
+}  // namespace tolvex::desktop
