@@ -42,12 +42,13 @@ enum class RowState : std::uint8_t { Unchanged, Added, Changed, Deleted };
 struct ColumnSpec {
   const char* name;
   FieldType type;
-  int size = 0;                        // text: greatest length in characters (declared, not enforced)
+  int size = 0;  // text: greatest length in characters (declared, not enforced)
   const ColumnSpec* nested = nullptr;  // Nested: the columns of the child set
   int nestedCount = 0;
 };
 
 class Table;
+class View;
 
 // A field of the current row; follows the cursor, so fetch it once and use it in the whole loop.
 // Valid as long as its RowSet lives.
@@ -108,7 +109,7 @@ class FieldList {
 
 class RowSet : public Object, public std::enable_shared_from_this<RowSet> {
  public:
-  static RowSetPtr make();  // no columns, not open
+  static RowSetPtr make();                                      // no columns, not open
   static RowSetPtr make(const ColumnSpec* columns, int count);  // with columns and open
   template <std::size_t N>
   static RowSetPtr make(const ColumnSpec (&columns)[N]) {
@@ -128,12 +129,12 @@ class RowSet : public Object, public std::enable_shared_from_this<RowSet> {
   void Delete(int affect = 1);  // the current row; the place is kept until the next move
   void MoveFirst();             // no visible rows: no error, Eof and Bof both true
   void MoveLast();
-  void MoveNext();              // past the end already: NoCurrentRow
+  void MoveNext();  // past the end already: NoCurrentRow
   void MovePrevious();
   void Move(std::ptrdiff_t rows);
   bool Eof() const;
   bool Bof() const;
-  bool HasCurrent() const;      // a field may be read
+  bool HasCurrent() const;          // a field may be read
   std::size_t RecordCount() const;  // rows that the filter lets through, in constant time
 
   // "" removes the filter. Leaves the cursor on the first visible row. Filters are live: a row
@@ -173,9 +174,32 @@ class RowSet : public Object, public std::enable_shared_from_this<RowSet> {
  private:
   friend class Field;
   friend class FieldList;
-  struct Impl;
-  explicit RowSet(std::unique_ptr<Impl> impl);
-  std::unique_ptr<Impl> impl_;
+  friend class KeepPlace;
+  struct Key {};  // keeps the constructor to the makers below
+
+ public:
+  RowSet(Key, std::shared_ptr<Table> table);
+
+ private:
+  static constexpr std::uint32_t kBeforeFirst = 0xFFFFFFFE;
+  static constexpr std::uint32_t kAfterLast = 0xFFFFFFFF;
+
+  static RowSetPtr over(std::shared_ptr<Table> table);
+  Table& open() const;     // throws NotOpen
+  Table& current() const;  // throws NoCurrentRow
+  [[noreturn]] void failNoRow() const;
+  int columnOf(std::string_view name) const;
+  View& view();
+  void place(std::uint32_t row);
+  std::uint32_t nextVisible(std::uint32_t row) const;
+  std::uint32_t previousVisible(std::uint32_t row) const;
+  RowSetPtr child(std::uint32_t row, int column) const;
+
+  std::shared_ptr<Table> table_;
+  std::unique_ptr<View> view_;  // only while there is a filter or a sort
+  std::uint32_t row_ = kAfterLast;
+  std::int16_t marshal_ = 0;
+  bool loading_ = false;  // assignments fill a stored row and are no edits
   FieldList fields_;
 };
 
@@ -197,11 +221,12 @@ class KeepPlace {
  private:
   RowSet& rows_;
   std::string filter_;
-  Variant bookmark_;
+  std::uint32_t row_;
 };
 
-// A set as text for tests, traces and the debugger: a line of names, a line a row, nested sets
-// indented; empty prints as "~", null as "-".
+// A set as text for tests, traces and the debugger: a line of names, a line a row, cells parted by
+// "|", nested sets that have rows indented below their row; empty prints as "~", null as "-". All
+// rows in the order of adding, whatever the filter and sort; no cursor moves.
 std::string dump(RowSet& rows);
 
 }  // namespace tolvex

@@ -1,0 +1,129 @@
+#include "framework/schema.h"
+
+#include "framework/case_fold.h"
+
+namespace tolvex {
+
+namespace {
+
+std::uint64_t loadHalf(const char* bytes) {
+  std::uint32_t half;
+  std::memcpy(&half, bytes, sizeof half);
+  return half;
+}
+
+std::uint64_t byteAt(std::string_view name, std::size_t index) {
+  return static_cast<unsigned char>(name[index]);
+}
+
+CellKind kindOf(FieldType type) {
+  switch (type) {
+    case FieldType::Nested:
+      return CellKind::Nested;
+    case FieldType::Guid:
+    case FieldType::Text:
+      return CellKind::Text;
+    default:
+      return CellKind::Number;
+  }
+}
+
+bool sameAscii(std::string_view a, std::string_view b) {
+  const auto up = [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 0x20) : c; };
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    if (up(a[i]) != up(b[i])) return false;
+  }
+  return a.size() == b.size();
+}
+
+}  // namespace
+
+Schema::Name Schema::nameOf(std::string_view name) {
+  const std::size_t size = name.size();
+  std::uint64_t head = 0, tail = 0;
+  if (size >= 8) {
+    head = loadWord(name.data());
+    tail = loadWord(name.data() + size - 8);
+  } else if (size >= 4) {
+    head = loadHalf(name.data());
+    tail = loadHalf(name.data() + size - 4);
+  } else if (size > 0) {
+    head = byteAt(name, 0) | byteAt(name, size / 2) << 8 | byteAt(name, size - 1) << 16;
+  }
+  return {upperWord(head), upperWord(tail), static_cast<std::uint32_t>(size), -1};
+}
+
+std::size_t Schema::bucketOf(const Name& name, std::size_t mask) {
+  const std::uint64_t hash =
+      (name.head ^ name.tail * 0x9E3779B97F4A7C15u ^ name.size) * 0xBF58476D1CE4E5B9u;
+  return static_cast<std::size_t>(hash >> 32) & mask;
+}
+
+int Schema::find(std::string_view name) const {
+  if (names_.empty()) return -1;
+  const Name wanted = nameOf(name);
+  const std::size_t mask = names_.size() - 1;
+  for (std::size_t at = bucketOf(wanted, mask); names_[at].column >= 0; at = (at + 1) & mask) {
+    const Name& entry = names_[at];
+    if (entry.head == wanted.head && entry.tail == wanted.tail && entry.size == wanted.size &&
+        (wanted.size <= 16 || sameAscii(columns_[std::size_t(entry.column)].name, name))) {
+      return entry.column;
+    }
+  }
+  return -1;
+}
+
+void Schema::enter(int column) {
+  Name name = nameOf(columns_[std::size_t(column)].name);
+  name.column = column;
+  const std::size_t mask = names_.size() - 1;
+  std::size_t at = bucketOf(name, mask);
+  while (names_[at].column >= 0) at = (at + 1) & mask;
+  names_[at] = name;
+}
+
+void Schema::append(std::string_view name, FieldType type, int size, int attributes,
+                    std::shared_ptr<Schema> nested) {
+  if (find(name) >= 0) {
+    throw RowSetError(RowSetError::DuplicateKey, "Stulpelis \"" + std::string(name) + "\" jau yra");
+  }
+  columns_.push_back(
+      {std::string(name), type, kindOf(type), size, attributes, 0, 0, std::move(nested)});
+  if (columns_.size() * 4 > names_.size()) {
+    names_.assign(std::bit_ceil(columns_.size() * 4), Name{0, 0, 0, -1});
+    for (std::size_t i = 0; i < columns_.size(); ++i) enter(static_cast<int>(i));
+  } else {
+    enter(static_cast<int>(columns_.size()) - 1);
+  }
+}
+
+void Schema::seal() {
+  if (sealed_) return;
+  sealed_ = true;
+  // Wide cells first, so that every column of the common slab is aligned.
+  for (Column& column : columns_) {
+    if (column.kind != CellKind::Number) continue;
+    column.offset = rowBytes_;
+    rowBytes_ += sizeof(double);
+  }
+  for (Column& column : columns_) {
+    if (column.kind == CellKind::Nested) column.offset = nestedCount_++;
+    if (column.kind != CellKind::Text) continue;
+    column.offset = rowBytes_;
+    rowBytes_ += sizeof(std::uint32_t);
+  }
+}
+
+std::shared_ptr<Schema> Schema::of(const ColumnSpec* columns, int count) {
+  auto schema = std::make_shared<Schema>();
+  schema->columns_.reserve(std::size_t(count));
+  for (const ColumnSpec* spec = columns; spec != columns + count; ++spec) {
+    const bool isNested = spec->type == FieldType::Nested;
+    schema->append(spec->name, spec->type, spec->size, -1,
+                   isNested ? of(spec->nested, spec->nestedCount) : nullptr);
+  }
+  schema->seal();
+  return schema;
+}
+
+}  // namespace tolvex
