@@ -34,6 +34,7 @@ FormWidget::FormWidget(ui::Form& form, ActGuard& guard, QWidget* parent)
   form_.view = this;
   form_.takeDirty();
   for (ui::Control* control : form_.controls()) syncControl(*control);
+  syncHolders();
   alignLabels();
   if (form_.hasLater()) wake();
 }
@@ -103,6 +104,7 @@ void FormWidget::wake() {
 void FormWidget::flush() {
   woken_ = false;
   for (ui::Control* control : form_.takeDirty()) syncControl(*control);
+  if (holdersMoved_) syncHolders();
   if (labelsMoved_) alignLabels();
   if (focusEvents_ == 0) syncFocus();
   if (form_.title() != shownTitle_) {
@@ -133,6 +135,7 @@ void FormWidget::syncCommon(ui::Control& control) {
   const auto frame = frames_.find(&control);
   QWidget* outer = shown ? shown->outer : frame != frames_.end() ? frame->second : nullptr;
   if (!outer) return;
+  if (outer->isVisibleTo(outer->parentWidget()) != control.visible()) holdersMoved_ = true;
   outer->setVisible(control.visible());
   outer->setEnabled(control.enabled());
   (shown ? shown->field : outer)->setToolTip(text(control.tip()));
@@ -168,6 +171,15 @@ void FormWidget::syncTimer(ui::Timer& timer) {
   }
   if (timer.running() == clock->isActive()) return;
   timer.running() ? clock->start(timer.milliseconds) : clock->stop();
+}
+
+void FormWidget::syncHolders() {
+  holdersMoved_ = false;
+  for (const Holder& holder : holders_) {
+    const bool any = std::any_of(holder.controls.begin(), holder.controls.end(),
+                                 [](const ui::Control* control) { return control->visible(); });
+    holder.widget->setVisible(holder.always || any);
+  }
 }
 
 void FormWidget::alignLabels() {

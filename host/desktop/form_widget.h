@@ -67,6 +67,11 @@ class FormWidget final : public QWidget, public ui::FormView {
     QLabel* label = nullptr;
     int stack = -1;  // labels of one stack have one width; -1: its own
   };
+  struct Holder {  // a cell or a row of the layout
+    QWidget* widget = nullptr;
+    std::vector<const ui::Control*> controls;
+    bool always = false;  // it has words of its own
+  };
   struct Page {
     QWidget* widget = nullptr;
     std::string key;
@@ -85,6 +90,7 @@ class FormWidget final : public QWidget, public ui::FormView {
   void syncTimer(ui::Timer& timer);
   void syncFocus();
   void alignLabels();
+  void syncHolders();
   void makeShortcuts();
   void runShortcut(ui::MenuItem& item);
   void switchTab(int step);
@@ -97,10 +103,12 @@ class FormWidget final : public QWidget, public ui::FormView {
   std::map<const ui::Control*, Labelled> labels_;
   std::map<const ui::Control*, std::vector<Page>> pages_;
   std::map<const ui::Control*, QTimer*> timers_;
+  std::vector<Holder> holders_;
   std::vector<ui::Control*> order_;  // fields as the layout has them
   int stacks_ = 0;
   bool woken_ = false;
   bool labelsMoved_ = true;
+  bool holdersMoved_ = true;
   bool closedTold_ = false;
   unsigned focusEvents_ = 0;  // queued, not yet told to the form
   QPoint menuPoint_;

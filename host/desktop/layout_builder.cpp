@@ -17,7 +17,7 @@ using Type = ui::Node::Type;
 using ui::Kind;
 
 constexpr int kCellGap = 16;
-constexpr int kWordGap = 5;
+constexpr int kWordGap = 6;
 constexpr int kRowGap = 8;
 constexpr int kBlockGap = 10;
 constexpr int kFieldPadding = 22;
@@ -32,6 +32,14 @@ bool isTall(const ui::Control& control) {
 bool isField(const ui::Control& control) {
   return control.kind == Kind::TextBox || control.kind == Kind::ComboBox ||
          control.kind == Kind::DatePicker;
+}
+
+// The only control of a cell, when it is of that kind.
+template <class T>
+const T* lone(const ui::Node& cell, Kind kind) {
+  if (cell.children.size() != 1) return nullptr;
+  const ui::Control* control = cell.children.front().control;
+  return control && control->kind == kind ? static_cast<const T*>(control) : nullptr;
 }
 
 const ui::Node* firstWord(const ui::Node& row) {
@@ -191,25 +199,40 @@ QWidget* LayoutBuilder::row(const ui::Node& node, QWidget* parent, const Stack& 
   auto* holder = new QWidget(parent);
   auto* line = new QHBoxLayout(holder);
   line->setContentsMargins(0, 0, 0, 0);
-  line->setSpacing(0);
-  const ui::Control* before = nullptr;
+  line->setSpacing(kCellGap);
+  // Cells and rows whose controls are all hidden take no room.
+  FormWidget::Holder whole{holder, {}, false};
+  const ui::OptionButton* joined = nullptr;
+  QHBoxLayout* inside = nullptr;
   bool first = true;
   for (const ui::Node& cell : node.children) {
-    bool firstOfCell = true;
-    for (const ui::Node& item : cell.children) {
-      const auto* option = item.control && item.control->kind == Kind::OptionButton
-                               ? static_cast<const ui::OptionButton*>(item.control)
-                               : nullptr;
-      const bool joins = option && before && before->kind == Kind::OptionButton &&
-                         static_cast<const ui::OptionButton*>(before)->group == option->group;
-      if (!first && item.type != Type::Space) {
-        line->addSpacing(joins ? -1 : firstOfCell ? kCellGap : kWordGap);
-      }
-      word(item, holder, line, own, first);
-      before = item.control;
-      first = firstOfCell = false;
+    const auto* option = lone<ui::OptionButton>(cell, Kind::OptionButton);
+    if (option && joined && option->group == joined->group) {
+      inside->addSpacing(-1);  // one border between two options
+    } else {
+      owner_.holders_.push_back({new QWidget(holder), {}, false});
+      inside = new QHBoxLayout(owner_.holders_.back().widget);
+      inside->setContentsMargins(0, 0, 0, 0);
+      inside->setSpacing(option ? 0 : kWordGap);
+      const bool space = cell.children.front().type == Type::Space && cell.children.size() == 1;
+      line->addWidget(owner_.holders_.back().widget, cell.grow ? (space ? 1 : 2) : 0);
     }
+    joined = option;
+    FormWidget::Holder& held = owner_.holders_.back();
+    for (const ui::Node& item : cell.children) {
+      word(item, held.widget, inside, own, first);
+      first = false;
+      if (item.control) {
+        held.controls.push_back(item.control);
+        whole.controls.push_back(item.control);
+      }
+    }
+    held.always = held.controls.empty();
+    const bool words = std::any_of(cell.children.begin(), cell.children.end(),
+                                   [](const ui::Node& item) { return item.type == Type::Text; });
+    whole.always = whole.always || (held.always && words);
   }
+  owner_.holders_.push_back(std::move(whole));
   if (!node.grow) line->addStretch(1);
   return holder;
 }
@@ -224,7 +247,6 @@ void LayoutBuilder::word(const ui::Node& node, QWidget* parent, QHBoxLayout* lin
     QLabel* label = captionLabel(parent, "caption");
     label->setText(text(node.text));
     line->addWidget(label);
-    line->addSpacing(4);
     // A text of its own at the head of a row is measured with the captions of its stack.
     if (firstOfRow && own.labelled) label->setProperty("stack", own.number);
     return;
@@ -255,7 +277,6 @@ void LayoutBuilder::control(const ui::Node& node, QWidget* parent, QHBoxLayout* 
       QLabel* label = captionLabel(parent, "caption");
       label->setBuddy(view->field);
       line->addWidget(label);
-      line->addSpacing(8);
       owner_.labels_[&made] = {label, firstOfRow ? own.number : -1};
     }
     line->addWidget(outer, node.grow ? 1 : 0);

@@ -99,7 +99,7 @@ QTreeView, QTreeWidget { background: white; border: 1px solid #dde3e8; border-ra
   outline: 0; show-decoration-selected: 1; }
 QTreeWidget::item { height: 26px; }
 QTreeView:focus { border-color: #9fc3d3; }
-QTreeView[sidebar="true"] { border: 0; border-radius: 0; }
+QTreeView[sidebar="true"], QTreeView[sidebar="true"]:focus { border: 0; border-radius: 0; }
 QHeaderView { background: #f3f5f7; border: 0; }
 QHeaderView::section { background: #f3f5f7; color: #5b6b78; border: 0;
   border-right: 1px solid #dde3e8; border-bottom: 1px solid #dde3e8; padding: 0 8px;
@@ -113,8 +113,8 @@ QTabBar::tab:selected { color: #17536e; border-bottom: 2px solid #1f6a8c; }
 QTabBar::tab:focus { background: #e6eff4; }
 QTabBar::tab:disabled { color: #9aa7b2; }
 QScrollArea { border: 0; background: transparent; }
-QScrollBar:vertical { background: transparent; width: 11px; margin: 1px; }
-QScrollBar:horizontal { background: transparent; height: 11px; margin: 1px; }
+QScrollBar:vertical { background: transparent; width: 10px; margin: 1px; }
+QScrollBar:horizontal { background: transparent; height: 10px; margin: 1px; }
 QScrollBar::handle { background: #c3ccd4; border-radius: 4px; }
 QScrollBar::handle:vertical { min-height: 30px; }
 QScrollBar::handle:horizontal { min-width: 30px; }
