@@ -40,6 +40,8 @@ TEST_F(Entries, AddBRSumsAndCurrencySides) {
   } kCases[] = {
       {"litas", fullCall(10.555, 0, "", 0), 10.56, ""},
       {"first currency", fullCall(100, 1, "USD", 3.4528), 345.28, "1 USD 100 3.4528"},
+      {"the product is lifted over its half", fullCall(1, 1, "USD", 1.005), 1.01, "1 USD 1 1.005"},
+      {"the second's product too", fullCall(0, 1, "", 0, 1, "USD", 1.005), 1.01, "-1 USD 1 1.005"},
       {"first on the credit", fullCall(100, -1, "USD", 3.4528), 345.28, "-1 USD 100 3.4528"},
       {"second takes the other side", fullCall(0, 1, "", 0, 100, "EUR", 3.4528), 345.28,
        "-1 EUR 100 3.4528"},

@@ -174,7 +174,8 @@ TEST_F(Menus, DocumentsOfOtherModulesAreShownByTheHost) {
 
 TEST_F(Menus, DeletingAsksAndChecksTheGroupsRight) {
   const std::string row = putOperation(5, "O0201500", 12);
-  EXPECT_EQ(operations->DeleteVXObject("O02015099"), kGone);
+  host.rights().others = {};
+  EXPECT_EQ(operations->DeleteVXObject("O02015099"), kGone) << "gone is told before a right";
   host.rights().table["CBROperRights12"] = {1, 0, 1, 1, 0};
   EXPECT_EQ(operations->DeleteVXObject(row), kNoRight);
   host.rights().table["CBROperRights12"] = {1, 1, 1, 1, 0};
