@@ -119,7 +119,8 @@ bool CheckRequiredAddr(const ParamDictionary& required, RowSet* BRProperties);
 using KnowsAccount = std::function<bool(const std::string& account)>;
 
 // Why the entry at the cursor of `BR` is not acceptable, or "". Order: sum, debit and credit
-// account, currency sides, required addressees. The first `KnowsAccount` that throws ends the test.
+// account, currency sides, required addressees. The credit account is asked only when the debit
+// account is known.
 std::string testEntry(RowSet& BR, const KnowsAccount& knowsAccount);
 
 // A failed test as the user reads it: the message, a line break, both accounts and the sum of the

@@ -43,12 +43,12 @@ MenuAction clickTelebank(const OperationTablesPtr& tables, std::string_view clic
 MenuAction clickSearch(const OperationTablesPtr& tables);
 // "Panaikinti": asks, then deletes by the rules of the kind.
 MenuAction clickDelete(VXObjectUI& ui, std::string id);
-// "Atrinkti": rows of `ui` by the user's filter; `parameters` makes the list's argument of it.
-template <class Make>
-MenuAction clickFilter(VXObjectUI& ui, std::string_view kind, Make parameters) {
+// "Atrinkti": the rows that `list` gives for the user's filter text.
+template <class List>
+MenuAction clickFilter(VXObjectUI& ui, std::string_view kind, List list) {
   const std::string filter = hostContext().dialogs().filter(kind);
   if (filter.empty()) return {};
-  RowSetPtr rows = parameters(ui, filter);
+  RowSetPtr rows = list(ui, filter);
   if (!rows) return {};
   return {MenuAction::ShowRows, Variant(Variant::Array{rows, filter})};
 }
