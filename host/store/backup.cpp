@@ -136,6 +136,7 @@ void restoreBooks(Database& db, const std::string& file, const Progress& progres
     if (!copyBaseTables(*copy, db, progress)) return;
     rebuildBooks(db, progress);
     setMetaValue(db, "epoch", std::to_string(std::max(epoch, storedEpoch(db)) + 1));
+    db.execute("ANALYZE");
     restoring.commit();
   } catch (const DatabaseError& error) {
     throw explained(file, error);

@@ -13,6 +13,9 @@ namespace {
 namespace fs = std::filesystem;
 using Kind = DatabaseError::Kind;
 
+// Somebody who waits for his books to open is told sooner than somebody who saves.
+constexpr int kOpeningWaitMs = 2000;
+
 BooksError problem(const std::string& place, const std::string& what) {
   return BooksError("„" + place + "“: " + what);
 }
@@ -125,13 +128,16 @@ std::unique_ptr<Session> openBooks(const std::string& place, const std::string& 
                                    const std::string& password, Session::ClockFunction clock) {
   try {
     if (!isPostgresUrl(place)) checkFile(place);
-    auto db = Database::open(place, {});
+    Database::Options options;
+    options.busyMilliseconds = kOpeningWaitMs;
+    auto db = Database::open(place, options);
     const int schema = checkedSchema(*db, place);
     {
       // Asks for the right to write, so that a file that cannot be written is known at once.
       Transaction probe(*db, Transaction::For::Write);
     }
     upgrade(*db, schema);
+    db->waitWhenBusy(Database::Options().busyMilliseconds);
     return openSession(std::move(db), login, password, std::move(clock));
   } catch (const DatabaseError& error) {
     throw explained(place, error);

@@ -101,6 +101,9 @@ class Database {
   // How many times this connection made data durable; for the measurement of one flush a save.
   virtual std::int64_t flushes() const { return -1; }
 
+  // How long a statement waits for another client's lock before Busy.
+  virtual void waitWhenBusy(int milliseconds) = 0;
+
   // After Lost: connects again. False when the other side still does not answer; statements that
   // were prepared before are prepared anew.
   virtual bool reconnect() { return false; }

@@ -7,6 +7,7 @@
 #include "host/store/guid.h"
 #include "host/store/mapped_records.h"
 #include "host/store/sql.h"
+#include "host/store/whole_parts.h"
 
 namespace tolvex::store {
 namespace {
@@ -37,21 +38,22 @@ void bindNumber(Statement& statement, int index, const FieldMap& field, Field va
     return;
   }
   const double given = value.Number();
-  const double stored = given * std::pow(10, field.scale);
   if (field.type == FieldType::Double && field.scale == 0) {
     statement.bind(index, given);
     return;
   }
-  const double limit = field.type == FieldType::SmallInt ? std::numeric_limits<std::int16_t>::max()
-                                                         : std::numeric_limits<std::int32_t>::max();
-  if (std::abs(stored - std::nearbyint(stored)) > 0.01 || std::abs(stored) > limit) {
+  const std::int64_t limit = field.type == FieldType::SmallInt
+                                 ? std::numeric_limits<std::int16_t>::max()
+                                 : std::numeric_limits<std::int32_t>::max();
+  const auto stored = wholeParts(given, std::pow(10, field.scale));
+  if (!stored || *stored > limit || *stored < -limit) {
     refuseRule("Klaidinga lauko " + quotedName(field) + " reikšmė: " + plainNumber(given) + "!");
   }
   const bool nowhere = field.absent == Absent::NullIsZero || field.absent == Absent::ZeroIsNull;
-  if (stored == 0 && nowhere) {
+  if (*stored == 0 && nowhere) {
     statement.bindNull(index);
   } else {
-    statement.bind(index, static_cast<std::int64_t>(std::nearbyint(stored)));
+    statement.bind(index, *stored);
   }
 }
 

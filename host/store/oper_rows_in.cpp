@@ -1,12 +1,11 @@
 // From the record of a screen to rows of whole cents.
-#include <cmath>
 #include <map>
 #include <set>
 
 #include "framework/references.h"
-#include "framework/rounding.h"
 #include "framework/text.h"
 #include "host/store/oper_change.h"
+#include "host/store/whole_parts.h"
 #include "operations/entry_rules.h"
 
 namespace tolvex::store {
@@ -57,15 +56,10 @@ std::string sumText(double sum) {
   throw Refusal(kRuleBroken, entryFailure(message, BR, sumText(BR["SumA"].Number())));
 }
 
-// Whole parts of a sum; a sum that has finer parts than the column holds is refused, never rounded.
-std::int64_t wholeParts(double value, double parts, RowSet& BR) {
-  const double product = value * parts;
-  const double whole = roundHalfEven(product, 0);
-  constexpr double kLargest = 9e15;
-  if (!(std::fabs(product - whole) <= 0.01) || !(std::fabs(whole) <= kLargest)) {
-    refuseEntry(kBadSum, BR);
-  }
-  return static_cast<std::int64_t>(whole);
+std::int64_t partsOrRefuse(double value, double partsInOne, RowSet& BR) {
+  const auto parts = wholeParts(value, partsInOne);
+  if (!parts) refuseEntry(kBadSum, BR);
+  return *parts;
 }
 
 int signOf(RowSet& row, RowSet& BR) {
@@ -83,7 +77,7 @@ SideRow currencySide(RowSet& row, RowSet& BR, SideRow side) {
   side.cur = std::string(row["FCurrencyCode"].Text());
   side.rate = row["RateCurr"].Number();
   if (!(side.rate >= 0)) refuseEntry(kNoCurrencyRate, BR);
-  side.sumCur = wholeParts(row["SumCurr"].Number(), kCurrencyParts, BR);
+  side.sumCur = partsOrRefuse(row["SumCurr"].Number(), kCurrencyParts, BR);
   if (side.sumCur < 0) refuseEntry(kBadSum, BR);
   const std::string code = trim(side.cur);
   const bool none = code.empty() && (side.cur.size() == 3 || side.sumCur == 0);
@@ -160,7 +154,7 @@ void takeReferences(RowSet& BR, const std::set<std::string, std::less<>>& addres
 void takeFields(RowSet& BR, int operDay, EntryRow& entry) {
   entry.guid = textOf(BR, "GUID", 40);
   entry.day = dayOf(BR, "DateD", operDay);
-  entry.sumLt = wholeParts(BR["SumA"].Number(), kCents, BR);
+  entry.sumLt = partsOrRefuse(BR["SumA"].Number(), kCents, BR);
   entry.info = textOrNull(BR, "Info", 1000);
   entry.tag = textOrNull(BR, "Tag", 100);
   entry.fguid = textOrNull(BR, "FGUID", 40);
@@ -170,7 +164,7 @@ void takeFields(RowSet& BR, int operDay, EntryRow& entry) {
   entry.vatFlag = intOf(BR, "VATFlag");
   entry.vatTariff.reset();
   if (!BR["VATTariff"].IsAbsent()) {
-    entry.vatTariff = static_cast<int>(wholeParts(BR["VATTariff"].Number(), 100, BR));
+    entry.vatTariff = static_cast<int>(partsOrRefuse(BR["VATTariff"].Number(), 100, BR));
   }
   entry.templateLineId.reset();
   if (const int line = intOf(BR, "BRTemplateAccID"); line != 0) entry.templateLineId = line;

@@ -67,6 +67,10 @@ class Connection {
   }
   void execute(const char* script) { check(PQexec(handle_, script)); }
 
+  void waitWhenBusy(int milliseconds) {
+    busyMilliseconds_ = milliseconds;
+    execute(("SET lock_timeout = " + std::to_string(milliseconds)).c_str());
+  }
   void closing() { closing_ = true; }
   void deallocate(const std::string& name) {
     const bool useless = closing_ || PQstatus(handle_) != CONNECTION_OK ||
@@ -259,6 +263,7 @@ class PostgresDatabase final : public Database {
     const auto status = PQtransactionStatus(connection_.handle());
     return status == PQTRANS_INTRANS || status == PQTRANS_INERROR;
   }
+  void waitWhenBusy(int milliseconds) override { connection_.waitWhenBusy(milliseconds); }
   bool reconnect() override { return connection_.reconnect(); }
 
  private:

@@ -3,6 +3,7 @@
 #include <cctype>
 #include <cmath>
 #include <limits>
+#include <map>
 
 #include "framework/references.h"
 #include "framework/text.h"
@@ -140,14 +141,21 @@ std::string_view familyOf(std::string_view kind) {
 }
 
 const Routine* findRoutine(std::string_view kind, std::string_view method) {
+  static const std::multimap<std::string, const Routine*, std::less<>> byName = [] {
+    std::multimap<std::string, const Routine*, std::less<>> names;
+    for (const Routine& routine : routineTable()) names.emplace(upper(routine.name), &routine);
+    return names;
+  }();
   const std::string code = upper(kindOf(kind));
   const std::string_view family = familyOf(code);
   const auto answers = [&](std::string_view kinds) {
-    return kinds == "*" || kinds.find(code) != std::string_view::npos ||
-           kinds.find(family) != std::string_view::npos;
+    return kinds == "*" || (!code.empty() && kinds.find(code) != std::string_view::npos) ||
+           (!family.empty() && kinds.find(family) != std::string_view::npos);
   };
-  for (const Routine& routine : routineTable()) {
-    if (answers(routine.kinds) && equalNoCase(routine.name, method)) return &routine;
+  // Of one name those of the table's order stay in order.
+  const auto [first, last] = byName.equal_range(upper(method));
+  for (auto routine = first; routine != last; ++routine) {
+    if (answers(routine->second->kinds)) return routine->second;
   }
   return nullptr;
 }

@@ -107,6 +107,19 @@ TEST(Books, WhatIsNotBooksIsRefusedAndLeftAsItIs) {
   }
 }
 
+TEST(Books, ThoseThatAnotherProgramLockedAreRefused) {
+  const TestFolder folder;
+  const std::string file = folder.path("books.tolvex");
+  createBooks(file, {});
+  {
+    const auto holder = Database::open(file, {});
+    holder->execute("PRAGMA locking_mode = EXCLUSIVE; BEGIN EXCLUSIVE");
+    const std::string text = refusal([&] { (void)openBooks(file, "admin", ""); });
+    EXPECT_NE(text.find("užrakino kita programa"), std::string::npos) << text;
+  }
+  EXPECT_NO_THROW((void)openBooks(file, "admin", ""));
+}
+
 TEST(Books, AServerThatDoesNotAnswerIsRefused) {
   const std::string text =
       refusal([] { (void)openBooks("postgresql://nobody@localhost:1/none", "admin", ""); });
