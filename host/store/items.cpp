@@ -123,11 +123,13 @@ std::vector<ItemPosting> readItem(Database& db, int accountId, int itemId) {
   return postings;
 }
 
-void writeItem(Database& db, int accountId, int itemId, const std::vector<ItemRow>& rows) {
-  db.prepare("DELETE FROM open_item WHERE account_id = $1 AND item_id = $2")
-      ->bind(1, accountId)
-      .bind(2, itemId)
-      .run();
+void dropItem(Database& db, int accountId, int itemId) {
+  auto drop = db.prepare("DELETE FROM open_item WHERE account_id = $1 AND item_id = $2");
+  drop->bind(1, accountId).bind(2, itemId);
+  drop->run();
+}
+
+void insertItem(Database& db, int accountId, int itemId, const std::vector<ItemRow>& rows) {
   auto insert = db.prepare(
       "INSERT INTO open_item (account_id, item_id, cur, dimset_id, rest_lt, rest_cur, full_lt,"
       " full_cur, first_day, last_day, head_entry_id, is_open)"

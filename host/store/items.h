@@ -55,7 +55,8 @@ int itemOf(const EntryRow& entry, int sign, int operId);
 
 // Stored postings of an item on an account, ready for itemRows.
 std::vector<ItemPosting> readItem(Database& db, int accountId, int itemId);
-// Replaces the stored rows of an item on an account.
-void writeItem(Database& db, int accountId, int itemId, const std::vector<ItemRow>& rows);
+void dropItem(Database& db, int accountId, int itemId);
+// Stores the rows of an item that has none on the account.
+void insertItem(Database& db, int accountId, int itemId, const std::vector<ItemRow>& rows);
 
 }  // namespace tolvex::store

@@ -1,8 +1,5 @@
 #include "host/store/locks.h"
 
-#include <algorithm>
-#include <vector>
-
 namespace tolvex::store {
 
 int UsedAccounts::idOf(const std::string& code) {
@@ -57,14 +54,16 @@ const UsedAccount* UsedAccounts::find(const std::string& code) const {
   return &byId_.at(place->second);
 }
 
-LockDates::LockDates(Session& session) : aboveLow_(session.rights("CAllAccLock").edit) {}
-
-void LockDates::check(const EntryRow& entry, const UsedAccounts& accounts) const {
+void checkLocks(Session& session, const EntryRow& entry, const UsedAccounts& accounts) {
   for (const int sign : {1, -1}) {
     const SideRow& side = entry.side(sign);
     if (side.accountId == kUnknownAccount) continue;
     const UsedAccount& account = accounts.at(side.accountId);
-    const int limit = aboveLow_ ? account.dayHigh : std::max(account.dayHigh, account.dayLow);
+    int limit = account.dayHigh;
+    if (account.dayLow > limit && entry.day <= account.dayLow &&
+        !session.rights("CAllAccLock").edit) {
+      limit = account.dayLow;
+    }
     if (entry.day <= limit) {
       throw Refusal(kLocked, "Sąskaita " + account.code + " užblokuota iki " + dayText(limit) + "!");
     }

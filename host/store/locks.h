@@ -42,15 +42,9 @@ class UsedAccounts {
   std::map<int, UsedAccount> byId_;
 };
 
-// Throws Refusal 1202 when one of the entry's accounts is locked on the entry's date, for this user.
-// Account "0" can be locked like any other.
-class LockDates {
- public:
-  explicit LockDates(Session& session);
-  void check(const EntryRow& entry, const UsedAccounts& accounts) const;
-
- private:
-  bool aboveLow_;  // the user may work behind the lower of the two dates
-};
+// Throws Refusal 1202 when one of the entry's accounts is locked on the entry's date. The higher date
+// binds everybody, the lower one all but those who have the right to work behind it. Account "0"
+// can be locked like any other.
+void checkLocks(Session& session, const EntryRow& entry, const UsedAccounts& accounts);
 
 }  // namespace tolvex::store

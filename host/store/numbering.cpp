@@ -84,8 +84,8 @@ int creatorOf(Session& session, int operId) {
 
 std::optional<NumberRules> readNumberRules(Database& db, int groupId) {
   auto select = db.prepare(
-      "SELECT an_mask, an_prefix, an_template, an_minimal, an_group_by, an_cycle, an_day_from"
-      " FROM oper_group WHERE id = $1");
+      "SELECT an_mask, an_prefix, an_template, an_minimal, an_group_by, an_cycle, an_day_from,"
+      " group_flag FROM oper_group WHERE id = $1");
   select->bind(1, groupId);
   if (!select->step()) return std::nullopt;
   NumberRules rules;
@@ -97,6 +97,7 @@ std::optional<NumberRules> readNumberRules(Database& db, int groupId) {
   rules.groupBy = static_cast<int>(select->integer(4));
   rules.cycle = static_cast<int>(select->integer(5));
   rules.dayFrom = static_cast<int>(select->integer(6));
+  rules.common = select->integer(7) == 1;
   return rules;
 }
 

@@ -16,6 +16,7 @@ namespace tolvex::store {
 
 struct NumberRules {  // of an operation group
   int groupId = 0;
+  bool common = false;  // a group of groups, which holds no operations
   std::string mask, prefix, width;  // width: as many characters as the number has digits
   int minimal = 1, groupBy = 1, cycle = 3, dayFrom = 0;
   bool appliesOn(int day) const { return !mask.empty() && day >= dayFrom; }

@@ -19,12 +19,10 @@ namespace {
 
 using Item = std::pair<int, int>;  // account, item
 
-void checkGroup(Database& db, int groupId) {
-  auto select = db.prepare("SELECT group_flag FROM oper_group WHERE id = $1");
-  select->bind(1, groupId);
-  if (!select->step() || select->integer(0) == 1) {
-    throw Refusal(kReferred, "Operacijų grupė nebeegzistuoja!");
-  }
+NumberRules groupOf(Database& db, int groupId) {
+  const std::optional<NumberRules> group = readNumberRules(db, groupId);
+  if (!group || group->common) throw Refusal(kReferred, "Operacijų grupė nebeegzistuoja!");
+  return *group;
 }
 
 void checkRights(Session& session, const OperChange& change) {
@@ -130,20 +128,19 @@ void useAccounts(Session& session, OperChange& change) {
     side.accountId = account->id;
     side.tracked = account->tracked;
   };
-  const LockDates locks(session);
   for (EntryChange& entry : change.entries) {
     if (entry.before) {
       for (const int sign : {1, -1}) {
         SideRow& side = entry.before->side(sign);
         side.tracked = accounts.at(side.accountId).tracked;
       }
-      if (entry.touched()) locks.check(*entry.before, accounts);
+      if (entry.touched()) checkLocks(session, *entry.before, accounts);
     }
     if (!entry.after) continue;
     const bool touched = entry.touched();
     settle(entry.after->debit);
     settle(entry.after->credit);
-    if (touched) locks.check(*entry.after, accounts);
+    if (touched) checkLocks(session, *entry.after, accounts);
   }
 }
 
@@ -227,7 +224,8 @@ void rebuildItems(Database& db, const OperChange& change) {
     const bool fresh = change.isNew() && item.second == change.after.id;
     const auto postings =
         fresh ? ownPostings(change, item) : readItem(db, item.first, item.second);
-    writeItem(db, item.first, item.second, itemRows(item.second, postings, share));
+    if (!fresh) dropItem(db, item.first, item.second);
+    insertItem(db, item.first, item.second, itemRows(item.second, postings, share));
   }
 }
 
@@ -249,7 +247,6 @@ void protocol(Session& session, const OperChange& change) {
   writeProtocol(session, change.after, change.isNew() ? Action::Create : Action::Update, detail);
 }
 
-// Rows that the record takes along only because a child was thought changed are no change.
 void store(Session& session, OperChange& change) {
   Database& db = session.db();
   Dimsets dimsets(db, session.kept<DimsetIds>());
@@ -294,14 +291,11 @@ int saveOperation(Session& session, std::string_view kind, std::string_view otyp
     change.after = headerFrom(changes, exactKind, &*change.before);
   }
   checkRights(session, change);
-  if (change.isNew() || change.before->groupId != change.after.groupId) {
-    checkGroup(db, change.after.groupId);
-  }
+  const NumberRules group = groupOf(db, change.after.groupId);
   change.entries = entriesFrom(session, changes, change);
   checkPointers(db, change);
   useAccounts(session, change);
-  settleNumber(session, *readNumberRules(db, change.after.groupId),
-               change.before ? &*change.before : nullptr, change.after);
+  settleNumber(session, group, change.before ? &*change.before : nullptr, change.after);
   testEntries(db, change);
   store(session, change);
   protocol(session, change);

@@ -93,7 +93,7 @@ void rebuild(Database& db, const Progress& progress) {
   writeTurns(db, scan, withLongerPeriods(scan.days()));
   writeTurns(db, scan, withLongerPeriods(scan.months()));
   scan.forEachItem([&db](int account, int item, const std::vector<ItemRow>& rows) {
-    writeItem(db, account, item, rows);
+    insertItem(db, account, item, rows);
   });
   rebuildDocs(db);
   if (db.engine() == Engine::Sqlite) db.execute("ANALYZE");

@@ -105,11 +105,17 @@ Flags Session::rights(std::string_view component) {
   }
   auto granted = db_->prepare(
       "SELECT can_view, can_delete, can_edit, can_create, can_admin FROM right_grant"
-      " WHERE role_id = $1 AND component IN ($2, $3) ORDER BY LENGTH(component) DESC");
-  granted->bind(1, user_.roleId).bind(2, component).bind(3, bare);
-  if (!granted->step()) return {};
-  return {granted->integer(0) != 0, granted->integer(1) != 0, granted->integer(2) != 0,
-          granted->integer(3) != 0, granted->integer(4) != 0};
+      " WHERE role_id = $1 AND component = $2");
+  granted->bind(1, user_.roleId);
+  for (const std::string_view name : {component, bare}) {  // asked at every save
+    granted->bind(2, name);
+    if (granted->step()) {
+      return {granted->integer(0) != 0, granted->integer(1) != 0, granted->integer(2) != 0,
+              granted->integer(3) != 0, granted->integer(4) != 0};
+    }
+    granted->reset();
+  }
+  return {};
 }
 
 }  // namespace tolvex::store

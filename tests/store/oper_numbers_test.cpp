@@ -105,7 +105,7 @@ const KeyCase kKeys[] = {
 
 TEST(Numbers, Buckets) {
   for (const KeyCase& c : kKeys) {
-    NumberRules rules{3, "AutoNumber", "", "", 1, c.groupBy, c.cycle, 0};
+    NumberRules rules{3, false, "AutoNumber", "", "", 1, c.groupBy, c.cycle, 0};
     EXPECT_EQ(bucketKey(rules, 8, "O0201504", 20040517), c.want);
   }
 }
@@ -121,7 +121,7 @@ const TextCase kTexts[] = {{"Date_AutoNumber", "", "0000", 7, "030209-0007"},
 
 TEST(Numbers, Texts) {
   for (const TextCase& c : kTexts) {
-    const NumberRules rules{3, c.mask, c.prefix, c.width, 1, 1, 3, 0};
+    const NumberRules rules{3, false, c.mask, c.prefix, c.width, 1, 1, 3, 0};
     EXPECT_EQ(composeNumber(rules, "JJ", 20030209, c.number), c.want);
   }
 }
