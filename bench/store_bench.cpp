@@ -33,8 +33,9 @@ std::unique_ptr<Session> openOrMake(const std::string& file, int operations) {
       const auto db = Database::open(file + ".part", {});
       const double start = wallSeconds();
       generateDemo(*db, operations);
-      if (operations > 0) bench::note("making demo books, operations a second",
-                                      operations / (wallSeconds() - start), "");
+      if (operations > 0)
+        bench::note("making demo books, operations a second", operations / (wallSeconds() - start),
+                    "");
     }
     std::filesystem::rename(file + ".part", file);
   }
@@ -85,8 +86,7 @@ class Saver {
   }
   void run() {
     for (const RowSetPtr& record : records_) {
-      const SaveOutcome saved =
-          session_.save("O0201500", "O0201500", *record, nullptr, nullptr);
+      const SaveOutcome saved = session_.save("O0201500", "O0201500", *record, nullptr, nullptr);
       if (saved.Code != kDone) throw BooksError(saved.Text);
     }
     records_.clear();
@@ -235,7 +235,8 @@ int benchmarks(bool quick, const std::string& folder) {
   const int operations = quick ? 50000 : 1000000;
   std::printf("store, big books of %d operations\n", operations);
   saveAgainstBareInserts(folder);
-  const auto big = openOrMake(folder + "/bench_" + std::to_string(operations) + ".tolvex", operations);
+  const auto big =
+      openOrMake(folder + "/bench_" + std::to_string(operations) + ".tolvex", operations);
   saveIntoBigBooks(folder, *big);
   verifyAgainstGroupBy(*big);
   return bench::missed == 0 ? 0 : 1;

@@ -101,7 +101,7 @@ class Generator {
   void makeFirms() {
     constexpr std::array kForms{"UAB", "AB", "UAB", "IĮ", "UAB"};
     constexpr std::array kStems{"Vėtrungė", "Ąžuolas", "Žiedas", "Baltija", "Šaltinis", "Gintaras",
-                                "Nemunas", "Pušynas", "Rytas", "Aušra",   "Žuvėdra", "Vilkė"};
+                                "Nemunas",  "Pušynas", "Rytas",  "Aušra",   "Žuvėdra",  "Vilkė"};
     constexpr std::array kCities{"Vilnius", "Kaunas", "Klaipėda", "Šiauliai", "Panevėžys"};
     auto insert = db_.prepare(
         "INSERT INTO firm (id, name, code, vat_code, street, city, country)"
@@ -137,8 +137,8 @@ class Generator {
   }
 
   void makeOperation(int index) {
-    const auto place = static_cast<std::size_t>(index) * days_.size() /
-                       static_cast<std::size_t>(operations_);
+    const auto place =
+        static_cast<std::size_t>(index) * days_.size() / static_cast<std::size_t>(operations_);
     day_ = days_[place];
     usdRate_ = rates_[place];
     if (index == 0) return makeOpening();
@@ -203,8 +203,7 @@ class Generator {
     }
     std::int64_t booked = paid.sumLt;
     if (rest.cur != kBaseCode) {
-      booked = whole ? rest.sumLt
-                     : centsOf(static_cast<double>(paid.sumCur) / 10000.0 * rest.rate);
+      booked = whole ? rest.sumLt : centsOf(static_cast<double>(paid.sumCur) / 10000.0 * rest.rate);
       paid.rate = rest.cur == "EUR" ? kEuroRate : usdRate_;
       paid.sumLt = centsOf(static_cast<double>(paid.sumCur) / 10000.0 * paid.rate);
     }

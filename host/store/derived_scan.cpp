@@ -12,7 +12,9 @@ constexpr int kProgressEvery = 50000;
 
 int intOf(const Statement& from, int column) { return static_cast<int>(from.integer(column)); }
 
-std::uint64_t wide(int value) { return static_cast<std::uint64_t>(static_cast<std::uint32_t>(value)); }
+std::uint64_t wide(int value) {
+  return static_cast<std::uint64_t>(static_cast<std::uint32_t>(value));
+}
 
 PackedTurn packed(int account, int period, int dimset, int corr, std::uint8_t cur) {
   return {wide(account) << 32 | wide(period), wide(dimset) << 32 | wide(corr) << 8 | cur};
@@ -204,7 +206,7 @@ void DerivedScan::scanEntries() {
       side.accountId = intOf(*postings, 2);
       side.cur = currencies_.numberOf(postings->text(3));
       side.sumCur = postings->integer(4);
-      side.copies = {intOf(*postings, 5), intOf(*postings, 6), intOf(*postings, 8),
+      side.copies = {intOf(*postings, 5), intOf(*postings, 6),  intOf(*postings, 8),
                      intOf(*postings, 9), intOf(*postings, 10), postings->integer(7)};
     }
     if (count != 2 || signs != 0) {

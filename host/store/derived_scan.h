@@ -23,7 +23,8 @@ struct PackedTurn {
 };
 struct PackedTurnHash {
   std::size_t operator()(const PackedTurn& key) const {
-    const std::uint64_t mixed = (key.place ^ (key.rest * 0x9E3779B97F4A7C15u)) * 0xD6E8FEB86659FD93u;
+    const std::uint64_t mixed =
+        (key.place ^ (key.rest * 0x9E3779B97F4A7C15u)) * 0xD6E8FEB86659FD93u;
     return static_cast<std::size_t>(mixed ^ (mixed >> 32));
   }
 };

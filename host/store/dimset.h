@@ -1,5 +1,5 @@
-// Sets of addressees: every posting names one, so that a sum by one or two addressees is a join over
-// a few thousand sets and not over entries. Set 0 is the empty one. A set, once made, stays.
+// Sets of addressees: every posting names one, so that a sum by one or two addressees is a join
+// over a few thousand sets and not over entries. Set 0 is the empty one. A set, once made, stays.
 #pragma once
 
 #include <functional>

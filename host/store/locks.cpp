@@ -18,8 +18,8 @@ void UsedAccounts::read() {
   static constexpr std::string_view kSelect =
       "SELECT a.code, a.group_flag, a.track_items, l.day_high, l.day_low, a.plan FROM account a"
       " LEFT JOIN account_lock l ON l.account_id = a.id WHERE a.id = $1";
-  const std::string sql = std::string(kSelect) +
-                          (db_.engine() == Engine::Postgres ? " FOR SHARE OF a" : "");
+  const std::string sql =
+      std::string(kSelect) + (db_.engine() == Engine::Postgres ? " FOR SHARE OF a" : "");
   auto select = db_.prepare(sql);
   for (auto& [id, account] : byId_) {
     account.id = id;
@@ -65,7 +65,8 @@ void checkLocks(Session& session, const EntryRow& entry, const UsedAccounts& acc
       limit = account.dayLow;
     }
     if (entry.day <= limit) {
-      throw Refusal(kLocked, "Sąskaita " + account.code + " užblokuota iki " + dayText(limit) + "!");
+      throw Refusal(kLocked,
+                    "Sąskaita " + account.code + " užblokuota iki " + dayText(limit) + "!");
     }
   }
 }

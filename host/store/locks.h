@@ -42,9 +42,9 @@ class UsedAccounts {
   std::map<int, UsedAccount> byId_;
 };
 
-// Throws Refusal 1202 when one of the entry's accounts is locked on the entry's date. The higher date
-// binds everybody, the lower one all but those who have the right to work behind it. Account "0"
-// can be locked like any other.
+// Throws Refusal 1202 when one of the entry's accounts is locked on the entry's date. The higher
+// date binds everybody, the lower one all but those who have the right to work behind it. Account
+// "0" can be locked like any other.
 void checkLocks(Session& session, const EntryRow& entry, const UsedAccounts& accounts);
 
 }  // namespace tolvex::store

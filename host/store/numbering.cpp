@@ -22,10 +22,14 @@ enum Cycle : int { kDaily, kMonthly, kQuarterly, kYearly };
 int cycleStart(int cycle, int day) {
   const int year = day / 10000, month = day / 100 % 100;
   switch (cycle) {
-    case kDaily: return day;
-    case kMonthly: return day / 100 * 100 + 1;
-    case kQuarterly: return year * 10000 + ((month - 1) / 3 * 3 + 1) * 100 + 1;
-    default: return year * 10000 + 101;
+    case kDaily:
+      return day;
+    case kMonthly:
+      return day / 100 * 100 + 1;
+    case kQuarterly:
+      return year * 10000 + ((month - 1) / 3 * 3 + 1) * 100 + 1;
+    default:
+      return year * 10000 + 101;
   }
 }
 
@@ -141,8 +145,8 @@ std::string composeNumber(const NumberRules& rules, std::string_view userPrefix,
   return join(parts, "-");
 }
 
-int offerNumber(Session& session, const NumberRules& rules, int userId,
-                std::string_view userPrefix, std::string_view otype, int day) {
+int offerNumber(Session& session, const NumberRules& rules, int userId, std::string_view userPrefix,
+                std::string_view otype, int day) {
   if (!rules.appliesOn(day)) return 0;
   const int bucket = findBucket(session.db(), bucketKey(rules, userId, otype, day), false);
   const int number =
@@ -168,10 +172,10 @@ void settleNumber(Session& session, const NumberRules& rules, const HeaderRow* b
   }
 
   const NumberOffer& offer = session.offer();
-  const bool offered = offer.number > 0 && offer.groupId == rules.groupId &&
-                       (after.autoNumber == offer.number ||
-                        (after.autoNumber == 0 && !after.number.empty() &&
-                         after.number == offer.text));
+  const bool offered =
+      offer.number > 0 && offer.groupId == rules.groupId &&
+      (after.autoNumber == offer.number ||
+       (after.autoNumber == 0 && !after.number.empty() && after.number == offer.text));
   if (offered) {
     after.autoNumber = nextNumber(db, rules, bucket);
     if (after.autoNumber != offer.number) {

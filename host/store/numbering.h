@@ -16,7 +16,7 @@ namespace tolvex::store {
 
 struct NumberRules {  // of an operation group
   int groupId = 0;
-  bool common = false;  // a group of groups, which holds no operations
+  bool common = false;              // a group of groups, which holds no operations
   std::string mask, prefix, width;  // width: as many characters as the number has digits
   int minimal = 1, groupBy = 1, cycle = 3, dayFrom = 0;
   bool appliesOn(int day) const { return !mask.empty() && day >= dayFrom; }
@@ -37,8 +37,8 @@ std::string composeNumber(const NumberRules& rules, std::string_view userPrefix,
 
 // What GetAutoNumber answers: the next number of the counter, nothing reserved; remembered in the
 // session as its offer. 0 where the group does not number on that day.
-int offerNumber(Session& session, const NumberRules& rules, int userId,
-                std::string_view userPrefix, std::string_view otype, int day);
+int offerNumber(Session& session, const NumberRules& rules, int userId, std::string_view userPrefix,
+                std::string_view otype, int day);
 
 // Settles number, text and bucket of `after` at its save. `before` is null for a new operation.
 // Throws Refusal 3604 for a typed number that is taken.

@@ -19,10 +19,10 @@ Variant momentOrNull(const std::optional<std::string>& text) {
 
 std::string clientName(Database& db, std::string_view ref) {
   const std::string_view kind = kindOf(ref);
-  const std::string_view sql =
-      kind == "O0000100"   ? "SELECT name, '' FROM firm WHERE id = $1"
-      : kind == "O0001402" ? "SELECT name, last_name FROM person WHERE id = $1"
-                           : "SELECT name, last_name FROM employee WHERE id = $1";
+  const std::string_view sql = kind == "O0000100" ? "SELECT name, '' FROM firm WHERE id = $1"
+                               : kind == "O0001402"
+                                   ? "SELECT name, last_name FROM person WHERE id = $1"
+                                   : "SELECT name, last_name FROM employee WHERE id = $1";
   auto select = db.prepare(sql);
   select->bind(1, idOf(ref));
   if (!select->step()) return "";

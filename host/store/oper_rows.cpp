@@ -171,15 +171,16 @@ std::string operName(const HeaderRow& header) {
 
 int ownOperationId(std::string_view foidr) {
   const std::string_view kind = kindOf(foidr);
-  const bool own = kind.size() == kKindLength && kind.starts_with("O020150") && kind[7] >= '0' &&
-                   kind[7] <= '6';
+  const bool own =
+      kind.size() == kKindLength && kind.starts_with("O020150") && kind[7] >= '0' && kind[7] <= '6';
   return own ? idOf(foidr) : 0;
 }
 
 std::optional<HeaderRow> readHeader(Database& db, int id) {
   auto select = db.prepare(
       "SELECT otype, group_id, doc_ref, client_ref, day, serija, number, comment, parameters,"
-      " auto_number, an_bucket_id, vat_register, lock_guid, created_by, created_by_name, created_at,"
+      " auto_number, an_bucket_id, vat_register, lock_guid, created_by, created_by_name, "
+      "created_at,"
       " changed_by, changed_by_name, changed_at, row_version FROM oper WHERE id = $1");
   select->bind(1, id);
   if (!select->step()) return std::nullopt;

@@ -38,8 +38,8 @@ struct SideRow {
   double rate = 0;
   std::int64_t sumCur = 0;
   bool tracked = false;  // the account's open items are kept
-  int dimsetId = 0;  // derived
-  int itemId = 0;    // derived; 0 on an account whose items are not tracked
+  int dimsetId = 0;      // derived
+  int itemId = 0;        // derived; 0 on an account whose items are not tracked
 };
 
 struct EntryRow {
@@ -77,11 +77,11 @@ struct HeaderRow {
 // What a user calls the operation: its date, series and number.
 std::string operName(const HeaderRow& header);
 std::string operName(int day, std::string_view serija, std::string_view number);
-std::string dayText(int day);  // 20030209 -> "2003.02.09"
+std::string dayText(int day);               // 20030209 -> "2003.02.09"
 std::string centsText(std::int64_t cents);  // 123450 -> "1234,50"
 
 std::optional<HeaderRow> readHeader(Database& db, int id);
-std::vector<EntryRow> readEntries(Database& db, int operId);       // in order of their ids
+std::vector<EntryRow> readEntries(Database& db, int operId);  // in order of their ids
 std::optional<EntryRow> readEntry(Database& db, int operId, int entryId);
 
 // The operation of this store that a reference names, 0 for any other reference.

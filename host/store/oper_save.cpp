@@ -118,9 +118,8 @@ void useAccounts(Session& session, OperChange& change) {
   }
   accounts.read();
   const auto settle = [&](SideRow& side) {
-    const UsedAccount* account = side.accountId == kUnknownAccount
-                                     ? accounts.find(side.account)
-                                     : &accounts.at(side.accountId);
+    const UsedAccount* account = side.accountId == kUnknownAccount ? accounts.find(side.account)
+                                                                   : &accounts.at(side.accountId);
     if (account == nullptr || account->group) {
       side.accountId = kUnknownAccount;
       return;
@@ -222,8 +221,7 @@ void rebuildItems(Database& db, const OperChange& change) {
   const auto share = [&refs](int a, int b) { return refs.shareAddressee(a, b); };
   for (const Item& item : items) {
     const bool fresh = change.isNew() && item.second == change.after.id;
-    const auto postings =
-        fresh ? ownPostings(change, item) : readItem(db, item.first, item.second);
+    const auto postings = fresh ? ownPostings(change, item) : readItem(db, item.first, item.second);
     if (!fresh) dropItem(db, item.first, item.second);
     insertItem(db, item.first, item.second, itemRows(item.second, postings, share));
   }

@@ -15,8 +15,7 @@ namespace tolvex::store {
 
 // Stores what the record changed and writes ids, version and number into it. Throws Refusal before
 // anything is written or rolls everything back with its transaction. Returns the operation's id.
-int saveOperation(Session& session, std::string_view kind, std::string_view otype,
-                  RowSet& changes);
+int saveOperation(Session& session, std::string_view kind, std::string_view otype, RowSet& changes);
 
 void eraseOperation(Session& session, int id);
 

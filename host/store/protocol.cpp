@@ -72,13 +72,16 @@ void writeProtocol(Session& session, const HeaderRow& header, Action action,
   const std::string name = operName(header), at = moment(session.now());
   const std::string letter(1, static_cast<char>(action));
   insert->bind(1, header.id).bind(2, name).bind(3, letter).bind(4, session.user().id);
-  insert->bind(5, session.user().name).bind(6, at).bind(7, session.saveKey()).bind(8, detail.text());
+  insert->bind(5, session.user().name)
+      .bind(6, at)
+      .bind(7, session.saveKey())
+      .bind(8, detail.text());
   insert->run();
 }
 
 std::string lastChange(Database& db, int operId) {
-  auto select = db.prepare(
-      "SELECT user_name, at FROM oper_log WHERE oper_id = $1 ORDER BY id DESC LIMIT 1");
+  auto select =
+      db.prepare("SELECT user_name, at FROM oper_log WHERE oper_id = $1 ORDER BY id DESC LIMIT 1");
   select->bind(1, operId);
   if (!select->step()) return "";
   std::string at(select->text(1));

@@ -1,5 +1,5 @@
-// Roll-ups: turnovers by account and period, kept in the transaction that posts the entry, so that a
-// balance costs the same in old books as in new ones.
+// Roll-ups: turnovers by account and period, kept in the transaction that posts the entry, so that
+// a balance costs the same in old books as in new ones.
 //
 // turn_acc has a row for each account, other account, currency and period: a year, a month and a
 // day. turn_dim has years and months, by set of addressees; postings without addressees are not in

@@ -93,7 +93,8 @@ class StoredItems {
 
   bool more() const { return more_; }
   std::pair<int, int> key() const { return {intOf(*select_, 0), intOf(*select_, 1)}; }
-  // All rows of the item at hand; false in `flags` when one of them tells wrongly whether it is open.
+  // All rows of the item at hand; false in `flags` when one of them tells wrongly whether it is
+  // open.
   std::vector<ItemRow> take(bool& flags) {
     const auto at = key();
     std::vector<ItemRow> rows;
@@ -146,9 +147,8 @@ void checkNumbers(Database& db, Findings& findings) {
       "SELECT an_bucket_id, auto_number, COUNT(*) FROM oper WHERE auto_number > 0"
       " AND an_bucket_id IS NOT NULL GROUP BY an_bucket_id, auto_number HAVING COUNT(*) > 1");
   while (select->step()) {
-    findings.add("numbers", "Numeris " + std::to_string(select->integer(1)) +
-                                " skaitliuke " + std::to_string(select->integer(0)) +
-                                " duotas kelis kartus");
+    findings.add("numbers", "Numeris " + std::to_string(select->integer(1)) + " skaitliuke " +
+                                std::to_string(select->integer(0)) + " duotas kelis kartus");
   }
 }
 

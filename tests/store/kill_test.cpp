@@ -1,5 +1,5 @@
-// A process that saves is killed at random: what it had acknowledged is there, whole, and nothing is
-// there by halves.
+// A process that saves is killed at random: what it had acknowledged is there, whole, and nothing
+// is there by halves.
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/wait.h>
@@ -34,13 +34,14 @@ struct Message {
   };
   int last = 0;
   for (;;) {
-    TestOper oper{20040115, {{"240", "500", 20, {{1, kFirmA}}}, {"240", "4461", 3.6, {{1, kFirmA}}}}, 4};
+    TestOper oper{
+        20040115, {{"240", "500", 20, {{1, kFirmA}}}, {"240", "4461", 3.6, {{1, kFirmA}}}}, 4};
     if (last != 0 && random() % 3 == 0) {
       oper.entries = {{"2711", "240", 1, {{-1, operRef(last)}}}};
     }
     const RowSetPtr record = newOperation(*session, oper);
-    const int number = offerNumber(*session, *readNumberRules(session->db(), 4), 1, "AD",
-                                   "O0201500", 20040115);
+    const int number =
+        offerNumber(*session, *readNumberRules(session->db(), 4), 1, "AD", "O0201500", 20040115);
     (*record)["AutoNumber"] = static_cast<double>(number);
     if (save(*session, *record).Code != kDone) _exit(3);
     const int id = idOf((*record)["OIDR"].Text());
@@ -64,8 +65,8 @@ TEST(Kill, NothingAcknowledgedIsLostAndNothingIsHalfSaved) {
   const auto place = OperPlace::file();
   place->open();
   std::set<int> saved, perhapsGone;
-  std::minstd_rand random(static_cast<unsigned>(
-      std::chrono::steady_clock::now().time_since_epoch().count()));
+  std::minstd_rand random(
+      static_cast<unsigned>(std::chrono::steady_clock::now().time_since_epoch().count()));
   for (int round = 0; round < kRounds; ++round) {
     int ends[2];
     ASSERT_EQ(pipe(ends), 0);

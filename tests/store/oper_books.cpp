@@ -1,12 +1,9 @@
 #include "tests/store/oper_books.h"
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
-#include <unistd.h>
 
-#include <atomic>
 #include <cmath>
-#include <filesystem>
+#include <cstdlib>
 #include <set>
 
 #include "framework/references.h"
@@ -21,57 +18,23 @@ namespace {
 
 DateTime testClock() { return DateTime::Of(2004, 3, 31, 12, 0, 0); }
 
-std::string freshName() {
-  static std::atomic<int> counter{0};
-  return "tolvex_test_" + std::to_string(getpid()) + "_" + std::to_string(++counter);
-}
-
 std::int64_t parts(double value, double scale) { return std::llround(value * scale); }
 
 }  // namespace
 
-std::unique_ptr<OperPlace> OperPlace::memory() {
-  return std::unique_ptr<OperPlace>(new OperPlace("", true));
-}
-
-std::unique_ptr<OperPlace> OperPlace::file() {
-  const auto folder = std::filesystem::temp_directory_path();
-  return std::unique_ptr<OperPlace>(new OperPlace((folder / freshName()).string(), false));
-}
-
 std::unique_ptr<OperPlace> OperPlace::postgres() {
-  const char* server = getenv("TOLVEX_TEST_PG");
-  if (server == nullptr) return nullptr;
-  const std::string name = freshName();
-  Database::open(server, {})->execute("CREATE DATABASE " + name);
-  std::string url(server);
-  url.replace(url.find("/postgres?"), 10, "/" + name + "?");
-  auto place = std::unique_ptr<OperPlace>(new OperPlace(url, false));
-  place->server_ = server;
-  return place;
+  return std::getenv("TOLVEX_TEST_PG") ? std::make_unique<OperPlace>(Store::Postgres) : nullptr;
 }
 
-OperPlace::~OperPlace() {
-  if (!server_.empty()) {
-    const std::size_t from = url_.find("///") + 3;
-    const std::string name = url_.substr(from, url_.find('?') - from);
-    try {
-      Database::open(server_, {})->execute("DROP DATABASE " + name + " WITH (FORCE)");
-    } catch (const DatabaseError&) {  // the server is going away with everything on it
-    }
-  } else if (!inMemory_) {
-    std::error_code ignored;
-    for (const char* suffix : {"", "-wal", "-shm"}) {
-      std::filesystem::remove(url_ + suffix, ignored);
-    }
-  }
+std::vector<std::unique_ptr<OperPlace>> OperPlace::bothEngines() {
+  std::vector<std::unique_ptr<OperPlace>> places;
+  places.push_back(std::make_unique<OperPlace>(Store::Memory));
+  if (auto server = postgres()) places.push_back(std::move(server));
+  return places;
 }
 
 std::unique_ptr<Session> OperPlace::open(const std::string& login) {
-  Database::Options options;
-  options.inMemory = inMemory_;
-  options.create = !seeded_ && server_.empty();
-  auto db = Database::open(url_, options);
+  auto db = place_.connect();
   if (!seeded_) {
     initBooks(*db, {});
     run(*db, "INSERT INTO firm (id, name) VALUES (77, 'UAB Antra')");
@@ -80,7 +43,7 @@ std::unique_ptr<Session> OperPlace::open(const std::string& login) {
   return openSession(std::move(db), login, "", testClock);
 }
 
-std::unique_ptr<Session> memoryBooks() { return OperPlace::memory()->open(); }
+std::unique_ptr<Session> memoryBooks() { return OperPlace(Store::Memory).open(); }
 
 void addEntry(RowSet& record, const TestEntry& entry) {
   RowSet& BR = *record["BR"].Rows();
@@ -153,8 +116,8 @@ RowSetPtr loaded(Session& session, int id) {
 namespace {
 
 void appendRows(RowSet& rows, Given given, const std::string& indent, std::string& to) {
-  static const std::set<std::string> kGiven = {"ID",         "OIDR",       "OID",  "FOIDR",
-                                               "Preview",    "RowVersion", "GUID", "OType",
+  static const std::set<std::string> kGiven = {"ID",         "OIDR",       "OID",    "FOIDR",
+                                               "Preview",    "RowVersion", "GUID",   "OType",
                                                "ClientOIDR", "BRGUID",     "Number", "AutoNumber"};
   const bool header = indent.empty();
   const KeepPlace place(rows);
@@ -233,14 +196,16 @@ void Auditor::replace(int operId, RowSet* record) {
 namespace {
 
 void withoutZeros(Auditor::Balances& balances) {
-  std::erase_if(balances, [](const auto& row) { return row.second == std::pair<std::int64_t, std::int64_t>{}; });
+  std::erase_if(balances, [](const auto& row) {
+    return row.second == std::pair<std::int64_t, std::int64_t>{};
+  });
 }
 
 Auditor::Balances balancesFrom(Statement& select) {
   Auditor::Balances balances;
   while (select.step()) {
     balances[{std::string(select.text(0)), std::string(select.text(1))}] = {select.integer(2),
-                                                                           select.integer(3)};
+                                                                            select.integer(3)};
   }
   withoutZeros(balances);
   return balances;

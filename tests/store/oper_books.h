@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "host/store/books.h"
+#include "tests/support/books_fixture.h"
 
 namespace tolvex::store {
 
@@ -39,22 +40,20 @@ inline constexpr const char* kFirmA = "O00001001";
 inline constexpr const char* kFirmB = "O000010077";
 inline std::string operRef(int id) { return "O0201500" + std::to_string(id); }
 
-// A place for books of its own, removed at the end: SQLite in memory, a file, or a database of the
-// test server (null without one).
+// A seeded company in a place of its own, for as many clients as are wanted.
 class OperPlace {
  public:
-  static std::unique_ptr<OperPlace> memory();
-  static std::unique_ptr<OperPlace> file();
-  static std::unique_ptr<OperPlace> postgres();
-  ~OperPlace();
+  explicit OperPlace(Store store) : place_(store) {}
+  static std::unique_ptr<OperPlace> file() { return std::make_unique<OperPlace>(Store::File); }
+  static std::unique_ptr<OperPlace> postgres();  // null without a server
+  // Memory, and where there is a server, PostgreSQL.
+  static std::vector<std::unique_ptr<OperPlace>> bothEngines();
 
-  std::unique_ptr<Session> open(const std::string& login = "admin");  // seeded at the first call
-  const std::string& url() const { return url_; }
+  std::unique_ptr<Session> open(const std::string& login = "admin");
 
  private:
-  explicit OperPlace(std::string url, bool inMemory) : url_(std::move(url)), inMemory_(inMemory) {}
-  std::string url_, server_;
-  bool inMemory_ = false, seeded_ = false;
+  TestPlace place_;
+  bool seeded_ = false;
 };
 
 std::unique_ptr<Session> memoryBooks();
@@ -78,11 +77,13 @@ class Auditor {
  public:
   void replace(int operId, RowSet* record);  // null: the operation is gone
   // Account and currency to debit less credit in cents and 1/10000, without zeros.
-  using Balances = std::map<std::pair<std::string, std::string>, std::pair<std::int64_t, std::int64_t>>;
+  using Balances =
+      std::map<std::pair<std::string, std::string>, std::pair<std::int64_t, std::int64_t>>;
   Balances balances(int until) const;
-  static Balances stored(Database& db, int until);        // from the postings
-  static Balances rolledUp(Database& db);                 // from the years of the roll-ups
-  static Balances ofItems(Database& db, Balances all);    // `all` against open items, tracked accounts
+  static Balances stored(Database& db, int until);  // from the postings
+  static Balances rolledUp(Database& db);           // from the years of the roll-ups
+  static Balances ofItems(Database& db,
+                          Balances all);  // `all` against open items, tracked accounts
 
  private:
   struct Line {

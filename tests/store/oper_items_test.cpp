@@ -42,41 +42,51 @@ const Case kCases[] = {
     {"an invoice before its payments", 20040131, kLitas, "LTL/7: -1180,00 0 of -1180,00 0 head 1"},
     {"a part is paid", 20040228, kLitas, "LTL/7: -680,00 0 of -1180,00 0 head 1"},
     {"paid in full", 20040331, kLitas, "LTL/7: 0,00 0 of -1180,00 0 head 1"},
-    {"in dollars, nothing paid", 20040131, kDollars, "USD/7: -2800,00 -1000 of -2800,00 -1000 head 1"},
+    {"in dollars, nothing paid", 20040131, kDollars,
+     "USD/7: -2800,00 -1000 of -2800,00 -1000 head 1"},
     {"a gain revalues the whole rest", 20040228, kDollars,
      "USD/7: -1620,00 -600 of -2800,00 -1000 head 1"},
     {"paid at other rates leaves nothing", 20040331, kDollars,
      "USD/7: 0,00 0 of -2800,00 -1000 head 1"},
-    {"a difference in litas counts in the document's dollars, its litas alone", 20041231,
+    {"a difference in litas counts in the document's dollars, its litas alone",
+     20041231,
      {{1, -1, 4, 20040110, 280000, "USD", 10000000, 7}, {2, 1, 5, 20040210, 280000, "LTL", 0, 7}},
      "USD/7: 0,00 -1000 of -2800,00 -1000 head 1"},
-    {"a payment that forgot the client stays with the document", 20041231,
+    {"a payment that forgot the client stays with the document",
+     20041231,
      {{1, 1, 4, 20040110, 100, "LTL", 0, 7}, {2, -1, 5, 20040111, 40, "LTL", 0, 0}},
      "LTL/7: 0,60 0 of 1,00 0 head 1"},
-    {"of two workers each keeps his own rest", 20041231,
+    {"of two workers each keeps his own rest",
+     20041231,
      {{1, -1, 4, 20040110, 100, "LTL", 0, 7},
       {2, -1, 4, 20040110, 200, "LTL", 0, 8},
       {3, 1, 5, 20040111, 200, "LTL", 0, 8}},
      "LTL/7: -1,00 0 of -1,00 0 head 1; LTL/8: 0,00 0 of -2,00 0 head 2"},
-    {"a set that shares the firm is taken before a set of its own", 20041231,
+    {"a set that shares the firm is taken before a set of its own",
+     20041231,
      {{1, -1, 4, 20040110, 100, "LTL", 0, 7},
       {2, -1, 4, 20040110, 200, "LTL", 0, 8},
       {3, 1, 5, 20040111, 200, "LTL", 0, 18},
       {4, 1, 5, 20040111, 5, "LTL", 0, 99}},
      "LTL/7: -1,00 0 of -1,00 0 head 1; LTL/8: 0,00 0 of -2,00 0 head 2;"
      " LTL/99: 0,05 0 of 0,00 0 head 4"},
-    {"of two currencies a litas difference goes to the litas", 20041231,
+    {"of two currencies a litas difference goes to the litas",
+     20041231,
      {{1, -1, 4, 20040110, 100, "LTL", 0, 7},
       {2, -1, 4, 20040110, 280, "USD", 10000, 7},
       {3, 1, 5, 20040111, 30, "EUR", 10000, 7},
       {4, 1, 5, 20040111, 280, "USD", 10000, 7}},
      "LTL/7: -0,70 0 of -1,00 0 head 1; USD/7: 0,00 0 of -2,80 -1 head 2"},
-    {"a pointer at an operation that never used the account", 20041231,
-     {{3, 1, 5, 20040111, 30, "EUR", 10000, 7}}, "EUR/7: 0,30 1 of 0,00 0 head 3"},
-    {"a document's own cancelling side is no follower", 20041231,
+    {"a pointer at an operation that never used the account",
+     20041231,
+     {{3, 1, 5, 20040111, 30, "EUR", 10000, 7}},
+     "EUR/7: 0,30 1 of 0,00 0 head 3"},
+    {"a document's own cancelling side is no follower",
+     20041231,
      {{1, 1, 4, 20040110, 100, "LTL", 0, 7}, {1, -1, 4, 20040110, 100, "LTL", 0, 7}},
      "LTL/7: 0,00 0 of 0,00 0 head 1"},
-    {"originating postings after the day fix nothing yet", 20040110,
+    {"originating postings after the day fix nothing yet",
+     20040110,
      {{1, 1, 5, 20040110, 100, "EUR", 10000, 7}, {2, -1, 4, 20040111, 100, "USD", 10000, 8}},
      "EUR/7: 1,00 1 of 0,00 0 head 1"},
 };
@@ -108,13 +118,16 @@ TEST(Items, ACoverMovesARestFromPrepaymentToInvoice) {
   const int prepaid = savedId(*session, {20040101, {{"450", "2711", 300, {{1, kFirmB}}}}});
   const int invoice = savedId(*session, {20040102, {{"204", "450", 500, {{-1, kFirmB}}}}});
   const std::string first = std::to_string(prepaid), second = std::to_string(invoice);
-  EXPECT_EQ(storedItems(session->db(), "450"), first + ": 300,00 open, " + second + ": -500,00 open");
+  EXPECT_EQ(storedItems(session->db(), "450"),
+            first + ": 300,00 open, " + second + ": -500,00 open");
   const TestEntry cover{"450", "450", 300, {{1, operRef(invoice)}, {-1, operRef(prepaid)}}};
   const int covering = savedId(*session, {20040103, {cover}});
-  EXPECT_EQ(storedItems(session->db(), "450"), first + ": 0,00 closed, " + second + ": -200,00 open");
+  EXPECT_EQ(storedItems(session->db(), "450"),
+            first + ": 0,00 closed, " + second + ": -200,00 open");
 
   ASSERT_EQ(session->erase("O0201500", operRef(covering)).Code, kDone);
-  EXPECT_EQ(storedItems(session->db(), "450"), first + ": 300,00 open, " + second + ": -500,00 open");
+  EXPECT_EQ(storedItems(session->db(), "450"),
+            first + ": 300,00 open, " + second + ": -500,00 open");
   EXPECT_EQ(findingsText(session->db()), "");
 }
 

@@ -1,5 +1,5 @@
-// Random but meaningful work on operations: new ones, edits, deletions, payments of older ones; after
-// it the books agree with a map that the test keeps itself.
+// Random but meaningful work on operations: new ones, edits, deletions, payments of older ones;
+// after it the books agree with a map that the test keeps itself.
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 

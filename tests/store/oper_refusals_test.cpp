@@ -71,11 +71,17 @@ const Refused kSaves[] = {
        return record;
      }},
     {"a common group", kReferred, "Operacijų grupė",
-     [](Session& s) { return newOperation(s, {20040115, {}, 1}); }},
+     [](Session& s) {
+       return newOperation(s, {20040115, {}, 1});
+     }},
     {"a group that does not exist", kReferred, "Operacijų grupė",
-     [](Session& s) { return newOperation(s, {20040115, {}, 999}); }},
+     [](Session& s) {
+       return newOperation(s, {20040115, {}, 999});
+     }},
     {"a pointer at nothing", kReferred, "Nurodyta operacija",
-     [](Session& s) { return withEntry(s, {"240", "500", 1, {{1, "O0201500999"}}}); }},
+     [](Session& s) {
+       return withEntry(s, {"240", "500", 1, {{1, "O0201500999"}}});
+     }},
     {"a pointer at itself", kRuleBroken, "Esama operacija negali būti adresatu!",
      [](Session& s) {
        const RowSetPtr record = stored(s);
@@ -87,27 +93,49 @@ const Refused kSaves[] = {
      [](Session& s) { return ofTemplate(s, 9999, {}); }},
     {"the required addressee is missing", kRuleBroken,
      "Nenurodyti būtini adresatai!\r\n204 450 5,00",
-     [](Session& s) { return ofTemplate(s, purchaseLine(s), {{1, kFirmA}}); }},
+     [](Session& s) {
+       return ofTemplate(s, purchaseLine(s), {{1, kFirmA}});
+     }},
     {"no sum", kRuleBroken, "Klaidinga sumos reikšmė!\r\n240 500 0,00",
-     [](Session& s) { return withEntry(s, {"240", "500", 0}); }},
+     [](Session& s) {
+       return withEntry(s, {"240", "500", 0});
+     }},
     {"a third decimal", kRuleBroken, "Klaidinga sumos reikšmė!\r\n240 500 1,005",
-     [](Session& s) { return withEntry(s, {"240", "500", 1.005}); }},
+     [](Session& s) {
+       return withEntry(s, {"240", "500", 1.005});
+     }},
     {"a sum beyond all measure", kRuleBroken, "Klaidinga sumos reikšmė!",
-     [](Session& s) { return withEntry(s, {"240", "500", 1e300}); }},
+     [](Session& s) {
+       return withEntry(s, {"240", "500", 1e300});
+     }},
     {"an unknown account", kRuleBroken, "Klaidinga  balansinės sąskaitos reikšmė!\r\n240 987 1,00",
-     [](Session& s) { return withEntry(s, {"240", "987", 1}); }},
+     [](Session& s) {
+       return withEntry(s, {"240", "987", 1});
+     }},
     {"a node of the plan that is not posted to", kRuleBroken, "Klaidinga  balansinės",
-     [](Session& s) { return withEntry(s, {"27", "500", 1}); }},
+     [](Session& s) {
+       return withEntry(s, {"27", "500", 1});
+     }},
     {"no account at all", kRuleBroken, "Klaidinga  balansinės",
-     [](Session& s) { return withEntry(s, {"0", "0", 1}); }},
+     [](Session& s) {
+       return withEntry(s, {"0", "0", 1});
+     }},
     {"a currency without a code", kRuleBroken, "Nenurodytas valiutos tipas!",
-     [](Session& s) { return withEntry(s, {"240", "500", 2.8, {}, {{1, "", 2.8, 1}}}); }},
+     [](Session& s) {
+       return withEntry(s, {"240", "500", 2.8, {}, {{1, "", 2.8, 1}}});
+     }},
     {"a currency without a rate", kRuleBroken, "Nenurodytas valiutos kursas!",
-     [](Session& s) { return withEntry(s, {"240", "500", 2.8, {}, {{1, "USD", 0, 1}}}); }},
+     [](Session& s) {
+       return withEntry(s, {"240", "500", 2.8, {}, {{1, "USD", 0, 1}}});
+     }},
     {"litas that do not fit the rate", kRuleBroken, "Suma Lt neatitinka valiutos kurso!",
-     [](Session& s) { return withEntry(s, {"240", "500", 2.81, {}, {{-1, "USD", 2.8, 1}}}); }},
+     [](Session& s) {
+       return withEntry(s, {"240", "500", 2.81, {}, {{-1, "USD", 2.8, 1}}});
+     }},
     {"a fifth decimal of a currency sum", kRuleBroken, "Klaidinga sumos reikšmė!",
-     [](Session& s) { return withEntry(s, {"240", "500", 1, {}, {{1, "USD", 1, 1.00001}}}); }},
+     [](Session& s) {
+       return withEntry(s, {"240", "500", 1, {}, {{1, "USD", 1, 1.00001}}});
+     }},
     {"two currencies on one side", kRuleBroken, "Vienoje įrašo pusėje",
      [](Session& s) {
        return withEntry(s, {"240", "500", 1, {}, {{1, "USD", 1, 1}, {1, "EUR", 1, 1}}});
@@ -129,7 +157,8 @@ const Refused kSaves[] = {
      [](Session& s) {
        const auto imported = [&s] {
          const RowSetPtr record = newOperation(s, {20040115, {{"2711", "240", 1}}, 6, "O0201502"});
-         (*record)["Parameters"] = "##LTL##O00005001#O00001001####2004.01.14####IMPORTEDRECORDID:A1";
+         (*record)["Parameters"] =
+             "##LTL##O00005001#O00001001####2004.01.14####IMPORTEDRECORDID:A1";
          return record;
        };
        EXPECT_EQ(save(s, *imported()).Code, kDone);
@@ -184,8 +213,9 @@ const RefusedDelete kDeletes[] = {
     {"its account is locked", kLocked, "Sąskaita 500 užblokuota iki 2004.01.15!",
      [](Session& s) {
        const int id = savedInvoice(s);
-       run(s.db(), "INSERT INTO account_lock (account_id, day_high, user_id)"
-                   " SELECT id, 20040115, 1 FROM account WHERE code = '500' AND plan = 0");
+       run(s.db(),
+           "INSERT INTO account_lock (account_id, day_high, user_id)"
+           " SELECT id, 20040115, 1 FROM account WHERE code = '500' AND plan = 0");
        return id;
      }},
 };
@@ -201,6 +231,13 @@ TEST(OperRefusals, ARefusedDeleteChangesNothing) {
     EXPECT_EQ(result.Text, c.text);
     EXPECT_TRUE(allTables(session->db()) == before) << "tables differ";
   }
+}
+
+TEST(OperRefusals, AnOperationIsNotShownWithoutTheRightToView) {
+  const auto session = memoryBooks();
+  const int id = savedInvoice(*session);
+  run(session->db(), "UPDATE right_grant SET can_view = 0");
+  EXPECT_EQ(session->load("O0201500", operRef(id)).Code, kNoSaveRight);
 }
 
 // A lock of account 240, of "0" or of none; what is tried; whether it is refused.
@@ -243,7 +280,10 @@ const LockCase kLocks[] = {
      },
      false},
     {"a new entry may not come", "240", 20040115, 0, true,
-     [](RowSet& r) { addEntry(r, {"0", "240", 3}); }, true},
+     [](RowSet& r) {
+       addEntry(r, {"0", "240", 3});
+     },
+     true},
 };
 
 TEST(OperRefusals, LockDates) {

@@ -17,14 +17,16 @@ const TestOper kInvoice{20040115,
                          {"240", "4461", 360, {{1, kFirmA}}},
                          {"204", "450", 2800, {{-1, kFirmB}}, {{-1, "USD", 2.80, 1000}}}}};
 
-TEST(OperSave, ReadsBackWhatWasSaved) {
-  const auto session = memoryBooks();
+void savesAndReadsBack(Session* session) {
   const int target = savedId(*session, kInvoice);
   TestOper oper{20040220, {}, 6, "O0201502"};
-  oper.entries = {
-      {"2713", "240", 270.27, {{-1, kFirmA}, {1, "O00014011"}, {-1, operRef(target)}, {1, "O030010012"}},
-       {{1, "USD", 2.7027, 100}, {-1, "EUR", 3.4528, 78.2756}}, 20040221},
-      {"0", "301", 0.01, {}, {{-1, "USD", 0, 0}}}};
+  oper.entries = {{"2713",
+                   "240",
+                   270.27,
+                   {{-1, kFirmA}, {1, "O00014011"}, {-1, operRef(target)}, {1, "O030010012"}},
+                   {{1, "USD", 2.7027, 100}, {-1, "EUR", 3.4528, 78.2756}},
+                   20040221},
+                  {"0", "301", 0.01, {}, {{-1, "USD", 0, 0}}}};
   const RowSetPtr record = newOperation(*session, oper);
   (*record)["FOIDR"] = kFirmA;
   (*record)["Parameters"] = "Už prekes##USD#2,7027#O00005001#O00001001###";
@@ -49,6 +51,10 @@ TEST(OperSave, ReadsBackWhatWasSaved) {
   EXPECT_EQ(content(*record, Given::Shown), content(*read, Given::Shown));
   EXPECT_FALSE(record->HasChanges());
   EXPECT_EQ(findingsText(session->db()), "");
+}
+
+TEST(OperSave, ReadsBackWhatWasSaved) {
+  for (const auto& place : OperPlace::bothEngines()) savesAndReadsBack(place->open().get());
 }
 
 TEST(OperSave, ADeletedOperationReadsAsARowWithoutReference) {
@@ -117,10 +123,9 @@ const Edit kEdits[] = {
      }},
 };
 
-TEST(OperSave, Edits) {
+void editsInTurn(Session* session) {
   for (const Edit& edit : kEdits) {
     SCOPED_TRACE(edit.name);
-    const auto session = memoryBooks();
     const int id = savedId(*session, kInvoice);
     const RowSetPtr record = loaded(*session, id);
     entries(*record).MoveFirst();
@@ -134,13 +139,35 @@ TEST(OperSave, Edits) {
   }
 }
 
+TEST(OperSave, Edits) {
+  for (const auto& place : OperPlace::bothEngines()) editsInTurn(place->open().get());
+}
+
+TEST(OperSave, ListsTheOperationsOfAGroupOrThoseOfAFilter) {
+  const auto session = memoryBooks();
+  savedId(*session, kInvoice);
+  const int other = savedId(*session, {20040116, {{"2711", "500", 7}}, 4});
+  const auto listed = [&](std::string_view first, std::string_view second) {
+    const HostResult result = session->list("O0201500", first, second, "");
+    EXPECT_EQ(result.Code, kDone) << result.Text;
+    std::string text;
+    ForEachRow(*result.Data.AsRows(), [&](RowSet& row) {
+      text += row["OIDR"].Value().Show() + " " + row["DateD"].Value().Show() + " " +
+              row["SumA"].Value().Show() + "; ";
+    });
+    return text;
+  };
+  EXPECT_EQ(listed("O02014004", ""), operRef(other) + " 2004.01.16 7; ");
+  EXPECT_EQ(listed("", "SumA > 5000"), operRef(1) + " 2004.01.15 5160; ");
+}
+
 TEST(OperSave, DeletingLeavesNothingButTheProtocol) {
   const auto session = memoryBooks();
   const int id = savedId(*session, kInvoice);
   ASSERT_EQ(session->erase("O0201500", operRef(id)).Code, kDone);
   Database& db = session->db();
-  for (const char* table : {"oper", "entry", "posting", "entry_ref", "open_item", "turn_acc",
-                            "turn_dim", "oper_doc"}) {
+  for (const char* table :
+       {"oper", "entry", "posting", "entry_ref", "open_item", "turn_acc", "turn_dim", "oper_doc"}) {
     EXPECT_EQ(integerFrom(db, "SELECT COUNT(*) FROM " + std::string(table)), 0) << table;
   }
   EXPECT_EQ(textFrom(db, "SELECT group_concat(action || ' ' || oper_name) FROM oper_log"),
@@ -176,11 +203,12 @@ TEST(Demo, KnownAnswers) {
   run(session->db(), "DELETE FROM firm WHERE id = 77");
   fillDemo(*session);
   const std::map<std::string, std::int64_t> kWant = {
-      {"2711", 4709000}, {"2721", 170000}, {"204", 3260000}, {"2441", 18000}, {"240", 136000},
+      {"2711", 4709000}, {"2721", 170000},  {"204", 3260000}, {"2441", 18000},  {"240", 136000},
       {"255", 30000},    {"301", -8200000}, {"4461", -36000}, {"500", -200000}, {"536", -10000},
-      {"600", 120000},   {"636", 3000},    {"0", 0}};
+      {"600", 120000},   {"636", 3000},     {"0", 0}};
   std::map<std::string, std::int64_t> sums;
-  for (const auto& [key, sum] : Auditor::stored(session->db(), 20040331)) sums[key.first] += sum.first;
+  for (const auto& [key, sum] : Auditor::stored(session->db(), 20040331))
+    sums[key.first] += sum.first;
   std::erase_if(sums, [](const auto& row) { return row.second == 0; });
   auto want = kWant;
   want.erase("0");
@@ -206,8 +234,8 @@ TEST(Demo, GeneratedBooksAreInOrderAndAlwaysTheSame) {
     EXPECT_EQ(findingsText(db), "");
     EXPECT_TRUE(numberGaps(db).empty());
     EXPECT_EQ(integerFrom(db, "SELECT COUNT(*) FROM oper"), 3000);
-    const auto inCurrency = *integerFrom(
-        db, "SELECT COUNT(DISTINCT oper_id) FROM posting WHERE cur <> 'LTL'");
+    const auto inCurrency =
+        *integerFrom(db, "SELECT COUNT(DISTINCT oper_id) FROM posting WHERE cur <> 'LTL'");
     EXPECT_GT(inCurrency, 3000 * 6 / 100);
     EXPECT_LT(inCurrency, 3000 * 10 / 100);
     const std::string sums = textFrom(

@@ -15,10 +15,11 @@ struct Damage {
 };
 
 const Damage kDamages[] = {
-    {"a year's turnover", "UPDATE turn_acc SET debit = debit + 1 WHERE period = 2004", "roll-ups", true},
+    {"a year's turnover", "UPDATE turn_acc SET debit = debit + 1 WHERE period = 2004", "roll-ups",
+     true},
     {"a day's turnover is lost", "DELETE FROM turn_acc WHERE period = 20040115", "roll-ups", true},
-    {"a turnover of nobody",
-     "INSERT INTO turn_acc SELECT 1, 2004, 2, 'LTL', 5, 0, 0, 0, 1", "roll-ups", true},
+    {"a turnover of nobody", "INSERT INTO turn_acc SELECT 1, 2004, 2, 'LTL', 5, 0, 0, 0, 1",
+     "roll-ups", true},
     {"a client's turnover", "UPDATE turn_dim SET n = n + 1", "roll-ups", true},
     {"an open item's rest", "UPDATE open_item SET rest_lt = rest_lt + 1", "open items", true},
     {"an item marked closed", "UPDATE open_item SET is_open = 1 - is_open", "open items", true},
@@ -28,8 +29,10 @@ const Damage kDamages[] = {
      " FROM open_item WHERE item_id = 1 LIMIT 1",
      "open items", true},
     {"the copy of the date", "UPDATE posting SET day = 20040116 WHERE sign = 1", "copies", true},
-    {"the copy of the other account", "UPDATE posting SET corr_id = 5 WHERE entry_id = 1", "copies", true},
-    {"the set of addressees", "UPDATE posting SET dimset_id = 0 WHERE entry_id = 1", "copies", true},
+    {"the copy of the other account", "UPDATE posting SET corr_id = 5 WHERE entry_id = 1", "copies",
+     true},
+    {"the set of addressees", "UPDATE posting SET dimset_id = 0 WHERE entry_id = 1", "copies",
+     true},
     {"the item", "UPDATE posting SET item_id = 2 WHERE entry_id = 1 AND sign = 1", "copies", true},
     {"the members of a set", "DELETE FROM dimset_ref", "copies", true},
     {"the document's client", "UPDATE oper_doc SET client_ref = 'O00001009'", "copies", true},
@@ -45,7 +48,8 @@ TEST(Verify, FindsDamageAndRebuildMendsWhatIsDerived) {
   for (const Damage& damage : kDamages) {
     SCOPED_TRACE(damage.name);
     const auto session = memoryBooks();
-    savedId(*session, {20040115, {{"240", "500", 20, {{1, kFirmA}}}, {"240", "4461", 3.6, {{1, kFirmA}}}}});
+    savedId(*session,
+            {20040115, {{"240", "500", 20, {{1, kFirmA}}}, {"240", "4461", 3.6, {{1, kFirmA}}}}});
     TestOper order{20040120, {{"450", "2711", 7, {{1, kFirmB}}}}, 5, "O0201501"};
     const RowSetPtr record = newOperation(*session, order);
     (*record)["Parameters"] = "tekstas##   ###O000010077";

@@ -73,8 +73,8 @@ TEST_P(TwoUsers, NumbersAreDrawnWithoutDoublesAndGaps) {
     return [&, who](Session& session) {
       for (int i = 0; i < kEach; ++i) {
         const RowSetPtr record = newOperation(session, {20040115, {{"2711", "500", 1}}, 4});
-        const int number = offerNumber(session, *readNumberRules(session.db(), 4), 1, "AD",
-                                       "O0201500", 20040115);
+        const int number =
+            offerNumber(session, *readNumberRules(session.db(), 4), 1, "AD", "O0201500", 20040115);
         (*record)["AutoNumber"] = static_cast<double>(number);
         (*record)["Number"] = session.offer().text;
         const SaveOutcome saved = save(session, *record);
@@ -108,8 +108,9 @@ TEST_P(TwoUsers, PaymentsOfTheSameInvoicesAllCount) {
   };
   together(work(0), work(1));
   for (const int invoice : invoices) {
-    EXPECT_EQ(integerFrom(first_->db(), "SELECT rest_lt FROM open_item WHERE item_id = $1", invoice),
-              100000 - kEach * 300);
+    EXPECT_EQ(
+        integerFrom(first_->db(), "SELECT rest_lt FROM open_item WHERE item_id = $1", invoice),
+        100000 - kEach * 300);
   }
   EXPECT_EQ(findingsText(first_->db()), "");
 }
