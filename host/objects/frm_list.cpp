@@ -15,7 +15,7 @@ constexpr const char* kDelete = "Panaikinti";
 constexpr const char* kPeriod = "Peržiūros nustatymai";
 
 bool makesNew(const MenuEntry& entry) {
-  return entry.enabled && startsWithNoCase(ui::withoutAccessKey(entry.caption), "Nauj");
+  return entry.enabled && ui::withoutAccessKey(entry.caption).starts_with("Nauja");
 }
 
 }  // namespace
@@ -146,7 +146,7 @@ void frmList::narrow() {
 
 void frmList::showHead() {
   lblPlace.caption = source_.caption;
-  lblFilter.caption = filter_.empty() ? std::string() : "Atrinkta: " + filter_;
+  lblFilter.caption = filter_.empty() ? std::string() : "Atrinkta: " + filterInWords();
   lblFilter.visible = !filter_.empty();
   cmdAll.visible = !filter_.empty();
   const bool dated = source_.kind == kOperationGroups && !source_.common;
@@ -157,6 +157,17 @@ void frmList::showHead() {
   cmdNew.visible = fresh != entries.end();
   if (fresh != entries.end()) cmdNew.caption = fresh->caption;
   lblCount.caption = "Eilučių: " + std::to_string(lvwObjects.rows().size());
+}
+
+// The filter with the captions of columns and the words of the filter dialog.
+std::string frmList::filterInWords() const {
+  std::string text = " " + filter_;
+  for (const ListColumn& column : columns())
+    text = replaceAll(std::move(text), std::string(" ") + column.field + " ",
+                      std::string(" ") + column.caption + " ");
+  text = replaceAll(std::move(text), " LIKE ", " turi ");
+  text = replaceAll(std::move(text), " AND ", " ir ");
+  return trim(replaceAll(std::move(text), "%", ""));
 }
 
 std::string frmList::parentOf(const std::string& key) const {

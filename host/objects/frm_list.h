@@ -38,6 +38,7 @@ class frmList final : public ui::Form {
   const std::vector<ListColumn>& columns() const;
   void fill(std::vector<ObjectRow> rows);
   void narrow();
+  std::string filterInWords() const;
   void showHead();
   void activate();
   void popupMenu();

@@ -14,6 +14,8 @@
 
 namespace tolvex {
 
+class Workspace;
+
 class Stage {
  public:
   virtual ~Stage() = default;
@@ -37,6 +39,9 @@ class Stage {
   virtual void busy(bool on) = 0;
   virtual void progress(std::string_view what, double share) = 0;
   virtual void statusChanged() = 0;  // Workspace::status() reads otherwise
+  // All forms of the workspace are about to go; it was built anew (Workspace::reopen).
+  virtual void released() {}
+  virtual void renewed(Workspace&) {}
 };
 
 // What stands in front of the open screens, for a script that acts in the user's place. A stage

@@ -4,6 +4,7 @@
 
 #include "framework/parameters.h"
 #include "framework/references.h"
+#include "host/objects/context_door.h"
 #include "host/objects/dialog_services.h"
 #include "host/objects/frm_list.h"
 #include "host/objects/frm_period.h"
@@ -73,8 +74,8 @@ struct Workspace::Impl final : HostContext, ObjectTree, Navigator {
       : setup(std::move(given)),
         watched(setup.store, {[this](std::string_view kind) { noteChange(kind); },
                               [this] { rightsService.forget(); }}),
-        objectFactory(*this, setup.module, watched),
-        screenSet(*this, setup.stage),
+        objectFactory(door, setup.module, watched),
+        screenSet(door, setup.stage),
         rightsService(watched),
         settingsService(watched),
         userService(watched),
@@ -82,17 +83,20 @@ struct Workspace::Impl final : HostContext, ObjectTree, Navigator {
                          [this](std::string_view, ViewPeriod& period) { return ask(period); }),
         clockService(setup.clock),
         stagePump(setup.stage),
-        dialogService(*this, setup.stage, screenSet),
-        pickerService(*this),
+        dialogService(door, setup.stage, screenSet),
+        pickerService(door),
         stageHelp(setup.stage) {
+    door.leadTo(this);
     Registration registration(layout, objectFactory);
     setup.module.header()->DllInicialize(registration);
-    treeForm = std::make_unique<frmTree>(*this, objectFactory, *this, layout);
-    listForm = std::make_unique<frmList>(*this, *this);
+    treeForm = std::make_unique<frmTree>(door, objectFactory, *this, layout);
+    listForm = std::make_unique<frmList>(door, *this);
     screenSet.setList(*listForm);
     treeForm->markOpen(true);
     listForm->markOpen(true);
   }
+
+  ~Impl() override { door.leave(this); }
 
   void open() {
     treeForm->read();
@@ -130,10 +134,9 @@ struct Workspace::Impl final : HostContext, ObjectTree, Navigator {
   }
   void chooseNode(const std::string& reference) override { treeForm->choose(reference); }
   void openObject(const std::string& reference) override {
-    const HostContext& host = *this;
-    const unsigned before = host.interruptions();
-    if (!screenSet.putObject(reference) && host.interruptions() == before)
-      warn(*this, "Šios rūšies objekto kortelės programa neturi.");
+    const unsigned before = door.interruptions();
+    if (!screenSet.putObject(reference) && door.interruptions() == before)
+      warn(door, "Šios rūšies objekto kortelės programa neturi.");
   }
   void runEntry(const std::string& kind, const std::string& id, const std::string& otype,
                 const MenuEntry& entry) override {
@@ -184,7 +187,7 @@ struct Workspace::Impl final : HostContext, ObjectTree, Navigator {
   }
 
   bool ask(ViewPeriod& period) {
-    frmPeriod form(*this, period);
+    frmPeriod form(door, period);
     screenSet.runModal(form);
     if (!form.accepted()) return false;
     period = form.period();
@@ -206,6 +209,7 @@ struct Workspace::Impl final : HostContext, ObjectTree, Navigator {
     setup.stage.statusChanged();
   }
 
+  ContextDoor& door = ContextDoor::instance();
   Setup setup;
   WatchedStore watched;
   std::vector<LayoutNode> layout;
@@ -231,7 +235,7 @@ Workspace::Workspace(Setup setup) : impl_(std::make_unique<Impl>(std::move(setup
 }
 Workspace::~Workspace() = default;
 
-HostContext& Workspace::context() { return *impl_; }
+HostContext& Workspace::context() { return impl_->door; }
 ui::Form& Workspace::tree() { return *impl_->treeForm; }
 ui::Form& Workspace::list() { return *impl_->listForm; }
 
@@ -289,6 +293,16 @@ void Workspace::refresh() {
   impl_->treeForm->read();
   impl_->listForm->read();
   impl_->readStatus();
+}
+
+void Workspace::reopen(const std::function<void()>& between) {
+  Setup setup = impl_->setup;
+  setup.stage.released();
+  impl_.reset();
+  between();
+  impl_ = std::make_unique<Impl>(setup);
+  impl_->open();
+  setup.stage.renewed(*this);
 }
 
 const Workspace::Status& Workspace::status() const { return impl_->status; }

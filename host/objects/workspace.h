@@ -47,6 +47,10 @@ class Workspace {
   // the description, and the screen stays. Gives back what the act gives (see platform/input.h).
   std::string gesture(const std::function<std::string()>& act);
   void refresh();  // F5: rights, tree and list are read again
+  // As if the program were closed and started again: every form goes, `between` may close and open
+  // the books, then the workspace is built anew. The stage is told before and after; not to be
+  // called while a modal form or a box is open.
+  void reopen(const std::function<void()>& between);
 
   struct Status {
     std::string firm, user, books;

@@ -1,10 +1,18 @@
 #include "host/script/headless_stage.h"
 
+#include "host/objects/workspace.h"
+
 namespace tolvex {
 
 void HeadlessStage::setDriver(std::function<bool()> step, std::function<void()> idle) {
   step_ = std::move(step);
   idle_ = std::move(idle);
+}
+
+void HeadlessStage::renewed(Workspace& workspace) {
+  menu_ = nullptr;
+  workspace.tree().view = this;
+  workspace.list().view = this;
 }
 
 void HeadlessStage::removed(ui::Form& form) {
@@ -21,7 +29,7 @@ void HeadlessStage::pump(const std::function<bool()>& done) {
 }
 
 void HeadlessStage::runModal(ui::Form& form) {
-  attach(form);
+  form.view = this;
   layers_.push_back({&form, nullptr, std::nullopt});
   pump([&form] { return !form.isOpen(); });
   layers_.pop_back();

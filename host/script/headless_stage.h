@@ -15,9 +15,8 @@ class HeadlessStage final : public Stage, public Playground, private ui::FormVie
   // `step` does one act; false when there is nothing left to do: boxes are then answered with
   // their safest button and modal forms closed, so that every call unwinds. `idle` runs between.
   void setDriver(std::function<bool()> step, std::function<void()> idle);
-  void attach(ui::Form& form) { form.view = this; }  // forms that are never shown: tree and list
 
-  void shown(ui::Form& form) override { attach(form); }
+  void shown(ui::Form& form) override { form.view = this; }
   void raised(ui::Form&) override {}
   void removed(ui::Form& form) override;
   void titleChanged(ui::Form&) override {}
@@ -36,6 +35,7 @@ class HeadlessStage final : public Stage, public Playground, private ui::FormVie
   void busy(bool) override {}
   void progress(std::string_view, double) override {}
   void statusChanged() override {}
+  void renewed(Workspace& workspace) override;  // to be called for a new workspace as well
 
   const Message* openMessage() const override;
   void answer(Answer answer) override;

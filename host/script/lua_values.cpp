@@ -97,8 +97,8 @@ int rowDelete(lua_State* lua, Engine&) {
 int rowIndex(lua_State* lua, Engine&) {
   OneRow& row = objectAt<OneRow>(lua, 1, kRowClass);
   const std::string name = textAt(lua, 2);
-  const Function methods[] = {{"rows", guarded<rowRows>}, {"addrow", guarded<rowAdd>},
-                              {"delete", guarded<rowDelete>}};
+  const Function methods[] = {
+      {"rows", guarded<rowRows>}, {"addrow", guarded<rowAdd>}, {"delete", guarded<rowDelete>}};
   for (const Function& method : methods) {
     if (name != method.name) continue;
     lua_pushcfunction(lua, method.function);
@@ -138,11 +138,12 @@ void addValues(lua_State* lua) {
   lua_setglobal(lua, "empty");
   lua_pushlightuserdata(lua, &nullMark);
   lua_setglobal(lua, "null");
-  addClass(lua, kRowsClass,
-           {{"__index", guarded<rowsIndex>}, {"__len", guarded<rowsLength>},
-            {"__gc", destroy<Rows>}});
+  addClass(
+      lua, kRowsClass,
+      {{"__index", guarded<rowsIndex>}, {"__len", guarded<rowsLength>}, {"__gc", destroy<Rows>}});
   addClass(lua, kRowClass,
-           {{"__index", guarded<rowIndex>}, {"__newindex", guarded<rowNewIndex>},
+           {{"__index", guarded<rowIndex>},
+            {"__newindex", guarded<rowNewIndex>},
             {"__gc", destroy<OneRow>}});
 }
 

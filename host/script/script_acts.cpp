@@ -17,10 +17,15 @@ std::string textOf(const Act& act, std::size_t index) {
   return index < act.arguments.size() ? act.arguments[index].Show() : std::string();
 }
 
+const Variant& argumentAt(const Act& act, std::size_t index) {
+  if (index >= act.arguments.size()) throw ScriptError("an argument is missing");
+  return act.arguments[index];
+}
+
 template <class T>
 T& as(ui::Control& control, const char* what) {
   T* wanted = dynamic_cast<T*>(&control);
-  if (!wanted) throw std::runtime_error(control.name + " is not " + what);
+  if (!wanted) throw ScriptError(control.name + " is not " + what);
   return *wanted;
 }
 
@@ -32,7 +37,7 @@ int rowOf(const ui::ListView& list, const Variant& wanted) {
   for (std::size_t i = 0; i < list.rows().size(); ++i)
     for (const ui::Cell& cell : list.rows()[i].cells)
       if (trim(cell.text) == text) return static_cast<int>(i);
-  throw std::runtime_error("no row \"" + text + "\" in " + list.name);
+  throw ScriptError("no row \"" + text + "\" in " + list.name);
 }
 
 // A node by its key or its text.
@@ -40,10 +45,11 @@ std::string nodeOf(const ui::TreeView& tree, const std::string& wanted) {
   if (tree.find(wanted)) return wanted;
   for (const ui::TreeNode& node : tree.nodes())
     if (node.text == wanted) return node.key;
-  throw std::runtime_error("no node \"" + wanted + "\" in " + tree.name);
+  throw ScriptError("no node \"" + wanted + "\" in " + tree.name);
 }
 
 std::string choose(Input& input, ui::Control& control, const std::string& text) {
+  if (auto* option = dynamic_cast<ui::OptionButton*>(&control)) return input.choose(*option);
   if (auto* combo = dynamic_cast<ui::ComboBox*>(&control)) {
     int index = combo->find(text);
     if (index < 0) index = combo->findKey(text);
@@ -58,7 +64,7 @@ std::string choose(Input& input, ui::Control& control, const std::string& text) 
 
 std::string check(Input& input, ui::Control& control, const Act& act, bool on) {
   if (auto* list = dynamic_cast<ui::ListView*>(&control))
-    return input.check(*list, rowOf(*list, act.arguments.at(1)), on);
+    return input.check(*list, rowOf(*list, argumentAt(act, 1)), on);
   return input.check(as<ui::CheckBox>(control, "a check box"), on);
 }
 
@@ -66,7 +72,7 @@ std::string select(Input& input, ui::Control& control, const Act& act) {
   if (auto* tree = dynamic_cast<ui::TreeView*>(&control))
     return input.select(*tree, nodeOf(*tree, textOf(act, 1)));
   auto& list = as<ui::ListView>(control, "a list or a tree");
-  return input.select(list, rowOf(list, act.arguments.at(1)));
+  return input.select(list, rowOf(list, argumentAt(act, 1)));
 }
 
 std::string doubleClick(Input& input, ui::Control& control, const Act& act) {
@@ -149,8 +155,8 @@ std::string openObject(Engine& engine, const Act& act) {
     if (!group || group->Fields()["FormOID"].Text() != wanted) continue;
     for (const MenuEntry& entry : groups->GetMenu(row.row.key, row.row.tag, row.parent)) {
       if (!entry.caption.starts_with("Nauja ") && !entry.caption.starts_with("Naujas ")) continue;
-      const MenuAction action = groups->ClickMenu(
-          row.row.key, row.row.tag, entry.id.empty() ? entry.caption : entry.id, "");
+      const MenuAction action = groups->ClickMenu(row.row.key, row.row.tag,
+                                                  entry.id.empty() ? entry.caption : entry.id, "");
       if (auto form = action.Value.As<ui::Form>(); form && !form->isOpen())
         host.screens().show(std::move(form));
       return {};
@@ -183,6 +189,20 @@ std::string onControl(Engine& engine, const Act& act) {
   return "unknown act " + act.name;
 }
 
+std::string gestureOf(Engine& engine, const Act& act) {
+  Workspace* workspace = engine.world().isOpen() ? &engine.world().workspace() : nullptr;
+  if (act.name == "open") return openObject(engine, act);
+  if (act.name == "activate") return activate(engine, textOf(act, 0));
+  if (act.name == "pick") return pick(engine, textOf(act, 0));
+  Input input(engine.front());
+  if (act.name == "leave") return input.leave();
+  if (act.name == "close") {
+    if (workspace && &engine.front() == &workspace->list()) return "no screen is open";
+    return input.close();
+  }
+  return onControl(engine, act);
+}
+
 }  // namespace
 
 std::string Engine::perform(const Act& act) {
@@ -193,24 +213,20 @@ std::string Engine::perform(const Act& act) {
   }
   if (act.name == "answer") return answerBox(*this, textOf(act, 0));
   if (const Message* box = playground.openMessage()) return "a message is open: " + box->text;
-  if (act.name == "restart") {
+  if (act.name == "restart" || act.name == "login") {
     if (playground.modalForm()) return "a modal form is open";
     if (!world_.workspace().closeAll()) return "a screen refused to close";
-    world_.restart();
+    world_.restart(act.name == "login");
     return {};
   }
-  return world_.workspace().gesture([&]() -> std::string {
-    Input input(front());
-    if (act.name == "open") return openObject(*this, act);
-    if (act.name == "activate") return activate(*this, textOf(act, 0));
-    if (act.name == "pick") return pick(*this, textOf(act, 0));
-    if (act.name == "leave") return input.leave();
-    if (act.name == "close") {
-      if (&front() == &world_.workspace().list()) return "no screen is open";
-      return input.close();
+  const auto gesture = [&]() -> std::string {
+    try {
+      return gestureOf(*this, act);
+    } catch (const ScriptError& error) {
+      return error.what();  // no box: the program is not at fault
     }
-    return onControl(*this, act);
-  });
+  };
+  return world_.isOpen() ? world_.workspace().gesture(gesture) : gesture();
 }
 
 }  // namespace tolvex::script

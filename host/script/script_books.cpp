@@ -70,8 +70,8 @@ int entries(lua_State* lua, Engine& engine) {
     lua_newtable(lua);
     lua_Integer place = 0;
     ForEachRow(*entry["BRProperties"].Rows(), [&](RowSet& addressee) {
-      push(lua, (addressee["Sign"].Number() > 0 ? "D " : "C ") +
-                    std::string(addressee["FOIDR"].Text()));
+      push(lua,
+           (addressee["Sign"].Number() > 0 ? "D " : "C ") + std::string(addressee["FOIDR"].Text()));
       lua_rawseti(lua, -2, ++place);
     });
     lua_setfield(lua, -2, "addressees");

@@ -7,11 +7,10 @@
 namespace tolvex::script {
 namespace {
 
-constexpr const char* kActs[] = {"open",         "close",       "leave",  "activate",   "enter",
-                                 "choose",       "date",        "check",  "uncheck",    "click",
-                                 "select",       "double_click", "right_click", "pick", "answer",
-                                 "tick",         "shot",        "restart", "insert_key",
-                                 "delete_key",   "expand",      "drop"};
+constexpr const char* kActs[] = {
+    "open",    "close", "leave",   "activate",     "enter",       "choose", "date",   "check",
+    "uncheck", "click", "select",  "double_click", "right_click", "pick",   "answer", "tick",
+    "shot",    "login", "restart", "insert_key",   "delete_key",  "expand", "drop"};
 
 // The script goes on after its act: an act that could not be done is an error at the script's line.
 int afterAct(lua_State* lua, int, lua_KContext) {
@@ -35,8 +34,9 @@ int defineTest(lua_State* lua) {
   return 0;
 }
 
-void stopEndless(lua_State* lua, lua_Debug*) {
-  luaL_error(lua, "the script takes too many steps");
+void stopEndless(lua_State* lua, lua_Debug* at) {
+  lua_getinfo(lua, "Sl", at);
+  luaL_error(lua, "%s:%d: the script takes too many steps", at->short_src, at->currentline);
 }
 
 Variant argument(lua_State* lua, int index) {
@@ -45,11 +45,8 @@ Variant argument(lua_State* lua, int index) {
       return Variant(lua_toboolean(lua, index) != 0);
     case LUA_TNUMBER:
       return Variant(lua_tonumber(lua, index));
-    case LUA_TSTRING: {
-      std::size_t size = 0;
-      const char* text = lua_tolstring(lua, index, &size);
-      return Variant(std::string(text, size));
-    }
+    case LUA_TSTRING:
+      return Variant(textAt(lua, index));
     default:
       return {};
   }
@@ -201,6 +198,7 @@ void Engine::finish(int status) {
 
 ui::Form& Engine::front() {
   if (ui::Form* modal = world_.playground().modalForm()) return *modal;
+  if (!world_.isOpen()) throw ScriptError("no books are open");
   return *world_.workspace().current();
 }
 
@@ -208,9 +206,9 @@ ui::Control& Engine::control(const std::string& name) {
   ui::Form& form = front();
   if (ui::Control* found = form.find(name)) return *found;
   // The tree stands beside whatever is in front, unless that is modal.
-  if (!world_.playground().modalForm())
+  if (!world_.playground().modalForm() && world_.isOpen())
     if (ui::Control* found = world_.workspace().tree().find(name)) return *found;
-  throw std::runtime_error("no control " + name + " in " + form.name());
+  throw ScriptError("no control " + name + " in " + form.name());
 }
 
 }  // namespace tolvex::script

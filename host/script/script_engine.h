@@ -8,6 +8,7 @@
 
 #include <map>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,12 @@
 struct lua_State;
 
 namespace tolvex::script {
+
+// A mistake of the script itself, as against a failure of the program.
+class ScriptError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
 
 // One act of the script with its arguments as texts, numbers, Booleans or named texts.
 struct Act {
@@ -53,7 +60,7 @@ class Engine {
   // For the parts of the engine.
   ScriptWorld& world() { return world_; }
   lua_State* thread() const { return thread_; }
-  ui::Form& front();                             // the form that acts and reads are about
+  ui::Form& front();                              // the form that acts and reads are about
   ui::Control& control(const std::string& name);  // there; throws when there is none
   void addTest(std::string name, int function) { tests_.push_back({std::move(name), function}); }
   // Why the act could not be done, or "".

@@ -143,11 +143,16 @@ int armFault(lua_State* lua, Engine& engine) {
 void addObjects(lua_State* lua) {
   addValues(lua);
   const Function methods[] = {
-      {"properties", guarded<objectProperties>}, {"methods", guarded<objectMethods>},
-      {"read", guarded<objectRead>},             {"save", guarded<objectSave>},
-      {"get", guarded<objectGet>},               {"set", guarded<objectSet>},
-      {"rows", guarded<objectRows>},             {"addrow", guarded<objectAddRow>},
-      {"reference", guarded<objectReference>},   {"guid", guarded<objectGuid>},
+      {"properties", guarded<objectProperties>},
+      {"methods", guarded<objectMethods>},
+      {"read", guarded<objectRead>},
+      {"save", guarded<objectSave>},
+      {"get", guarded<objectGet>},
+      {"set", guarded<objectSet>},
+      {"rows", guarded<objectRows>},
+      {"addrow", guarded<objectAddRow>},
+      {"reference", guarded<objectReference>},
+      {"guid", guarded<objectGuid>},
       {"otype", guarded<objectType>},
   };
   luaL_newmetatable(lua, kObjectClass);

@@ -14,13 +14,15 @@ namespace tolvex {
 class ScriptWorld {
  public:
   virtual ~ScriptWorld() = default;
+  virtual bool isOpen() const = 0;  // false while the user is asked to log in
   virtual Workspace& workspace() = 0;
   virtual Playground& playground() = 0;
   virtual TraceStore& trace() = 0;
   virtual FaultStore& faults() = 0;
-  virtual store::StorePort& books() = 0;           // neither traced nor failing
-  virtual std::vector<std::string> verify() = 0;   // findings, one line each
-  virtual void restart() = 0;                      // the program is closed and opened again
+  virtual store::StorePort& books() = 0;          // neither traced nor failing
+  virtual std::vector<std::string> verify() = 0;  // findings, one line each
+  // The program is closed and opened again, for the same user or through the login screen.
+  virtual void restart(bool login) = 0;
   virtual DateTime today() const = 0;
 };
 

@@ -73,15 +73,15 @@ bool FaultStore::due() {
 
 HostResult FaultStore::call(std::string_view kind, std::string_view method,
                             std::string_view parameters) {
-  return due() ? failure() : inner_.call(kind, method, parameters);
+  return due() ? failure() : inner_->call(kind, method, parameters);
 }
 
 HostResult FaultStore::load(std::string_view kind, std::string_view reference) {
-  return due() ? failure() : inner_.load(kind, reference);
+  return due() ? failure() : inner_->load(kind, reference);
 }
 
 HostResult FaultStore::create(std::string_view kind, std::string_view otype) {
-  return due() ? failure() : inner_.create(kind, otype);
+  return due() ? failure() : inner_->create(kind, otype);
 }
 
 store::SaveOutcome FaultStore::save(std::string_view kind, std::string_view otype, RowSet& header,
@@ -90,20 +90,20 @@ store::SaveOutcome FaultStore::save(std::string_view kind, std::string_view otyp
   if (left_ == 1 && code_ == kDone) {
     ++left_;
     (void)due();
-    return inner_.save(kind, otype, header, second, third);
+    return inner_->save(kind, otype, header, second, third);
   }
-  if (!due()) return inner_.save(kind, otype, header, second, third);
+  if (!due()) return inner_->save(kind, otype, header, second, third);
   firedOnSave_ = true;
   return {code_, text_, {}};
 }
 
 HostResult FaultStore::erase(std::string_view kind, std::string_view reference) {
-  return due() ? failure() : inner_.erase(kind, reference);
+  return due() ? failure() : inner_->erase(kind, reference);
 }
 
 HostResult FaultStore::list(std::string_view kind, std::string_view first, std::string_view second,
                             std::string_view third) {
-  return due() ? failure() : inner_.list(kind, first, second, third);
+  return due() ? failure() : inner_->list(kind, first, second, third);
 }
 
 }  // namespace tolvex

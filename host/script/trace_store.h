@@ -44,7 +44,7 @@ class TraceStore final : public store::StorePort {
 // Answers one call with a failure in place of the store and passes every other one on.
 class FaultStore final : public store::StorePort {
  public:
-  explicit FaultStore(store::StorePort& inner) : inner_(inner) {}
+  void setInner(store::StorePort* inner) { inner_ = inner; }  // before the first call
   // The n-th call from now fails with code and text. Code 0: it succeeds, but without data.
   void arm(int n, std::int32_t code, std::string text);
   int calls() const { return calls_; }
@@ -64,7 +64,7 @@ class FaultStore final : public store::StorePort {
  private:
   bool due();
   HostResult failure() const { return {code_, text_, {}}; }
-  store::StorePort& inner_;
+  store::StorePort* inner_ = nullptr;
   int calls_ = 0;
   int left_ = 0;
   std::int32_t code_ = 0;

@@ -1,0 +1,189 @@
+// Every call of a scenario to the store fails once, each time on fresh books.
+#include <map>
+#include <ostream>
+#include <set>
+
+#include "host/script/headless_stage.h"
+#include "host/script/runner.h"
+#include "host/script/script_engine.h"
+#include "platform/input.h"
+
+namespace tolvex::script {
+namespace {
+
+constexpr std::int32_t kEngineFault = 1299;
+constexpr const char* kFaultText = "Bandomoji duomenų bazės klaida!";
+constexpr std::string_view kNotSaved = "Įrašymas neatliktas !";
+constexpr std::string_view kException = "Klaida!\r\n";
+
+// How many rows each table of documents has: what a half-done save would change. Settings and the
+// protocol of logins are no part of the documents.
+using Fingerprint = std::map<std::string, std::int64_t>;
+
+Fingerprint fingerprintOf(store::Database& db) {
+  std::vector<std::string> tables;
+  {
+    const auto names = db.prepare(
+        "SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite_%'");
+    while (names->step()) tables.emplace_back(names->text(0));
+  }
+  Fingerprint counts;
+  for (const std::string& table : tables) {
+    if (table == "user_setting") continue;
+    const auto count = db.prepare("SELECT count(*) FROM " + table);
+    count->step();
+    counts[table] = count->integer(0);
+  }
+  return counts;
+}
+
+// Notes the state of the books after every call of the good run.
+class StateNotes final : public store::StorePort {
+ public:
+  StateNotes(store::Session& session, std::set<Fingerprint>& states)
+      : session_(session), states_(states) {}
+  HostResult call(std::string_view kind, std::string_view method,
+                  std::string_view parameters) override {
+    return noted(session_.call(kind, method, parameters));
+  }
+  HostResult load(std::string_view kind, std::string_view reference) override {
+    return session_.load(kind, reference);
+  }
+  HostResult create(std::string_view kind, std::string_view otype) override {
+    return session_.create(kind, otype);
+  }
+  store::SaveOutcome save(std::string_view kind, std::string_view otype, RowSet& header,
+                          RowSet* second, RowSet* third) override {
+    return noted(session_.save(kind, otype, header, second, third));
+  }
+  HostResult erase(std::string_view kind, std::string_view reference) override {
+    return noted(session_.erase(kind, reference));
+  }
+  HostResult list(std::string_view kind, std::string_view first, std::string_view second,
+                  std::string_view third) override {
+    return session_.list(kind, first, second, third);
+  }
+
+ private:
+  template <class Result>
+  Result noted(Result result) {
+    states_.insert(fingerprintOf(session_.db()));
+    return result;
+  }
+  store::Session& session_;
+  std::set<Fingerprint>& states_;
+};
+
+// Runs the scenario to its first failure, then unwinds; notes the texts of all boxes.
+class Attempt {
+ public:
+  Attempt(Module& module, const Program::Options& options, const std::string& books)
+      : program_(module, at(options, books)) {}
+  Program& program() { return program_; }
+  const std::vector<std::string>& boxes() const { return boxes_; }
+
+  bool run(const Scenario& scenario, std::ostream& out) {
+    workspace_ = program_.open(stage_, stage_);
+    stage_.renewed(*workspace_);
+    Engine engine(program_);
+    if (!engine.load(scenario.text, scenario.file)) return report(engine, scenario, out);
+    stage_.setDriver([&] { return noteBox(), engine.step(); }, [&] { idle(program_); });
+    while (engine.nextTest()) {
+      do idle(program_);
+      while (engine.step());
+      closeAll();
+    }
+    return report(engine, scenario, out);
+  }
+
+  // Every screen must let itself be closed by a user who agrees to lose what he typed.
+  std::string closeAll() {
+    stage_.setDriver([this] { return noteBox(), agree(); }, [this] { idle(program_); });
+    std::string stuck;
+    for (const auto& form : std::vector(program_.workspace().screens()))
+      if (form->isOpen() && !program_.workspace().close(*form)) stuck = form->name();
+    idle(program_);
+    return stuck;
+  }
+
+ private:
+  static Program::Options at(Program::Options options, const std::string& books) {
+    options.place = books;
+    return options;
+  }
+  bool agree() {
+    const Message* box = stage_.openMessage();
+    if (!box) return false;
+    stage_.answer(box->buttons == Buttons::YesNo ? Answer::Yes : Answer::Ok);
+    return true;
+  }
+  void noteBox() {
+    const Message* box = stage_.openMessage();
+    if (box && (boxes_.empty() || boxes_.back() != box->text)) boxes_.push_back(box->text);
+  }
+
+  Program program_;
+  HeadlessStage stage_;
+  std::unique_ptr<Workspace> workspace_;
+  std::vector<std::string> boxes_;
+};
+
+std::string whatBroke(Attempt& attempt, const std::set<Fingerprint>& states) {
+  const bool saveFailed = attempt.program().faults().firedOnSave();
+  bool told = false;
+  for (const std::string& box : attempt.boxes()) {
+    told = told || box.ends_with(kNotSaved);
+    if (box.starts_with(kException)) return "an exception reached the user: " + box;
+  }
+  if (saveFailed && !told) return "a failed save was not told";
+  if (const std::string stuck = attempt.closeAll(); !stuck.empty())
+    return "a screen does not close: " + stuck;
+  const auto findings = attempt.program().verify();
+  if (!findings.empty()) return "the books are not clean: " + findings.front();
+  if (!states.contains(fingerprintOf(attempt.program().session().db())))
+    return "the books stand as they never stood in the good run";
+  return {};
+}
+
+}  // namespace
+
+bool runEveryFault(Module& module, const Program::Options& options, const Scenario& scenario,
+                   std::ostream& out) {
+  const ScratchBooks original(options.place);
+  std::set<Fingerprint> states;
+  int calls = 0;
+  {
+    const ScratchBooks copy(original.place());
+    Attempt good(module, options, copy.place());
+    states.insert(fingerprintOf(good.program().session().db()));
+    std::unique_ptr<StateNotes> notes;
+    good.program().observe([&](store::Session& session) {
+      notes = std::make_unique<StateNotes>(session, states);
+      return notes.get();
+    });
+    if (!good.run(scenario, out)) return false;
+    calls = good.program().faults().calls();
+  }
+  int failures = 0;
+  for (int n = 1; n <= calls; ++n) {
+    const ScratchBooks copy(original.place());
+    Attempt attempt(module, options, copy.place());
+    attempt.program().faults().arm(n, kEngineFault, kFaultText);
+    std::ostream nowhere(nullptr);  // the scenario itself is expected to fail
+    (void)attempt.run(scenario, nowhere);
+    const std::string broken = whatBroke(attempt, states);
+    if (broken.empty()) continue;
+    ++failures;
+    const auto& trace = attempt.program().trace().calls();
+    out << "FAILED  call " << n << " of " << calls << ": " << broken << '\n';
+    for (const StoreCall& call : trace)
+      if (call.code == kEngineFault)
+        out << "        " << call.what << ' ' << call.kind << ' ' << call.name << ' '
+            << call.parameters << '\n';
+  }
+  out << (failures ? "FAILED  " : "ok      ") << "each of " << calls
+      << " calls to the store failed once\n";
+  return failures == 0;
+}
+
+}  // namespace tolvex::script

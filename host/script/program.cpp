@@ -1,0 +1,87 @@
+#include "host/script/program.h"
+
+#include <chrono>
+#include <ctime>
+#include <filesystem>
+#include <utility>
+
+#include "host/objects/frm_login.h"
+
+namespace tolvex {
+
+DateTime machineClock() {
+  const std::time_t now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
+  std::tm local{};
+  localtime_r(&now, &local);
+  return DateTime::Of(local.tm_year + 1900, static_cast<unsigned>(local.tm_mon + 1),
+                      static_cast<unsigned>(local.tm_mday), local.tm_hour, local.tm_min,
+                      std::min(local.tm_sec, 59));
+}
+
+Program::Program(Module& module, Options options) : module_(module), options_(std::move(options)) {
+  if (options_.today) {
+    const DateTime fixed = DateTime::FromSeconds(options_.today->Date().Seconds() + 9 * 3600);
+    clock_ = [fixed] { return fixed; };
+  } else {
+    clock_ = machineClock;
+  }
+  openSession();
+}
+
+void Program::openSession() {
+  session_ = store::openBooks(options_.place, options_.login, options_.password, clock_);
+  faults_.setInner(observer_ ? observer_(*session_) : session_.get());
+}
+
+void Program::observe(Observer observer) {
+  observer_ = std::move(observer);
+  faults_.setInner(observer_(*session_));
+}
+
+std::string Program::booksName() const {
+  const bool file = options_.place.find("://") == std::string::npos;
+  return file ? std::filesystem::path(options_.place).filename().string() : options_.place;
+}
+
+std::unique_ptr<Workspace> Program::open(Stage& stage, Playground& playground) {
+  stage_ = &stage;
+  playground_ = &playground;
+  auto workspace =
+      std::make_unique<Workspace>(Workspace::Setup{module_, trace_, stage, clock_, booksName()});
+  workspace_ = workspace.get();
+  return workspace;
+}
+
+std::vector<std::string> Program::verify() {
+  std::vector<std::string> lines;
+  for (const store::Finding& finding : store::verifyBooks(session_->db()))
+    lines.push_back(finding.check + ": " + finding.text);
+  return lines;
+}
+
+void Program::restart(bool login) {
+  Workspace* const workspace = std::exchange(workspace_, nullptr);
+  workspace->reopen([&] {
+    session_.reset();
+    if (login) logIn();
+    if (!session_) openSession();  // nobody logged in: as before
+  });
+  workspace_ = workspace;
+}
+
+void Program::logIn() {
+  const Options before = options_;
+  const auto tryOpen = [this](const std::string& login, const std::string& password) {
+    options_.login = login;
+    options_.password = password;
+    try {
+      openSession();
+      return std::string();
+    } catch (const store::BooksError& error) {
+      return std::string(error.what());
+    }
+  };
+  if (!askLogin(*stage_, booksName(), options_.login, tryOpen)) options_ = before;
+}
+
+}  // namespace tolvex

@@ -1,0 +1,50 @@
+// The verb run: plays a script, without a window unless one is asked for.
+#include <iostream>
+
+#include "host/objects/module_loader.h"
+#include "host/script/runner.h"
+#include "host/verbs/screens.h"
+#include "host/verbs/verbs.h"
+
+namespace tolvex::verbs {
+
+Program::Options programOptions(const Arguments& arguments, const std::string& place) {
+  Program::Options options;
+  options.place = place;
+  options.login = arguments.value("--user", options.login);
+  options.password = arguments.value("--password");
+  if (arguments.has("--today")) {
+    options.today = DateTime::Parse(arguments.value("--today"));
+    if (!options.today) throw UsageError("Klaidinga data: " + arguments.value("--today"));
+  }
+  return options;
+}
+
+int run(const Words& words, const std::string& modulePath) {
+  const Arguments arguments = parse(words, {{"--books", "yes"},
+                                            {"--today", "yes"},
+                                            {"--user", "yes"},
+                                            {"--password", "yes"},
+                                            {"--window", "no"},
+                                            {"--every-fault", "no"}});
+  wordCount(arguments, 1, 1);
+  const script::Scenario scenario = script::readScenario(arguments.words[0]);
+  const Program::Options options = programOptions(arguments, arguments.value("--books"));
+  const auto module = loadModule(modulePath);
+  if (arguments.has("--every-fault")) {
+    return script::runEveryFault(*module, options, scenario, std::cout) ? EXIT_SUCCESS
+                                                                        : EXIT_FAILURE;
+  }
+  // Without books of its own a script plays on the demo company, which goes with it.
+  std::unique_ptr<script::ScratchBooks> scratch;
+  Program::Options own = options;
+  if (own.place.empty()) {
+    scratch = std::make_unique<script::ScratchBooks>("");
+    own.place = scratch->place();
+  }
+  Program program(*module, own);
+  if (arguments.has("--window")) return showScenario(program, scenario);
+  return script::runScenario(program, scenario, std::cout) ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
+}  // namespace tolvex::verbs
