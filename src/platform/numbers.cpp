@@ -21,12 +21,13 @@ Digits digitsOf(double value) {
   Digits result;
   result.negative = std::signbit(value);
   char text[40];
-  const auto end = std::to_chars(text, text + sizeof text, std::fabs(value),
+  const auto end = std::to_chars(text, text + sizeof text - 1, std::fabs(value),
                                  std::chars_format::scientific, kSignificant - 1);
   const std::string_view all(text, static_cast<std::size_t>(end.ptr - text));
   const std::size_t mark = all.find('e');
   result.digits.assign(all.substr(0, 1));
   result.digits.append(all.substr(2, mark - 2));
+  *end.ptr = '\0';  // to_chars writes no end
   result.point = std::atoi(text + mark + 1) + 1;
   return result;
 }
