@@ -18,6 +18,7 @@ constexpr const char* kLocks = "Sąskaitų blokavimas";
 constexpr const char* kCoversInFuture = "Būsimų laikotarpių operacijos";
 constexpr const char* kBankImport = "Banko įrašų apie pinigų gavimą importas";
 constexpr const char* kHelp = "Pagalba";
+constexpr const char* kMainGroup = "MainGroup";  // the kind of the one group above all others
 constexpr const char* kHelpPage = "help\\saskaitulikuciai.htm";
 
 constexpr std::pair<const char*, const char*> kTools[] = {
@@ -36,11 +37,13 @@ UI0201400::UI0201400(OperationTablesPtr tables)
 // --- menu
 // ------------------------------------------------------------------------------------------
 
-std::vector<MenuEntry> UI0201400::GetMenu(std::string id, std::string, std::string) {
+std::vector<MenuEntry> UI0201400::GetMenu(std::string id, std::string kind, std::string) {
   std::vector<MenuEntry> menu;
   addTreeEntries(menu);
   if (isRow(id)) {
     if (const std::shared_ptr<VXObjectUIO> group = GetVXObject(id)) addGroupEntries(*group, menu);
+    const bool mayRemove = hostContext().rights().of("CBROperGroupRights").remove != 0;
+    if (mayRemove && kind != kMainGroup) menu.push_back(menuEntry(kDelete));
   }
   menu.push_back(menuEntry(kHelp));
   return menu;
@@ -81,7 +84,6 @@ void UI0201400::addGroupEntries(VXObjectUIO& group, std::vector<MenuEntry>& menu
       menu.push_back(menuEntry(kBankImport, forms.has("frmImportFromBank")));
     }
   }
-  if (host.of("CBROperGroupRights").remove) menu.push_back(menuEntry(kDelete));
 }
 
 MenuAction UI0201400::ClickMenu(std::string id, std::string, std::string caption,

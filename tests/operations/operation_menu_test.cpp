@@ -230,6 +230,9 @@ TEST_F(Menus, GroupEntriesFollowTheDocumentKindOfTheGroup) {
     EXPECT_EQ(shown(groups->GetMenu(group, "", "")),
               tree + "-Padėti ant darbo stalo|" + c.want + "Panaikinti|Pagalba");
   }
+  EXPECT_EQ(shown(groups->GetMenu(putGroup(1, "O0201500", 1), "MainGroup", "")),
+            tree + "-Padėti ant darbo stalo|Pagalba")
+      << "the group above all is never deleted";
   host.rights().others = {};
   EXPECT_EQ(shown(groups->GetMenu(putGroup(13, "O0201502"), "", "")),
             "Sąskaitų likučiai|-|Peržiūros nustatymai|Atrinkti|-Paieška|Pagalba");
