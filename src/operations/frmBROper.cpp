@@ -110,7 +110,7 @@ void frmBROper::openObject() {
   const int groupId = static_cast<int>(header()["BROperGroupID"].Number());
   group_ = readDocumentGroup(host(), *VXObjectUIO, refOf(kGroupKind, groupId),
                              GroupFit::OwnKindOrGeneric);
-  if (!isStored(*VXObjectUIO)) startNew();
+  if (!isStored(*VXObjectUIO) && !boolModalForm) startNew();
   dateOpen_ = !isStored(*VXObjectUIO);
   changed_ = false;
   showHeader();
@@ -347,7 +347,7 @@ bool frmBROper::mayClose() {
 
 void frmBROper::leave() {
   if (!mayClose()) return;
-  VXObjectUIO->CancelUpdate();
+  if (changed_) VXObjectUIO->CancelUpdate();
   close();
 }
 

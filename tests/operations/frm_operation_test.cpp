@@ -279,6 +279,18 @@ TEST_F(OperationScreen, ShownOnlyWithoutTheRightInPreviewAndModally) {
   }
 }
 
+TEST_F(OperationScreen, ModalOverAnotherScreenLeavesItsObjectAlone) {
+  auto object = newOperation();
+  (*object->RsFields())["DateD"] = DateTime::Of(2003, 1, 2);
+  add(*object, "240", "500", 100);
+  auto form = open(object, true);
+  EXPECT_EQ(form->dtpDate.value()->Text(), "2003.01.02");
+  ui::Input user(*form);
+  DO(user.click(form->cmdCancel));
+  EXPECT_FALSE(form->isOpen());
+  EXPECT_EQ(entriesOf(*object)->RecordCount(), 1U);
+}
+
 TEST_F(OperationScreen, BalanceIsDebitsLessCreditsByAccount) {
   auto object = newOperation();
   add(*object, "240", "500", 0.1);
