@@ -221,6 +221,10 @@ QWidget* LayoutBuilder::row(const ui::Node& node, QWidget* parent, const Stack& 
     FormWidget::Holder& held = owner_.holders_.back();
     for (const ui::Node& item : cell.children) {
       word(item, held.widget, inside, own, first);
+      // A label that stands close before something names it.
+      if (item.control && item.control->kind == Kind::Label && &item != &cell.children.back()) {
+        owner_.views_.at(item.control)->field->setProperty("role", QStringLiteral("caption"));
+      }
       first = false;
       if (item.control) {
         held.controls.push_back(item.control);

@@ -20,6 +20,8 @@ namespace {
 
 constexpr int kSignWidth = 20;
 constexpr int kCellPadding = 8;
+constexpr int kScrollBar = 16;
+constexpr int kWidestWish = 760;
 
 class RowDelegate final : public QStyledItemDelegate {
  public:
@@ -95,6 +97,8 @@ class Table final : public QTreeView {
   std::function<void(const QPoint& viewport, const QPoint& global)> onMenu;
   std::function<bool(const QPoint& viewport)> onPress;  // true: taken
   std::function<void()> onResize;
+  QSize wish{300, 260};  // to show all columns, as far as a dialog may grow
+  QSize sizeHint() const override { return wish; }
 
  private:
   void contextMenuEvent(QContextMenuEvent* event) override {
@@ -145,7 +149,6 @@ class ListViewView final : public ControlView {
     table_->setItemDelegate(delegate_);
     table_->setRootIsDecorated(false);
     table_->setUniformRowHeights(true);
-    table_->setAllColumnsShowFocus(true);
     table_->setSelectionBehavior(QAbstractItemView::SelectRows);
     table_->setSelectionMode(QAbstractItemView::SingleSelection);
     table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -248,6 +251,7 @@ class ListViewView final : public ControlView {
   void resetColumns() {
     sized_ = true;
     widths_.clear();
+    int wide = 0;
     const auto& columns = model_->columns();
     for (std::size_t i = 0; i < columns.size(); ++i) {
       const int caption =
@@ -256,7 +260,10 @@ class ListViewView final : public ControlView {
       if (i == 0) width += delegate_->signs();
       widths_.push_back(std::max(width, caption));
       table_->setColumnWidth(static_cast<int>(i), widths_.back());
+      wide += widths_.back();
     }
+    table_->wish.setWidth(std::min(wide + kScrollBar, kWidestWish));
+    table_->updateGeometry();
     stretch();
   }
 

@@ -10,6 +10,7 @@
 #include <QShortcut>
 #include <QSplitter>
 #include <QStatusBar>
+#include <QStyle>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTimer>
@@ -64,6 +65,7 @@ MainWindow::MainWindow(Workspace& workspace, ActGuard& guard)
   tree_->setMinimumWidth(170);
   for (QWidget* view : tree_->findChildren<QWidget*>(QStringLiteral("tvwLayout"))) {
     view->setProperty("sidebar", true);
+    view->style()->polish(view);  // the sheet reads the property anew
   }
   splitter->addWidget(tree_);
 
@@ -241,8 +243,8 @@ void paintWindow(QPainter& painter, QWidget& dialog, QSize within) {
                   std::max(4, (within.height() - size.height() - kTitle) / 2));
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(Qt::NoPen);
-  for (int i = 12; i > 0; --i) {
-    painter.setBrush(QColor(27, 40, 48, 7));
+  for (int i = 9; i > 0; --i) {
+    painter.setBrush(QColor(27, 40, 48, 5));
     painter.drawRoundedRect(QRect(at, size + QSize(0, kTitle)).adjusted(-i, -i + 3, i, i + 3), 8,
                             8);
   }

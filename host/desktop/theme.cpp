@@ -92,8 +92,7 @@ QPushButton[role="danger"]:hover { border-color: #b3261e; background: #fdf3f2; }
 QPushButton[role="danger"]:disabled { color: #9aa7b2; }
 QPushButton[role="small"] { padding: 0 7px; min-width: 14px; min-height: 26px; max-height: 26px; }
 QPushButton[role="segment"] { border-radius: 0; padding: 0 13px; }
-QPushButton[role="segment"]:checked { background: #dcebf2; border-color: #1f6a8c; color: #17536e;
-  font-weight: 600; }
+QPushButton[role="segment"]:checked { background: #dcebf2; border-color: #1f6a8c; color: #17536e; }
 QPushButton[role="segment"]:checked:disabled { color: #9aa7b2; border-color: #c3ccd4; }
 QTreeView, QTreeWidget { background: white; border: 1px solid #dde3e8; border-radius: 4px;
   outline: 0; show-decoration-selected: 1; }
@@ -115,7 +114,7 @@ QTabBar::tab:disabled { color: #9aa7b2; }
 QScrollArea { border: 0; background: transparent; }
 QScrollBar:vertical { background: transparent; width: 10px; margin: 1px; }
 QScrollBar:horizontal { background: transparent; height: 10px; margin: 1px; }
-QScrollBar::handle { background: #c3ccd4; border-radius: 4px; }
+QScrollBar::handle { background: #d3dae0; border-radius: 4px; }
 QScrollBar::handle:vertical { min-height: 30px; }
 QScrollBar::handle:horizontal { min-width: 30px; }
 QScrollBar::handle:hover { background: #9aa7b2; }

@@ -3,6 +3,7 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <QSignalBlocker>
+#include <QStyledItemDelegate>
 #include <QTreeWidget>
 #include <map>
 
@@ -31,11 +32,24 @@ class Tree final : public QTreeWidget {
   }
 };
 
+// The selected row is plain enough; no dotted frame around its text.
+class NodeDelegate final : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+  void paint(QPainter* painter, const QStyleOptionViewItem& option,
+             const QModelIndex& index) const override {
+    QStyleOptionViewItem plain(option);
+    plain.state &= ~QStyle::State_HasFocus;
+    QStyledItemDelegate::paint(painter, plain, index);
+  }
+};
+
 class TreeViewView final : public ControlView {
  public:
   TreeViewView(FormWidget& form, ui::TreeView& tree) : ControlView(form, tree), tree_(tree) {
     widget_ = new Tree(&form);
     widget_->setHeaderHidden(true);
+    widget_->setItemDelegate(new NodeDelegate(widget_));
     widget_->setUniformRowHeights(true);
     widget_->setIndentation(18);
     widget_->setIconSize(QSize(16, 16));
