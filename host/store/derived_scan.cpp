@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "host/store/dimset.h"
+#include "host/store/sql.h"
 
 namespace tolvex::store {
 
@@ -146,90 +147,112 @@ void DerivedScan::count(const StoredPosting& posting, const PostingCopies& must)
                     posting.sumCur});
 }
 
-// Entries, postings and references side by side in the order of entries.
+// Entries, postings and references side by side, in the order of entries.
+struct DerivedScan::Cursors {
+  explicit Cursors(Database& db)
+      : entries(db.prepare("SELECT id, oper_id, day, sum_lt FROM entry ORDER BY id")),
+        postings(db.prepare("SELECT entry_id, sign, account_id, cur, sum_cur, oper_id, day, sum_lt,"
+                            " corr_id, dimset_id, item_id FROM posting ORDER BY entry_id, sign")),
+        refs(db.prepare("SELECT entry_id, sign, foidr, role, points_to FROM entry_ref"
+                        " ORDER BY entry_id, id")),
+        morePostings(postings->step()),
+        moreRefs(refs->step()) {}
+  StatementLease entries, postings, refs;
+  bool morePostings, moreRefs;
+};
+
+// Rows of entries that do not exist, up to the next one that does.
+void DerivedScan::reportStrays(Cursors& at, std::int64_t before) {
+  for (; at.morePostings && at.postings->integer(0) < before;
+       at.morePostings = at.postings->step()) {
+    hooks_.fault("orphans", "Įrašo pusė be įrašo: " + std::to_string(at.postings->integer(0)));
+  }
+  for (; at.moreRefs && at.refs->integer(0) < before; at.moreRefs = at.refs->step()) {
+    hooks_.fault("orphans", "Adresatas be įrašo: " + std::to_string(at.refs->integer(0)));
+  }
+}
+
+void DerivedScan::readRefs(Cursors& at, int entryId, Refs& sides) {
+  sides.clear();
+  for (; at.moreRefs && at.refs->integer(0) == entryId; at.moreRefs = at.refs->step()) {
+    Refs::Side& side = sides.of(intOf(*at.refs, 1));
+    const int role = intOf(*at.refs, 3);
+    if (role == kAddressee) side.addressees.emplace_back(at.refs->text(2));
+    if (role != kOwnOperation) continue;
+    const int pointsTo = intOf(*at.refs, 4);
+    if (!exists(pointsTo)) {
+      hooks_.fault("orphans", "Įrašas " + std::to_string(entryId) +
+                                  " nurodo operaciją, kurios nėra: " + std::to_string(pointsTo));
+    }
+    if (side.pointsTo == 0) side.pointsTo = pointsTo;
+  }
+  sides.finish();
+}
+
+// How many sides the entry has, two at most; anything but one debit and one credit is told.
+int DerivedScan::readPostings(Cursors& at, int entryId, StoredPosting (&pair)[2]) {
+  int count = 0, signs = 0;
+  auto& from = at.postings;
+  for (; at.morePostings && from->integer(0) == entryId; at.morePostings = from->step()) {
+    if (count == 2) continue;
+    StoredPosting& side = pair[count++];
+    side.entryId = entryId;
+    side.sign = intOf(*from, 1);
+    signs += side.sign;
+    side.accountId = intOf(*from, 2);
+    side.cur = currencies_.numberOf(from->text(3));
+    side.sumCur = from->integer(4);
+    side.copies = {intOf(*from, 5), intOf(*from, 6),  intOf(*from, 8),
+                   intOf(*from, 9), intOf(*from, 10), from->integer(7)};
+  }
+  if (count != 2 || signs != 0) {
+    hooks_.fault("balance", "Įrašas " + std::to_string(entryId) +
+                                " neturi vienos debeto ir vienos kredito pusės");
+  }
+  return count;
+}
+
+void DerivedScan::scanEntry(Cursors& at, Refs& sides) {
+  const int entryId = intOf(*at.entries, 0), operId = intOf(*at.entries, 1);
+  if (!exists(operId)) {
+    hooks_.fault("orphans", "Įrašas be operacijos: " + std::to_string(entryId));
+  }
+  reportStrays(at, entryId);
+  readRefs(at, entryId, sides);
+  StoredPosting pair[2];
+  const int count = readPostings(at, entryId, pair);
+  for (int i = 0; i < count; ++i) {
+    const StoredPosting& side = pair[i];
+    const Refs::Side& said = sides.of(side.sign);
+    const auto account = static_cast<std::size_t>(side.accountId);
+    const bool tracked = account < tracked_.size() && tracked_[account];
+    PostingCopies must;
+    must.operId = operId;
+    must.day = intOf(*at.entries, 2);
+    must.sumLt = at.entries->integer(3);
+    must.corrId = count == 2 ? pair[1 - i].accountId : side.copies.corrId;
+    must.dimsetId = dimsetOf(said.key);
+    must.itemId = !tracked ? 0 : said.pointsTo != 0 ? said.pointsTo : operId;
+    if (!(must == side.copies)) hooks_.wrongCopies(entryId, side.sign, must);
+    this->count(side, must);
+  }
+}
+
+void DerivedScan::goOn(int entryId, int last) const {
+  if (progress_ && !progress_("Skaitomi įrašai", entryId / static_cast<double>(last))) {
+    throw BooksError("Nutraukta.");
+  }
+}
+
 void DerivedScan::scanEntries() {
-  auto entries = db_.prepare("SELECT id, oper_id, day, sum_lt FROM entry ORDER BY id");
-  auto postings = db_.prepare(
-      "SELECT entry_id, sign, account_id, cur, sum_cur, oper_id, day, sum_lt, corr_id, dimset_id,"
-      " item_id FROM posting ORDER BY entry_id, sign");
-  auto refs = db_.prepare(
-      "SELECT entry_id, sign, foidr, role, points_to FROM entry_ref ORDER BY entry_id, id");
-  std::int64_t total = 1, done = 0;
-  {
-    auto last = db_.prepare("SELECT MAX(id) FROM entry");
-    if (last->step()) total = std::max<std::int64_t>(1, last->integer(0));
-  }
-  bool morePostings = postings->step(), moreRefs = refs->step();
-  const auto skipTo = [&](std::int64_t entryId) {  // rows of entries that do not exist
-    for (; morePostings && postings->integer(0) < entryId; morePostings = postings->step()) {
-      hooks_.fault("orphans", "Įrašo pusė be įrašo: " + std::to_string(postings->integer(0)));
-    }
-    for (; moreRefs && refs->integer(0) < entryId; moreRefs = refs->step()) {
-      hooks_.fault("orphans", "Adresatas be įrašo: " + std::to_string(refs->integer(0)));
-    }
-  };
-
+  const int last = static_cast<int>(integerFrom(db_, "SELECT MAX(id) FROM entry").value_or(1));
+  Cursors at(db_);
   Refs sides;
-  while (entries->step()) {
-    const int entryId = intOf(*entries, 0), operId = intOf(*entries, 1);
-    if (++done % kProgressEvery == 0 && progress_ &&
-        !progress_("Tikrinami įrašai", static_cast<double>(entryId) / static_cast<double>(total))) {
-      throw BooksError("Nutraukta.");
-    }
-    if (!exists(operId)) {
-      hooks_.fault("orphans", "Įrašas be operacijos: " + std::to_string(entryId));
-    }
-    skipTo(entryId);
-    sides.clear();
-    for (; moreRefs && refs->integer(0) == entryId; moreRefs = refs->step()) {
-      Refs::Side& side = sides.of(intOf(*refs, 1));
-      const int role = intOf(*refs, 3);
-      if (role == kAddressee) side.addressees.emplace_back(refs->text(2));
-      if (role != kOwnOperation) continue;
-      const int pointsTo = intOf(*refs, 4);
-      if (!exists(pointsTo)) {
-        hooks_.fault("orphans", "Įrašas " + std::to_string(entryId) +
-                                    " nurodo operaciją, kurios nėra: " + std::to_string(pointsTo));
-      }
-      if (side.pointsTo == 0) side.pointsTo = pointsTo;
-    }
-    sides.finish();
-
-    StoredPosting pair[2];
-    int count = 0, signs = 0;
-    for (; morePostings && postings->integer(0) == entryId; morePostings = postings->step()) {
-      if (count == 2) continue;  // more than two are reported below
-      StoredPosting& side = pair[count++];
-      side.entryId = entryId;
-      side.sign = intOf(*postings, 1);
-      signs += side.sign;
-      side.accountId = intOf(*postings, 2);
-      side.cur = currencies_.numberOf(postings->text(3));
-      side.sumCur = postings->integer(4);
-      side.copies = {intOf(*postings, 5), intOf(*postings, 6),  intOf(*postings, 8),
-                     intOf(*postings, 9), intOf(*postings, 10), postings->integer(7)};
-    }
-    if (count != 2 || signs != 0) {
-      hooks_.fault("balance", "Įrašas " + std::to_string(entryId) +
-                                  " neturi vienos debeto ir vienos kredito pusės");
-    }
-    for (int i = 0; i < count; ++i) {
-      const StoredPosting& side = pair[i];
-      const Refs::Side& said = sides.of(side.sign);
-      const bool tracked = tracked_.size() > static_cast<std::size_t>(side.accountId) &&
-                           tracked_[static_cast<std::size_t>(side.accountId)];
-      PostingCopies must;
-      must.operId = operId;
-      must.day = intOf(*entries, 2);
-      must.sumLt = entries->integer(3);
-      must.corrId = count == 2 ? pair[1 - i].accountId : side.copies.corrId;
-      must.dimsetId = dimsetOf(said.key);
-      must.itemId = !tracked ? 0 : said.pointsTo != 0 ? said.pointsTo : operId;
-      if (!(must == side.copies)) hooks_.wrongCopies(entryId, side.sign, must);
-      this->count(side, must);
-    }
+  for (int done = 1; at.entries->step(); ++done) {
+    if (done % kProgressEvery == 0) goOn(intOf(*at.entries, 0), last);
+    scanEntry(at, sides);
   }
-  skipTo(std::numeric_limits<std::int64_t>::max());
+  reportStrays(at, std::numeric_limits<std::int64_t>::max());
 }
 
 void DerivedScan::forEachItem(

@@ -80,10 +80,16 @@ class DerivedScan {
  private:
   struct Refs;
   struct StoredPosting;
+  struct Cursors;
   void readAccounts();
   void readDimsets();
   void readOperations();
   void scanEntries();
+  void reportStrays(Cursors& at, std::int64_t before);
+  void readRefs(Cursors& at, int entryId, Refs& sides);
+  int readPostings(Cursors& at, int entryId, StoredPosting (&pair)[2]);
+  void scanEntry(Cursors& at, Refs& sides);
+  void goOn(int entryId, int last) const;
   int dimsetOf(const std::string& key);
   bool exists(int operId) const;
   void count(const StoredPosting& posting, const PostingCopies& must);
