@@ -34,26 +34,27 @@ constexpr std::string_view kSumsOfPosting =
     ", CASE WHEN t.sign = 1 THEN t.sum_cur ELSE 0 END AS debit_cur"
     ", CASE WHEN t.sign = 1 THEN 0 ELSE t.sum_cur END AS credit_cur";
 
-// One select for the rows of one range. Accounts (or the sets of one addressee) lead, so that an
-// engine seeks each one's few rows and never walks the whole table.
+// One select for the rows of one range. The sets of one addressee and the accounts lead, so that an
+// engine seeks each one's few rows and never walks a whole table.
 std::string selectOf(const PeriodRange& range, const BalanceQuery& query, SqlValues& values) {
   const AddresseeFilter::Asks asks = query.addressee.asks();
-  const bool one = asks == AddresseeFilter::Asks::One;
   const bool everybody = asks == AddresseeFilter::Asks::Everybody;
   const bool postings = range.days() && !everybody;
   std::string sql = "SELECT t.account_id, t.cur";
   sql += postings ? kSumsOfPosting : ", t.debit, t.credit, t.debit_cur, t.credit_cur";
-  sql += one ? " FROM dimset_ref r CROSS JOIN " : " FROM account a CROSS JOIN ";
-  sql += postings ? "posting t" : everybody ? "turn_acc t" : "turn_dim t";
-  if (one)
-    sql += " WHERE t.dimset_id = r.dimset_id AND r.foidr = " + values.mark(query.addressee.text());
-  else
-    sql += " WHERE t.account_id = a.id";
+  sql += asks == AddresseeFilter::Asks::One ? " FROM dimset_ref r CROSS JOIN account a"
+                                            : " FROM account a";
+  sql += postings    ? " CROSS JOIN posting t"
+         : everybody ? " CROSS JOIN turn_acc t"
+                     : " CROSS JOIN turn_dim t";
+  sql += " WHERE t.account_id = a.id";
+  if (asks == AddresseeFilter::Asks::One)
+    sql += " AND t.dimset_id = r.dimset_id AND r.foidr = " + values.mark(query.addressee.text());
   if (asks == AddresseeFilter::Asks::Kind)
     sql += " AND EXISTS (SELECT 1 FROM dimset_ref r WHERE r.dimset_id = t.dimset_id AND r.kind = " +
            values.mark(query.addressee.text()) + ")";
-  if (query.account)
-    sql += (one ? " AND t.account_id = " : " AND a.id = ") + values.mark(*query.account);
+  if (postings) sql += " AND t.dimset_id <> 0";  // so that the index of sets may be used
+  if (query.account) sql += " AND a.id = " + values.mark(*query.account);
   for (const int left : query.without) sql += " AND t.corr_id <> " + values.mark(left);
   sql += (postings ? " AND t.day BETWEEN " : " AND t.period BETWEEN ") + values.mark(range.from);
   return sql + " AND " + values.mark(range.to);

@@ -4,6 +4,7 @@
 #include <map>
 #include <tuple>
 
+#include "host/store/sql.h"
 #include "host/store/sql_values.h"
 
 namespace tolvex::store {
@@ -46,11 +47,13 @@ std::vector<Debt> untouchedItems(Database& db, const DebtQuery& query) {
   else
     sql += " FROM open_item i WHERE";
   if (query.account) sql += " i.account_id = " + values.mark(*query.account) + " AND";
-  sql += " i.is_open = 1 AND i.last_day <= " + values.mark(query.day);
-  auto select = db.prepare(sql);
+  // The day is compared here: in the text it would lead an engine to walk all that is closed.
+  auto select = db.prepare(sql + " i.is_open = 1");
   values.bindTo(*select);
   std::vector<Debt> debts;
-  while (select->step()) debts.push_back(debtOf(*select));
+  while (select->step())
+    if (Debt debt = debtOf(*select); debt.row.lastDay <= query.day)
+      debts.push_back(std::move(debt));
   return debts;
 }
 
@@ -59,17 +62,23 @@ std::vector<Debt> untouchedItems(Database& db, const DebtQuery& query) {
 std::vector<std::pair<int, int>> touchedItems(Database& db, const DebtQuery& query) {
   std::vector<std::pair<int, int>> items;
   if (query.day >= kNoLimit) return items;
+  if (query.account &&
+      !anyRow(db, "SELECT 1 FROM open_item WHERE account_id = $1 AND last_day > $2 LIMIT 1",
+              *query.account, query.day))
+    return items;
   SqlValues values;
   std::string sql = "SELECT DISTINCT i.account_id, i.item_id FROM ";
   if (asksForOne(query))
     sql +=
         "dimset_ref r CROSS JOIN posting p CROSS JOIN open_item i"
-        " WHERE p.dimset_id = r.dimset_id AND p.item_id IS NOT NULL"
+        " WHERE p.dimset_id = r.dimset_id AND p.dimset_id <> 0 AND p.item_id IS NOT NULL"
         " AND i.account_id = p.account_id AND i.item_id = p.item_id AND r.foidr = " +
         values.mark(query.addressee.text()) + " AND";
   else
     sql += "open_item i WHERE";
   if (query.account) sql += " i.account_id = " + values.mark(*query.account) + " AND";
+  if (query.account && asksForOne(query))
+    sql += " p.account_id = " + values.mark(*query.account) + " AND";
   sql += " i.last_day > " + values.mark(query.day);
   sql += " AND i.first_day <= " + values.mark(query.day);
   auto select = db.prepare(sql);

@@ -257,7 +257,7 @@ TEST_P(Answers, ADayRateIsStoredOnceAndRefusedWhenItIsNone) {
   };
   EXPECT_EQ(save("'USD','2004.05.03',2.81"), kDone);
   EXPECT_EQ(save("'USD','2004.05.03',2.82"), kDone);
-  EXPECT_EQ(save("'XXX','2004.05.03',2.82"), kReferred);
+  EXPECT_EQ(save("'GBP','2004.05.03',2.82"), kReferred);
   EXPECT_EQ(save("'LTL','2004.05.03',1"), kRuleBroken);
   EXPECT_EQ(save("'USD','2004.05.03',0"), kRuleBroken);
   EXPECT_EQ(answerText(*session_, kRates, "GetCurrencyRates", "'2004.05.03','USD'", "Rate"),
