@@ -87,15 +87,19 @@ class Attempt {
     stage_.renewed(*workspace_);
     Engine engine(program_);
     if (!engine.load(scenario.text, scenario.file)) return report(engine, scenario, out);
-    stage_.setDriver([&] { return noteBox(), engine.step(); }, [&] { idle(program_); });
     while (engine.nextTest()) {
+      stage_.setDriver([&] { return noteBox(), engine.step(); }, [&] { idle(program_); });
       do idle(program_);
       while (engine.step());
-      closeAll();
+      if (stuck_.empty()) stuck_ = closeAll();
+      if (!engine.outcomes().back().failure.empty()) break;
     }
     return report(engine, scenario, out);
   }
 
+  const std::string& stuck() const { return stuck_; }
+
+ private:
   // Every screen must let itself be closed by a user who agrees to lose what he typed.
   std::string closeAll() {
     stage_.setDriver([this] { return noteBox(), agree(); }, [this] { idle(program_); });
@@ -106,7 +110,6 @@ class Attempt {
     return stuck;
   }
 
- private:
   static Program::Options at(Program::Options options, const std::string& books) {
     options.place = books;
     return options;
@@ -126,6 +129,7 @@ class Attempt {
   HeadlessStage stage_;
   std::unique_ptr<Workspace> workspace_;
   std::vector<std::string> boxes_;
+  std::string stuck_;  // a screen that did not close
 };
 
 std::string whatBroke(Attempt& attempt, const std::set<Fingerprint>& states) {
@@ -136,8 +140,7 @@ std::string whatBroke(Attempt& attempt, const std::set<Fingerprint>& states) {
     if (box.starts_with(kException)) return "an exception reached the user: " + box;
   }
   if (saveFailed && !told) return "a failed save was not told";
-  if (const std::string stuck = attempt.closeAll(); !stuck.empty())
-    return "a screen does not close: " + stuck;
+  if (!attempt.stuck().empty()) return "a screen does not close: " + attempt.stuck();
   const auto findings = attempt.program().verify();
   if (!findings.empty()) return "the books are not clean: " + findings.front();
   if (!states.contains(fingerprintOf(attempt.program().session().db())))
@@ -174,12 +177,8 @@ bool runEveryFault(Module& module, const Program::Options& options, const Scenar
     const std::string broken = whatBroke(attempt, states);
     if (broken.empty()) continue;
     ++failures;
-    const auto& trace = attempt.program().trace().calls();
-    out << "FAILED  call " << n << " of " << calls << ": " << broken << '\n';
-    for (const StoreCall& call : trace)
-      if (call.code == kEngineFault)
-        out << "        " << call.what << ' ' << call.kind << ' ' << call.name << ' '
-            << call.parameters << '\n';
+    out << "FAILED  call " << n << " of " << calls << " ("
+        << attempt.program().faults().failedCall() << "): " << broken << '\n';
   }
   out << (failures ? "FAILED  " : "ok      ") << "each of " << calls
       << " calls to the store failed once\n";

@@ -11,14 +11,17 @@ end
 
 function expect(got, want, what)
   if got ~= want then
-    error((what and what .. ": " or "") .. "expected " .. show(want) .. ", got " .. show(got), 2)
+    local head = what and what .. ": " or ""
+    error(head .. "expected " .. show(want) .. ", got " .. show(got), 2)
   end
 end
 
 function expect_message(text, reply)
   local box = message()
   if not box then error("no message is open, expected " .. show(text), 2) end
-  if box.text ~= text then error("expected message " .. show(text) .. ", got " .. show(box.text), 2) end
+  if box.text ~= text then
+    error("expected message " .. show(text) .. ", got " .. show(box.text), 2)
+  end
   if reply then answer(reply) end
 end
 

@@ -64,24 +64,28 @@ void FaultStore::arm(int n, std::int32_t code, std::string text) {
   fired_ = firedOnSave_ = false;
 }
 
-bool FaultStore::due() {
+bool FaultStore::due(const char* what, std::string_view kind, std::string_view name,
+                     std::string_view parameters) {
   ++calls_;
   if (left_ == 0 || --left_ > 0) return false;
   fired_ = true;
+  failedCall_ = what;
+  for (const std::string_view part : {kind, name, parameters})
+    if (!part.empty()) failedCall_.append(" ").append(part);
   return true;
 }
 
 HostResult FaultStore::call(std::string_view kind, std::string_view method,
                             std::string_view parameters) {
-  return due() ? failure() : inner_->call(kind, method, parameters);
+  return due("call", kind, method, parameters) ? failure() : inner_->call(kind, method, parameters);
 }
 
 HostResult FaultStore::load(std::string_view kind, std::string_view reference) {
-  return due() ? failure() : inner_->load(kind, reference);
+  return due("load", kind, "", reference) ? failure() : inner_->load(kind, reference);
 }
 
 HostResult FaultStore::create(std::string_view kind, std::string_view otype) {
-  return due() ? failure() : inner_->create(kind, otype);
+  return due("create", kind, "", otype) ? failure() : inner_->create(kind, otype);
 }
 
 store::SaveOutcome FaultStore::save(std::string_view kind, std::string_view otype, RowSet& header,
@@ -89,21 +93,21 @@ store::SaveOutcome FaultStore::save(std::string_view kind, std::string_view otyp
   // A save always answers with a code: success without a stored record cannot be meant.
   if (left_ == 1 && code_ == kDone) {
     ++left_;
-    (void)due();
+    (void)due("save", kind, "", otype);
     return inner_->save(kind, otype, header, second, third);
   }
-  if (!due()) return inner_->save(kind, otype, header, second, third);
+  if (!due("save", kind, "", otype)) return inner_->save(kind, otype, header, second, third);
   firedOnSave_ = true;
   return {code_, text_, {}};
 }
 
 HostResult FaultStore::erase(std::string_view kind, std::string_view reference) {
-  return due() ? failure() : inner_->erase(kind, reference);
+  return due("erase", kind, "", reference) ? failure() : inner_->erase(kind, reference);
 }
 
 HostResult FaultStore::list(std::string_view kind, std::string_view first, std::string_view second,
                             std::string_view third) {
-  return due() ? failure() : inner_->list(kind, first, second, third);
+  return due("list", kind, "", first) ? failure() : inner_->list(kind, first, second, third);
 }
 
 }  // namespace tolvex

@@ -50,6 +50,7 @@ class FaultStore final : public store::StorePort {
   int calls() const { return calls_; }
   bool fired() const { return fired_; }
   bool firedOnSave() const { return firedOnSave_; }
+  const std::string& failedCall() const { return failedCall_; }  // for reports
 
   HostResult call(std::string_view kind, std::string_view method,
                   std::string_view parameters) override;
@@ -62,7 +63,8 @@ class FaultStore final : public store::StorePort {
                   std::string_view third) override;
 
  private:
-  bool due();
+  bool due(const char* what, std::string_view kind, std::string_view name,
+           std::string_view parameters);
   HostResult failure() const { return {code_, text_, {}}; }
   store::StorePort* inner_ = nullptr;
   int calls_ = 0;
@@ -70,6 +72,7 @@ class FaultStore final : public store::StorePort {
   std::int32_t code_ = 0;
   std::string text_;
   bool fired_ = false, firedOnSave_ = false;
+  std::string failedCall_;
 };
 
 }  // namespace tolvex
