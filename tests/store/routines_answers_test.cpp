@@ -21,7 +21,7 @@ enum class Engine { Memory, File, Postgres };
 class Answers : public ::testing::TestWithParam<Engine> {
  protected:
   void SetUp() override {
-    place_ = GetParam() == Engine::Memory ? OperPlace::memory()
+    place_ = GetParam() == Engine::Memory ? std::make_unique<OperPlace>(Store::Memory)
              : GetParam() == Engine::File ? OperPlace::file()
                                           : OperPlace::postgres();
     if (!place_) GTEST_SKIP() << "no PostgreSQL server for tests";
