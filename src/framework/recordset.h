@@ -7,6 +7,8 @@
 // Field values: empty (never assigned in a row added here), null (stored without a value), or a
 // value of the column's type. Column names and text comparisons ignore case.
 //
+// An assignment makes a stored row a changed one, also when it gives the same value again.
+//
 // Misuse throws RowSetError and changes nothing: a name that is no column, a field with no current
 // row, a filter that does not parse, a closed set, moving past an end a second time.
 #pragma once

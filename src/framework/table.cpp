@@ -81,6 +81,10 @@ void Table::write(const Column& column, std::uint32_t row, Cell cell) {
 void Table::set(int column, std::uint32_t row, Cell cell, bool loading) {
   const Column& c = (*schema_)[std::size_t(column)];
   const Cell before = this->cell(c, row);
+  if (!loading && state(row) == RowState::Unchanged) {
+    states()[row] = static_cast<std::uint8_t>(RowState::Changed);
+    ++pending_;
+  }
   if (before == cell) return;
   if (loading) {
     Cell* kept = originals_ ? originals_->find(column, row) : nullptr;
@@ -88,10 +92,6 @@ void Table::set(int column, std::uint32_t row, Cell cell, bool loading) {
   } else if (state(row) != RowState::Added) {
     if (!originals_) originals_ = std::make_unique<Originals>(schema_->size());
     originals_->keep(column, row, size_, [&](std::uint32_t at) { return this->cell(c, at); });
-    if (state(row) == RowState::Unchanged) {
-      states()[row] = static_cast<std::uint8_t>(RowState::Changed);
-      ++pending_;
-    }
   }
   write(c, row, cell);
   if (keys_ && keys_->index[std::size_t(column)]) {

@@ -80,11 +80,13 @@ void Table::copyRow(const Table& from, std::uint32_t row) {
     const Column& column = (*schema_)[i];
     if (column.kind == CellKind::Nested) continue;
     const int number = static_cast<int>(i);
-    if (state != RowState::Added) set(number, added, from.original(number, row), true);
-    set(number, added, from.cell(column, row), false);
+    const Cell cell = from.cell(column, row);
+    const Cell original = from.original(number, row);
+    if (state != RowState::Added) set(number, added, original, true);
+    if (cell != original) set(number, added, cell, false);
   }
   if (state == RowState::Changed && this->state(added) == RowState::Unchanged) {
-    states()[added] = static_cast<std::uint8_t>(state);  // edited back to what it was
+    states()[added] = static_cast<std::uint8_t>(state);  // every cell is as it was again
     ++pending_;
   }
   if (state == RowState::Deleted) {
