@@ -16,6 +16,7 @@ FormDialog::FormDialog(ui::Form& form, ActGuard& guard, QWidget* parent) : QDial
   widget_ = new FormWidget(form, guard, this);
   widget_->modal = true;
   widget_->onClosed = [this] { done(0); };
+  widget_->onEscape = [this] { widget_->closeByUser(); };
   widget_->onTitle = [this] { setWindowTitle(text(widget_->form().title())); };
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);

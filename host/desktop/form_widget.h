@@ -54,6 +54,7 @@ class FormWidget final : public QWidget, public ui::FormView {
   void closeByUser();                              // Esc or the close box
   bool modal = false;  // Enter in the last field presses the default button
   std::function<void()> onClosed, onTitle;
+  std::function<void()> onEscape;  // Esc where no cancel button takes it
 
   ControlView* view(const ui::Control& control) const;
   // Focus, keys and menus of a widget belong to `control` from now on.
@@ -77,6 +78,7 @@ class FormWidget final : public QWidget, public ui::FormView {
     std::string key;
   };
 
+  bool event(QEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
   bool key(ui::Control& control, int key, int modifiers);
   bool listKey(ui::ListView& list, int key);
@@ -110,6 +112,7 @@ class FormWidget final : public QWidget, public ui::FormView {
   bool labelsMoved_ = true;
   bool holdersMoved_ = true;
   bool closedTold_ = false;
+  bool syncing_ = false;      // focus that moves now was moved by the toolkit, not by the user
   unsigned focusEvents_ = 0;  // queued, not yet told to the form
   QPoint menuPoint_;
   std::string shownTitle_;

@@ -97,7 +97,7 @@ class Table final : public QTreeView {
   std::function<void(const QPoint& viewport, const QPoint& global)> onMenu;
   std::function<bool(const QPoint& viewport)> onPress;  // true: taken
   std::function<void()> onResize;
-  QSize wish{300, 260};  // to show all columns, as far as a dialog may grow
+  QSize wish{300, 200};  // to show all columns, as far as a dialog may grow
   QSize sizeHint() const override { return wish; }
 
  private:

@@ -122,13 +122,13 @@ void MainWindow::makeMenu() {
     tabs_->setCurrentIndex(0);
     list_->takeFocus();
   });
-  go->addAction(QStringLiteral("&Kitas langas"), QKeySequence(QStringLiteral("Ctrl+Tab")), this,
+  go->addAction(QStringLiteral("&Kitas langas"), QKeySequence(QStringLiteral("Ctrl+PgDown")), this,
                 [this] {
                   if (tabs_->count() > 0)
                     tabs_->setCurrentIndex((tabs_->currentIndex() + 1) % tabs_->count());
                 });
-  go->addAction(QStringLiteral("&Ankstesnis langas"),
-                QKeySequence(QStringLiteral("Ctrl+Shift+Tab")), this, [this] {
+  go->addAction(QStringLiteral("&Ankstesnis langas"), QKeySequence(QStringLiteral("Ctrl+PgUp")),
+                this, [this] {
                   const int count = tabs_->count();
                   if (count > 0)
                     tabs_->setCurrentIndex((tabs_->currentIndex() + count - 1) % count);
@@ -171,6 +171,7 @@ FormWidget& MainWindow::add(ui::Form& form) {
   }
   auto* widget = new FormWidget(form, guard_, tabs_);
   widget->onTitle = [this, &form] { rename(form); };
+  widget->onEscape = [this, &form] { closeTab(tabOf(form)); };
   const int tab = tabs_->addTab(page(*widget), QString());
   setTab(tab, form);
   tabs_->tabBar()->setTabButton(

@@ -114,7 +114,7 @@ QWidget* QtStage::parentForDialog() const {
   for (auto level = levels_.rbegin(); level != levels_.rend(); ++level) {
     if (level->dialog) return level->dialog;
   }
-  return window_.get();
+  return window_ ? window_.get() : QApplication::activeWindow();
 }
 
 void QtStage::runModal(ui::Form& form) {

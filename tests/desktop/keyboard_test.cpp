@@ -215,6 +215,37 @@ TEST_F(KeyboardTest, PanelsDisableAndHideAllInside) {
   EXPECT_TRUE(find(form.lvwEntries).isEnabled());
 }
 
+TEST_F(KeyboardTest, ALongWorkGivesTheFocusBack) {
+  focus(form.txtFoundation);
+  takeLog();
+  std::string left;
+  form.txtFoundation.onLeave = [&] { left = "left"; };
+  {
+    const ui::BusyScope busy(form, form.SOPanel);
+    stage.turn();
+    EXPECT_FALSE(find(form.txtFoundation).isEnabled());
+  }
+  settle();
+  EXPECT_EQ(form.focus(), &form.txtFoundation);
+  EXPECT_TRUE(find(form.txtFoundation).hasFocus());
+  EXPECT_EQ(left, "") << "the toolkit moved its focus, the user did not";
+}
+
+TEST_F(KeyboardTest, AFieldNamedBehindABoxGetsTheFocus) {
+  form.cmdDebts.onClick = [this] {
+    Message message;
+    message.text = "Nenurodyta suma!";
+    stage.message(message);
+    form.setFocus(form.txtSum);
+  };
+  QTimer::singleShot(30, [this] { stage.answer(Answer::Ok); });
+  QTest::mouseClick(&find(form.cmdDebts), Qt::LeftButton);
+  QTest::qWait(60);
+  window.activateWindow();  // as a window manager does once the box has gone
+  QTest::qWait(60);
+  EXPECT_TRUE(find(form.txtSum).hasFocus());
+}
+
 TEST_F(KeyboardTest, AScriptedWindowIgnoresTheUser) {
   focus(form.txtSum);
   takeLog();
