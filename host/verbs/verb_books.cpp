@@ -53,6 +53,8 @@ int verify(const Words& words) {
   const auto findings = store::verifyBooks(session->db());
   for (const store::Finding& finding : findings)
     std::cout << finding.check << ": " << finding.text << '\n';
+  for (const store::Finding& gap : store::numberGaps(session->db()))
+    std::cout << "pastaba: " << gap.text << '\n';
   if (!findings.empty()) {
     std::cerr << "Rasta klaidų: " << findings.size() << '\n';
     return EXIT_FAILURE;
