@@ -74,6 +74,7 @@ void QtStage::bind(Workspace& workspace) {
   adopt(window_->list());
   for (const auto& form : workspace.screens()) shown(*form);
   window_->showStatus(workspace.status());
+  if (size_.isValid()) window_->resize(size_);
   window_->show();
   settled();
 }
@@ -359,9 +360,8 @@ bool QtStage::shot(const std::string& path) {
 }
 
 void QtStage::resize(int width, int height) {
-  if (!window_) return;
-  window_->resize(width, height);
-  QApplication::sendPostedEvents();
+  size_ = QSize(width, height);
+  if (window_) window_->resize(size_);
 }
 
 void QtStage::quit(int status) {

@@ -4,6 +4,7 @@
 #include <QElapsedTimer>
 #include <QObject>
 #include <QPointer>
+#include <QSize>
 #include <functional>
 #include <string>
 #include <vector>
@@ -44,6 +45,8 @@ class QtStage final : public QObject, public DesktopStage, public ActGuard {
   void busy(bool on) override;
   void progress(std::string_view what, double share) override;
   void statusChanged() override;
+  void released() override { unbind(); }
+  void renewed(Workspace& workspace) override { bind(workspace); }
 
   // DesktopStage
   void startTicking() override;
@@ -85,6 +88,7 @@ class QtStage final : public QObject, public DesktopStage, public ActGuard {
 
   Workspace* workspace_ = nullptr;
   std::unique_ptr<MainWindow> window_;
+  QSize size_;  // asked for; also for a window that is made anew
   std::vector<Level> levels_;
   std::vector<QPointer<FormWidget>> widgets_;
   ui::Menu* menu_ = nullptr;

@@ -54,7 +54,7 @@ std::string SettingsService::get(std::string_view section, std::string_view key,
 void SettingsService::set(std::string_view section, std::string_view key, std::string_view value) {
   const HostResult result = store_.call(kAskedKind, "SaveSetting",
                                         Parameters().text(section).text(key).text(value).str());
-  if (result.Code != kDone) throw std::runtime_error(result.Text);
+  if (result.Code != kDone) warn(host_, result.Text);
 }
 
 std::optional<UserRow> UserService::row() const {

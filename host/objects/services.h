@@ -27,12 +27,14 @@ class RightsService final : public Rights {
 
 class SettingsService final : public UserSettings {
  public:
-  explicit SettingsService(store::StorePort& store) : store_(store) {}
+  SettingsService(HostContext& host, store::StorePort& store) : host_(host), store_(store) {}
   std::string get(std::string_view section, std::string_view key,
                   std::string_view fallback) override;
+  // A refusal of the store is shown.
   void set(std::string_view section, std::string_view key, std::string_view value) override;
 
  private:
+  HostContext& host_;
   store::StorePort& store_;
 };
 

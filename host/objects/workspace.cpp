@@ -77,7 +77,7 @@ struct Workspace::Impl final : HostContext, ObjectTree, Navigator {
         objectFactory(door, setup.module, watched),
         screenSet(door, setup.stage),
         rightsService(watched),
-        settingsService(watched),
+        settingsService(door, watched),
         userService(watched),
         workplaceService(watched, settingsService,
                          [this](std::string_view, ViewPeriod& period) { return ask(period); }),

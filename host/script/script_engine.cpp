@@ -148,6 +148,11 @@ bool Engine::nextTest() {
 
 bool Engine::step() {
   if (!running_) return false;
+  if (inScript_) {
+    // The script itself called what waits here, so it cannot answer: the loop takes it back.
+    if (const std::string open = boxText(); !open.empty()) shown_.push_back(open);
+    return false;
+  }
   const unsigned mine = ++resumes_;
   int given = 0;
   if (std::exchange(waiting_, false)) {
@@ -159,7 +164,9 @@ bool Engine::step() {
   }
   reply_.clear();
   int yielded = 0;
+  inScript_ = true;
   const int status = lua_resume(thread_, lua_, given, &yielded);
+  inScript_ = false;
   if (status != LUA_YIELD) {
     finish(status);
     return false;

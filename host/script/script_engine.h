@@ -10,6 +10,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "host/script/script_world.h"
@@ -55,7 +56,9 @@ class Engine {
     std::string failure;  // "" passed; else file, line, text, and the text of an open box
   };
   const std::vector<Outcome>& outcomes() const { return outcomes_; }
-  std::string currentTest() const { return testName_; }
+  // Texts of the boxes that a call of the object contract showed since the last asking. Such a box
+  // is answered at once with its safest button.
+  std::vector<std::string> takeShown() { return std::exchange(shown_, {}); }
 
   // For the parts of the engine.
   ScriptWorld& world() { return world_; }
@@ -89,6 +92,8 @@ class Engine {
   unsigned resumes_ = 0;
   std::string reply_;  // of the act that the script waits for
   bool waiting_ = false;
+  bool inScript_ = false;
+  std::vector<std::string> shown_;
   std::vector<Outcome> outcomes_;
 };
 

@@ -242,6 +242,11 @@ int readScreens(lua_State* lua, Engine& engine) {
   return 1;
 }
 
+int readShown(lua_State* lua, Engine& engine) {
+  pushTexts(lua, engine.takeShown());
+  return 1;
+}
+
 int readToday(lua_State* lua, Engine& engine) {
   push(lua, engine.world().today().Text());
   return 1;
@@ -260,6 +265,7 @@ void addReads(lua_State* lua) {
       {"rows", guarded<readRows>},       {"menu", guarded<readMenu>},
       {"message", guarded<readMessage>}, {"dump", guarded<readDump>},
       {"screens", guarded<readScreens>}, {"today", guarded<readToday>},
+      {"shown", guarded<readShown>},
   };
   for (const Function& read : reads) lua_register(lua, read.name, read.function);
   luaL_newmetatable(lua, kLazyRows);
