@@ -11,7 +11,6 @@ void View::setFilter(std::string_view text, Predicate predicate) {
 }
 
 void View::setSort(std::string_view text, const std::vector<SortKey>& keys) {
-  bits_.clear();  // its places mean other rows from here on
   sort_ = keys.empty() ? std::string_view() : text;
   order_.clear();
   rank_.clear();
