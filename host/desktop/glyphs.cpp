@@ -156,6 +156,10 @@ void percent(QPainter& p) {
   p.drawEllipse(QRectF(5.2, 6.4, 2, 2));
   p.drawEllipse(QRectF(8.8, 10.6, 2, 2));
 }
+void trip(QPainter& p) {
+  p.drawRect(QRectF(1.5, 5.5, 13, 8));
+  lines(p, {{5.5, 5.5, 5.5, 3}, {5.5, 3, 10.5, 3}, {10.5, 3, 10.5, 5.5}, {1.5, 9, 14.5, 9}});
+}
 void books(QPainter& p) {
   p.drawRect(QRectF(2.5, 2.5, 11, 11));
   lines(p, {{2.5, 5.5, 13.5, 5.5}, {6, 5.5, 6, 13.5}, {8, 8.5, 11.5, 8.5}, {8, 11, 11.5, 11}});
@@ -199,9 +203,11 @@ const std::map<std::string, Glyph>& glyphs() {
       {"C0000500", {columns, kGreen}},
       {"C0001401", {person, kBlue}},
       {"C0001402", {people, kBlue}},
-      {"C0000600", {currency, kGreen}},
+      {"C0002200", {currency, kGreen}},
       {"C1000200", {percent, kGrey}},
       {"DOCUMENT_CHECK", {closing, kGreen}},
+      {"C0202100", {trip, kBlue}},
+      {"C0001900", {journal, kGrey}},
       {"plan", {plan, kBlue}},
       {"group", {group, kFolder}},
       {"operation", {operation, kBlue}},
