@@ -361,7 +361,9 @@ bool QtStage::shot(const std::string& path) {
 
 void QtStage::resize(int width, int height) {
   size_ = QSize(width, height);
-  if (window_) window_->resize(size_);
+  if (!window_) return;
+  window_->resize(size_);
+  QApplication::sendPostedEvents();
 }
 
 void QtStage::quit(int status) {

@@ -1,0 +1,171 @@
+// The workspace: which screens are open, what they are called, how they close, what reaches the
+// user when something fails.
+#include "host/objects/workspace.h"
+
+#include <gtest/gtest.h>
+
+#include "host/objects/inner_uio.h"
+#include "host/objects/module_loader.h"
+#include "host/script/headless_stage.h"
+#include "host/script/program.h"
+#include "host/script/runner.h"
+
+namespace tolvex {
+namespace {
+
+class Card final : public ui::Form {
+ public:
+  Card(HostContext& host, std::string reference)
+      : Form(host, "frmCard"), reference_(std::move(reference)) {}
+  const char* picture() const override { return "txtName\n"; }
+  std::string objectReference() const override { return reference_; }
+  bool mayClose() override { return agrees; }
+  void opened() override {
+    if (closesAtOnce) close();
+  }
+  bool agrees = true, closesAtOnce = false;
+  ui::TextBox txtName{this, "txtName"};
+
+ private:
+  std::string reference_;
+};
+
+class WorkspaceTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    Program::Options options;
+    options.place = books_.place();
+    options.today = DateTime::Of(2004, 3, 31);
+    program_ = std::make_unique<Program>(*module(), options);
+    workspace_ = program_->open(stage_, stage_);
+    stage_.setDriver(
+        [this] {
+          if (const Message* box = stage_.openMessage()) boxes_.push_back(box->text);
+          return false;
+        },
+        [this] { workspace_->idle(); });
+  }
+  static std::unique_ptr<Module>& module() {
+    static std::unique_ptr<Module> loaded = loadModule(TOLVEX_MODULE);
+    return loaded;
+  }
+  HostContext& host() { return workspace_->context(); }
+  std::shared_ptr<Card> card(const char* reference) {
+    return std::make_shared<Card>(host(), reference);
+  }
+
+  script::ScratchBooks books_{""};
+  HeadlessStage stage_;
+  std::unique_ptr<Program> program_;
+  std::unique_ptr<Workspace> workspace_;
+  std::vector<std::string> boxes_;
+};
+
+TEST_F(WorkspaceTest, OneScreenAnObjectWhateverItsReferenceIsCalled) {
+  const auto first = card("O02015005"), other = card("O02015006");
+  host().screens().show(first);
+  host().screens().show(other);
+  EXPECT_EQ(workspace_->current(), other.get());
+  host().screens().show(card("O02015045"));  // the same operation by its document's kind
+  EXPECT_EQ(workspace_->screens().size(), 2u);
+  EXPECT_EQ(workspace_->current(), first.get());
+  host().desktop().rename("O02015045", "2004.03.31 1");
+  EXPECT_EQ(first->title(), "2004.03.31 1");
+}
+
+TEST_F(WorkspaceTest, NewScreensWithoutAReferenceAreNeverTheSame) {
+  host().screens().show(card(""));
+  host().screens().show(card(""));
+  EXPECT_EQ(workspace_->screens().size(), 2u);
+}
+
+TEST_F(WorkspaceTest, ClosingAsksAndEndsOutsideOfTheHandler) {
+  const auto first = card("O02015005"), other = card("O02015006");
+  host().screens().show(first);
+  host().screens().show(other);
+  other->agrees = false;
+  EXPECT_FALSE(workspace_->close(*other));
+  EXPECT_FALSE(workspace_->closeAll());
+  EXPECT_TRUE(first->isOpen());
+  other->agrees = true;
+  EXPECT_TRUE(workspace_->close(*other));
+  EXPECT_EQ(workspace_->screens().size(), 2u) << "it may be inside its own handler still";
+  workspace_->idle();
+  EXPECT_EQ(workspace_->screens().size(), 1u);
+  EXPECT_EQ(workspace_->current(), first.get());
+  EXPECT_TRUE(workspace_->closeAll());
+  EXPECT_EQ(workspace_->current(), &workspace_->list());
+}
+
+TEST_F(WorkspaceTest, AScreenThatGivesUpWhileOpeningLeavesNothing) {
+  const auto form = card("O02015005");
+  form->closesAtOnce = true;
+  host().screens().show(form);
+  EXPECT_TRUE(workspace_->screens().empty());
+  EXPECT_EQ(workspace_->current(), &workspace_->list());
+}
+
+TEST_F(WorkspaceTest, WhatAHandlerThrowsIsTold) {
+  const std::string why =
+      workspace_->gesture([]() -> std::string { throw RowSetError(RowSetError::BadFilter, "x"); });
+  EXPECT_EQ(why, "failed: x");
+  EXPECT_EQ(boxes_, std::vector<std::string>{"Klaida!\r\nx"});
+}
+
+TEST_F(WorkspaceTest, WorkPutOffWaitsForTheBoxAboveIt) {
+  const auto form = card("O02015005");
+  host().screens().show(form);
+  bool done = false, doneUnderBox = false;
+  form->later([&] { done = true; });
+  stage_.setDriver(
+      [&] {
+        doneUnderBox = done;
+        return false;
+      },
+      [this] { workspace_->idle(); });
+  warn(host(), "box");
+  EXPECT_FALSE(doneUnderBox);
+  workspace_->idle();
+  EXPECT_TRUE(done);
+}
+
+TEST_F(WorkspaceTest, ListsFollowWhatIsSavedElsewhere) {
+  auto& tree = dynamic_cast<ui::TreeView&>(*workspace_->tree().find("tvwLayout"));
+  tree.current = std::string("O02014002");
+  tree.onChange();
+  auto& list = dynamic_cast<ui::ListView&>(*workspace_->list().find("lvwObjects"));
+  const std::size_t before = list.rows().size();
+  const auto operation = host().objects().create("O0201500");
+  operation->Fields()["DateD"].SetValue(DateTime::Of(2004, 3, 31));
+  operation->Fields()["BROperGroupID"].SetValue(2);
+  ASSERT_EQ(operation->Methods("AddBR", {"2721", "500", 5.0, Variant::Array{}}).Code, kDone);
+  ASSERT_EQ(operation->Save(nullptr, nullptr).Code, kDone);
+  workspace_->idle();
+  EXPECT_EQ(list.rows().size(), before + 1);
+}
+
+TEST_F(WorkspaceTest, RightsAreAskedOnceUntilTheyMayHaveChanged) {
+  (void)host().rights().of("CFirms");
+  const int before = program_->faults().calls();
+  EXPECT_EQ(host().rights().of("CFirms").view, 1);
+  EXPECT_EQ(program_->faults().calls(), before);
+  host().rights().addComponent("CBROperRights99", "x");
+  (void)host().rights().of("CFirms");
+  EXPECT_EQ(program_->faults().calls(), before + 1);
+}
+
+TEST_F(WorkspaceTest, AnObjectKeepsItsRecordWhenTheStoreFails) {
+  InnerUIO object(host(), program_->trace(), "O0000300");
+  object.OID("O00003001");
+  ASSERT_EQ(object.Read().Code, kDone);
+  const std::string name(object.Fields()["Name"].Text());
+  object.Fields()["Name"] = "Kitas bankas";
+  program_->faults().arm(1, 1299, "lost");
+  EXPECT_EQ(object.Save(nullptr, nullptr).Code, 1299);
+  EXPECT_EQ(object.Fields()["Name"].Text(), "Kitas bankas");
+  object.CancelUpdate();
+  EXPECT_EQ(object.Fields()["Name"].Text(), name);
+}
+
+}  // namespace
+}  // namespace tolvex
