@@ -28,9 +28,8 @@ frmList::frmList(HostContext& host, Navigator& navigator)
   cmdNew.shortcut = "Ctrl+N";
   cmdNew.onClick = [this] { runNew(); };
   cmdPeriod.tip = kPeriod;
-  cmdPeriod.onClick = [this] {
-    if (Form::host().workplace().newPeriod(source_.kind)) read();
-  };
+  // The list is read again once the loop is idle.
+  cmdPeriod.onClick = [this] { (void)Form::host().workplace().newPeriod(source_.kind); };
   lvwObjects.onActivate = [this] { activate(); };
   lvwObjects.onRightClick = [this] { popupMenu(); };
   lvwObjects.onInsert = [this] { runNew(); };

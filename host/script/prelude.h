@@ -26,7 +26,9 @@ function expect_message(text, reply)
 end
 
 function expect_screen(name)
-  if screen() ~= name then error("expected screen " .. name .. ", got " .. tostring(screen()), 2) end
+  if screen() ~= name then
+    error("expected screen " .. name .. ", got " .. tostring(screen()), 2)
+  end
 end
 
 function find_row(list, cells)
