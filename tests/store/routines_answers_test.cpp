@@ -16,14 +16,13 @@ struct Ask {
   const char *name, *kind, *method, *parameters, *columns, *want;
 };
 
-enum class Engine { Memory, File, Postgres };
-
-class Answers : public ::testing::TestWithParam<Engine> {
+class Answers : public ::testing::TestWithParam<Store> {
  protected:
   void SetUp() override {
-    place_ = GetParam() == Engine::Memory ? std::make_unique<OperPlace>(Store::Memory)
-             : GetParam() == Engine::File ? OperPlace::file()
-                                          : OperPlace::postgres();
+    if (GetParam() == Store::Postgres)
+      place_ = OperPlace::postgres();
+    else
+      place_ = std::make_unique<OperPlace>(GetParam());
     if (!place_) GTEST_SKIP() << "no PostgreSQL server for tests";
     session_ = place_->open();
     fillDemo(*session_);
@@ -338,13 +337,7 @@ TEST_P(Answers, CoversInFutureJoinEachSourceWithItsCovers) {
                            "|2004.04.30|50|6123|291");
 }
 
-std::string engineName(const ::testing::TestParamInfo<Engine>& info) {
-  constexpr const char* kNames[] = {"Memory", "File", "Postgres"};
-  return kNames[static_cast<int>(info.param)];
-}
-INSTANTIATE_TEST_SUITE_P(Engines, Answers,
-                         ::testing::Values(Engine::Memory, Engine::File, Engine::Postgres),
-                         engineName);
+TOLVEX_ALL_STORES(Answers);
 
 // Every routine refuses one argument too many and a wrong type by its own name, before any work.
 TEST(RoutineTable, EveryRoutineIsStrict) {
