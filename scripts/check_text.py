@@ -11,7 +11,7 @@ BANNED = [
     (r"\bstd::sto[dfi]\b", "use parsePlainNumber or TextToDouble: the C locale has no say here"),
     (r"\bsetlocale\b|std::locale", "no locale anywhere"),
     (r"\bstd::(round|lround|nearbyint|rint)\b", "use roundHalfEven with the subject's own bias"),
-    (r"\busing namespace std\b", "write std:: out"),
+    (r"\busing namespace std;", "write std:: out"),
     (r"\bFIXME\b|\bTODO\b|\bXXX\b", "finish it, or write down why it stays"),
     (r"(?<![\w.])/(work|root|home|farm)/", "no path of a machine in the tree"),
 ]

@@ -98,15 +98,7 @@ std::map<int, std::vector<ItemPosting>> postingsByItem(Database& db, int account
   select->bind(1, account).bind(2, day);
   std::map<int, std::vector<ItemPosting>> items;
   while (select->step()) {
-    ItemPosting posting;
-    posting.entryId = static_cast<int>(select->integer(0));
-    posting.sign = static_cast<int>(select->integer(1));
-    posting.operId = static_cast<int>(select->integer(2));
-    posting.day = static_cast<int>(select->integer(3));
-    posting.sumLt = select->integer(4);
-    posting.cur = select->text(5);
-    posting.sumCur = select->integer(6);
-    posting.dimsetId = static_cast<int>(select->integer(7));
+    ItemPosting posting = itemPosting(*select);
     const int item = select->isNull(8) ? posting.operId : static_cast<int>(select->integer(8));
     items[item].push_back(std::move(posting));
   }

@@ -102,6 +102,19 @@ int itemOf(const EntryRow& entry, int sign, int operId) {
   return operId;
 }
 
+ItemPosting itemPosting(const Statement& row) {
+  ItemPosting posting;
+  posting.entryId = static_cast<int>(row.integer(0));
+  posting.sign = static_cast<int>(row.integer(1));
+  posting.operId = static_cast<int>(row.integer(2));
+  posting.day = static_cast<int>(row.integer(3));
+  posting.sumLt = row.integer(4);
+  posting.cur = row.text(5);
+  posting.sumCur = row.integer(6);
+  posting.dimsetId = static_cast<int>(row.integer(7));
+  return posting;
+}
+
 std::vector<ItemPosting> readItem(Database& db, int accountId, int itemId) {
   std::vector<ItemPosting> postings;
   auto select = db.prepare(
@@ -109,16 +122,7 @@ std::vector<ItemPosting> readItem(Database& db, int accountId, int itemId) {
       " WHERE item_id = $1 AND account_id = $2 ORDER BY entry_id, sign DESC");
   select->bind(1, itemId).bind(2, accountId);
   while (select->step()) {
-    ItemPosting posting;
-    posting.entryId = static_cast<int>(select->integer(0));
-    posting.sign = static_cast<int>(select->integer(1));
-    posting.operId = static_cast<int>(select->integer(2));
-    posting.day = static_cast<int>(select->integer(3));
-    posting.sumLt = select->integer(4);
-    posting.cur = select->text(5);
-    posting.sumCur = select->integer(6);
-    posting.dimsetId = static_cast<int>(select->integer(7));
-    postings.push_back(std::move(posting));
+    postings.push_back(itemPosting(*select));
   }
   return postings;
 }

@@ -53,6 +53,9 @@ std::vector<ItemRow> itemRows(int itemId, const std::vector<ItemPosting>& postin
 // The item that a side of an entry of operation `operId` belongs to.
 int itemOf(const EntryRow& entry, int sign, int operId);
 
+// The posting in a row of: entry_id, sign, oper_id, day, sum_lt, cur, sum_cur, dimset_id, …
+ItemPosting itemPosting(const Statement& row);
+
 // Stored postings of an item on an account, ready for itemRows.
 std::vector<ItemPosting> readItem(Database& db, int accountId, int itemId);
 void dropItem(Database& db, int accountId, int itemId);

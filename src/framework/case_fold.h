@@ -22,7 +22,7 @@ inline bool isAsciiWord(std::uint64_t word) { return (word & 0x8080808080808080u
 // Upper case of eight bytes at once; bytes above 0x7F stay.
 inline std::uint64_t upperWord(std::uint64_t word) {
   const std::uint64_t low = word & 0x7F7F7F7F7F7F7F7Fu;
-  const std::uint64_t fromA = low + 0x1F1F1F1F1F1F1F1Fu;  // high bit: at least 'a'
+  const std::uint64_t fromA = low + 0x1F1F1F1F1F1F1F1Fu;   // high bit: at least 'a'
   const std::uint64_t aboveZ = low + 0x0505050505050505u;  // high bit: above 'z'
   const std::uint64_t lower = fromA & ~aboveZ & ~word & 0x8080808080808080u;
   return word ^ (lower >> 2);

@@ -51,7 +51,8 @@ bool secondsOf(int year, int month, int day, int hour, int minute, int second, s
       second > 59) {
     return false;
   }
-  out = sys_days(date).time_since_epoch().count() * kDaySeconds + hour * 3600 + minute * 60 + second;
+  out = sys_days(date).time_since_epoch().count() * kDaySeconds;
+  out += hour * 3600 + minute * 60 + second;
   return true;
 }
 

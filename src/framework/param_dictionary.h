@@ -16,7 +16,7 @@ namespace tolvex {
 
 class ParamDictionary : public Object {
  public:
-  void Add(std::string key, Variant value);           // existing key: RowSetError (DuplicateKey)
+  void Add(std::string key, Variant value);  // existing key: RowSetError (DuplicateKey)
   bool Exists(std::string_view key) const;
   const Variant* Find(std::string_view key) const;    // null when absent; valid until a change
   const Variant& Item(std::string_view key) const;    // absent key: RowSetError (UnknownKey)
@@ -36,8 +36,8 @@ class ParamDictionary : public Object {
   std::size_t find(std::string_view key) const;  // index into entries_ or npos
   void rehash(std::size_t buckets);
 
-  std::vector<Entry> entries_;         // in order of insertion; removed ones stay as dead places
-  std::vector<std::uint32_t> slots_;   // open addressing: index + 1, 0 free
+  std::vector<Entry> entries_;        // in order of insertion; removed ones stay as dead places
+  std::vector<std::uint32_t> slots_;  // open addressing: index + 1, 0 free
   std::size_t count_ = 0;
 };
 

@@ -19,7 +19,7 @@ class Parameters {
  public:
   Parameters& text(std::string_view value);
   Parameters& number(double value);
-  Parameters& date(DateTime value);        // as text, yyyy.mm.dd
+  Parameters& date(DateTime value);          // as text, yyyy.mm.dd
   Parameters& bare(std::string_view value);  // as it stands
   std::string str() const { return out_.empty() ? kNoParameters : out_; }
 

@@ -35,7 +35,7 @@ struct Condition {
   Compare compare;
   bool startsGroup;  // the groups are joined by OR, the conditions of one group by AND
   bool isText;
-  double number = 0;  // number, Boolean and date columns
+  double number = 0;   // number, Boolean and date columns
   std::string text{};  // text columns: as written for Equal and NotEqual, else folded or pattern
 
   // Bound to a pool: any one spelling of the text, kEmptyText when the pool has none.

@@ -10,11 +10,11 @@
 
 namespace tolvex {
 
-std::size_t length(std::string_view text);                                // in characters
-std::string left(std::string_view text, std::size_t count);               // first characters
-std::string mid(std::string_view text, std::size_t from1,                 // from1 counts from 1
+std::size_t length(std::string_view text);                   // in characters
+std::string left(std::string_view text, std::size_t count);  // first characters
+std::string mid(std::string_view text, std::size_t from1,    // from1 counts from 1
                 std::size_t count = std::string::npos);
-std::string CutToChars(std::string_view text, std::size_t count);         // the one rule for cutting
+std::string CutToChars(std::string_view text, std::size_t count);  // the one rule for cutting
 
 std::string trim(std::string_view text);
 std::string trimLeft(std::string_view text);

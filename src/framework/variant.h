@@ -80,8 +80,8 @@ class Variant {
     return IsObject() ? std::dynamic_pointer_cast<T>(AsObject()) : nullptr;
   }
 
-  // For messages and traces: absent reads as "", numbers in plain form with ".", dates as Text(), with the time
-  // when there is one.
+  // For messages and traces: absent reads as "", numbers in plain form with ".", dates as Text(),
+  // with the time when there is one.
   std::string Show() const;
 
   // Same state and same value; 1 and 1.0 are equal, sets and objects by identity.
