@@ -104,6 +104,11 @@ MainWindow::MainWindow(Workspace& workspace, ActGuard& guard)
   resize(kUsualSize.boundedTo(screen()->availableSize().expandedTo(QSize(1024, 700))));
 }
 
+bool MainWindow::fitsItsScreen() const {
+  const QSize room = screen()->availableSize();
+  return room.width() > width() && room.height() > height();
+}
+
 MainWindow::~MainWindow() { tabs_->disconnect(this); }
 
 void MainWindow::makeMenu() {

@@ -19,6 +19,8 @@ class MainWindow final : public QMainWindow {
   MainWindow(Workspace& workspace, ActGuard& guard);
   ~MainWindow() override;
 
+  bool fitsItsScreen() const;  // with room for the frame that a desktop puts around it
+
   FormWidget& tree() { return *tree_; }
   FormWidget& list() { return *list_; }
   FormWidget& add(ui::Form& form);  // a tab, brought to front

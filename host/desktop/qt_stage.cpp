@@ -75,7 +75,11 @@ void QtStage::bind(Workspace& workspace) {
   for (const auto& form : workspace.screens()) shown(*form);
   window_->showStatus(workspace.status());
   if (size_.isValid()) window_->resize(size_);
-  window_->show();
+  if (size_.isValid() || window_->fitsItsScreen()) {
+    window_->show();
+  } else {
+    window_->showMaximized();  // a frame of the desktop would push the status line out of sight
+  }
   settled();
 }
 
