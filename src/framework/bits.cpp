@@ -32,13 +32,21 @@ void Bits::clear() {
 }
 
 void Bits::set(std::size_t place, bool visible) {
-  const std::uint64_t word = words_[place / 64];
-  setWord(place / 64, visible ? word | bit(place) : word & ~bit(place));
+  std::uint64_t& word = words_[place / 64];
+  count_ += visible;
+  count_ -= test(place);
+  if (visible) {
+    word |= bit(place);
+    summary_[place / 64 / 64] |= bit(place / 64);
+  } else {
+    word &= ~bit(place);
+    if (word == 0) summary_[place / 64 / 64] &= ~bit(place / 64);
+  }
 }
 
 void Bits::setWord(std::size_t index, std::uint64_t word) {
   count_ += static_cast<std::size_t>(std::popcount(word));
-  count_ -= static_cast<std::size_t>(std::popcount(words_[index]));
+  if (words_[index] != 0) count_ -= static_cast<std::size_t>(std::popcount(words_[index]));
   words_[index] = word;
   if (word != 0) {
     summary_[index / 64] |= bit(index);

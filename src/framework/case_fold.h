@@ -17,6 +17,12 @@ inline std::uint64_t loadWord(const char* bytes) {
   return word;
 }
 
+inline std::uint64_t loadHalfWord(const char* bytes) {
+  std::uint32_t half;
+  std::memcpy(&half, bytes, sizeof half);
+  return half;
+}
+
 inline bool isAsciiWord(std::uint64_t word) { return (word & 0x8080808080808080u) == 0; }
 
 // Upper case of eight bytes at once; bytes above 0x7F stay.

@@ -2,9 +2,8 @@
 #include <cmath>
 #include <limits>
 
-#include "framework/recordset.h"
+#include "framework/cursor.h"
 #include "framework/rounding.h"
-#include "framework/table.h"
 #include "framework/text.h"
 
 namespace tolvex {
@@ -225,8 +224,9 @@ bool FieldList::contains(std::string_view name) const {
 }
 
 Field RowSet::operator[](std::string_view name) {
-  open();
-  return Field(*this, columnOf(name));
+  const int column = table_->schema().find(name);
+  if (column < 0 || !table_->isOpen()) failNoColumn(name);
+  return Field(*this, column);
 }
 
 }  // namespace tolvex

@@ -7,7 +7,8 @@
 //   literal    = number | "'" characters without a quote "'"
 //
 // Nothing is escaped, so a value with a quote in it makes the filter unreadable, never a wider one.
-#include "framework/case_fold.h"
+#include <algorithm>
+
 #include "framework/predicate.h"
 #include "framework/text.h"
 
@@ -15,9 +16,13 @@ namespace tolvex {
 
 namespace {
 
+constexpr std::size_t kUsualConditions = 4;
+
 struct Literal {
   std::string_view text;
   bool isQuoted;
+  bool isNumber;
+  double number;
 };
 
 bool isWordByte(char c) {
@@ -30,6 +35,7 @@ class FilterParser {
   FilterParser(std::string_view filter, const Schema& schema) : filter_(filter), schema_(schema) {}
 
   std::vector<Condition> parse() {
+    conditions_.reserve(kUsualConditions);
     do {
       parseTerm();
     } while (takeWord("OR"));
@@ -62,10 +68,11 @@ class FilterParser {
     return filter_.substr(at_, end - at_);
   }
 
-  bool takeWord(std::string_view word) {
+  bool takeWord(std::string_view word) {  // written in capitals
     skipBlanks();
     const std::string_view ahead = wordAhead();
-    if (ahead.size() != word.size() || !equalNoCase(ahead, word)) return false;
+    const auto same = [](char c, char capital) { return c == capital || c == capital + 0x20; };
+    if (!std::equal(ahead.begin(), ahead.end(), word.begin(), word.end(), same)) return false;
     at_ += ahead.size();
     return true;
   }
@@ -125,14 +132,15 @@ class FilterParser {
     if (takeSign('\'')) {
       const std::size_t end = filter_.find('\'', at_);
       if (end == std::string_view::npos) fail();
-      literal = {filter_.substr(at_, end - at_), true};
+      literal.text = filter_.substr(at_, end - at_);
+      literal.isQuoted = true;
       at_ = end + 1;
     } else {
       std::size_t end = at_;
       while (end < filter_.size() && filter_[end] != ' ' && filter_[end] != ')') ++end;
-      literal = {filter_.substr(at_, end - at_), false};
-      double number;
-      if (!parsePlainNumber(literal.text, number)) fail();
+      literal.text = filter_.substr(at_, end - at_);
+      literal.isNumber = parsePlainNumber(literal.text, literal.number);
+      if (!literal.isNumber) fail();
       at_ = end;
     }
     if (at_ < filter_.size() && peek() != ' ' && peek() != ')') fail();
@@ -164,6 +172,8 @@ class FilterParser {
       const auto moment = literal.isQuoted ? DateTime::Parse(literal.text) : std::nullopt;
       if (!moment) fail();
       condition.number = static_cast<double>(moment->Seconds());
+    } else if (literal.isNumber) {
+      condition.number = literal.number;
     } else if (!parsePlainNumber(literal.text, condition.number)) {
       fail();
     }

@@ -1,7 +1,6 @@
 #include "framework/predicate.h"
 
 #include <algorithm>
-#include <array>
 
 #include "framework/case_fold.h"
 #include "framework/text.h"
@@ -10,30 +9,19 @@ namespace tolvex {
 
 namespace {
 
-// One bit each: the form of a mask that compilers turn into wide instructions.
-constexpr auto kBit = [] {
-  std::array<std::uint64_t, 64> bits{};
-  for (std::size_t i = 0; i < 64; ++i) bits[i] = std::uint64_t{1} << i;
-  return bits;
-}();
-constexpr auto kHalfBit = [] {
-  std::array<std::uint32_t, 32> bits{};
-  for (std::size_t i = 0; i < 32; ++i) bits[i] = std::uint32_t{1} << i;
-  return bits;
-}();
+// One bit each. A plain array, half a word of it: in this form compilers make wide instructions of
+// the loops below.
+#define TOLVEX_FOUR_BITS(i) 1u << (i), 2u << (i), 4u << (i), 8u << (i)
+constexpr std::uint32_t kBit[32] = {
+    TOLVEX_FOUR_BITS(0),  TOLVEX_FOUR_BITS(4),  TOLVEX_FOUR_BITS(8),  TOLVEX_FOUR_BITS(12),
+    TOLVEX_FOUR_BITS(16), TOLVEX_FOUR_BITS(20), TOLVEX_FOUR_BITS(24), TOLVEX_FOUR_BITS(28)};
+#undef TOLVEX_FOUR_BITS
 
-template <class Test>
-std::uint64_t maskOf(const double* cells, Test test) {
-  std::uint64_t word = 0;
-  for (std::size_t i = 0; i < 64; ++i) word |= test(cells[i]) ? kBit[i] : 0;
-  return word;
-}
-
-template <class Test>
-std::uint64_t maskOf(const Symbol* cells, Test test) {
+template <class Cell, class Test>
+std::uint64_t maskOf(const Cell* cells, Test test) {
   std::uint32_t low = 0, high = 0;
-  for (std::size_t i = 0; i < 32; ++i) low |= test(cells[i]) ? kHalfBit[i] : 0;
-  for (std::size_t i = 0; i < 32; ++i) high |= test(cells[32 + i]) ? kHalfBit[i] : 0;
+  for (std::size_t i = 0; i < 32; ++i) low |= test(cells[i]) ? kBit[i] : 0u;
+  for (std::size_t i = 0; i < 32; ++i) high |= test(cells[32 + i]) ? kBit[i] : 0u;
   return std::uint64_t{high} << 32 | low;
 }
 
@@ -46,7 +34,9 @@ void narrow(const Cell* cells, std::uint32_t rows, std::uint64_t* mask, Test tes
   }
   if (rows % 64 == 0) return;
   std::uint64_t word = 0;
-  for (std::size_t i = 0; i < rows % 64; ++i) word |= test(cells[whole * 64 + i]) ? kBit[i] : 0;
+  for (std::size_t i = 0; i < rows % 64; ++i) {
+    word |= std::uint64_t{test(cells[whole * 64 + i])} << i;
+  }
   mask[whole] &= word;
 }
 
@@ -69,6 +59,18 @@ auto withNumberTest(const Condition& condition, Use use) {
     default:
       return use([v](double x) { return x >= v; });
   }
+}
+
+// Whether a text begins with a folded one; mostly told by the first letters.
+bool beginsWith(std::string_view text, std::string_view folded) {
+  for (std::size_t i = 0; i < folded.size(); ++i) {
+    const char c = text[i];
+    if (static_cast<unsigned char>(c) >= 0x80) {
+      return Folded(text.substr(i, folded.size() - i)).view() == folded.substr(i);
+    }
+    if ((c >= 'a' && c <= 'z' ? c - 0x20 : c) != folded[i]) return false;
+  }
+  return true;
 }
 
 bool isOrdered(int order, Compare compare) {
@@ -95,6 +97,31 @@ bool textPassesOnce(Condition& condition, const TextPool& pool, Symbol symbol) {
   std::uint8_t& known = condition.known[symbol];
   if (known == 0) known = textPasses(condition, pool.text(symbol)) ? 2 : 1;
   return known == 2;
+}
+
+// The answers are read without a branch, but for words with a text that was not tested yet.
+void narrowByText(Condition& condition, const TextPool& pool, const Symbol* cells,
+                  std::uint32_t rows, std::uint64_t* mask) {
+  if (condition.known.size() < pool.end()) {
+    narrow(cells, rows, mask, [&](Symbol x) { return textPassesOnce(condition, pool, x); });
+    return;
+  }
+  std::uint8_t* const known = condition.known.data();
+  known[kEmptyText] = known[kNullText] = 1;
+  for (std::uint32_t first = 0; first < rows; first += 64) {
+    const std::uint32_t count = std::min(rows - first, 64u);
+    std::uint64_t passing = 0;
+    bool allKnown = true;
+    for (std::uint32_t i = 0; i < count; ++i) {
+      const std::uint64_t answer = known[cells[first + i]];
+      passing |= answer / 2 << i;
+      allKnown &= answer != 0;
+    }
+    for (std::uint32_t i = 0; !allKnown && i < count; ++i) {
+      passing |= std::uint64_t{textPassesOnce(condition, pool, cells[first + i])} << i;
+    }
+    mask[first / 64] &= passing;
+  }
 }
 
 bool isSpelling(const Condition& condition, const TextPool& pool, Symbol symbol) {
@@ -143,7 +170,7 @@ bool Pattern::matches(std::string_view text) const {
   const std::string& front = pieces_.front();
   const std::string& back = pieces_.back();
   if (text.size() < front.size() + back.size()) return false;
-  if (Folded(text.substr(0, front.size())).view() != front) return false;
+  if (!beginsWith(text, front)) return false;
   text.remove_prefix(front.size());
   if (pieces_.size() == 2 && back.empty()) return true;
   const Folded folded(text);
@@ -227,9 +254,7 @@ void Predicate::scanGroup(const Table& table, std::size_t begin, std::size_t end
     } else if (isEquality(condition)) {
       narrowEquality(condition, table.pool(), table.symbols(column) + first, rows, mask);
     } else {
-      const TextPool& pool = table.pool();
-      narrow(table.symbols(column) + first, rows, mask,
-             [&](Symbol x) { return textPassesOnce(condition, pool, x); });
+      narrowByText(condition, table.pool(), table.symbols(column) + first, rows, mask);
     }
   }
 }

@@ -1,6 +1,6 @@
 #include "framework/recordset.h"
 
-#include "framework/table.h"
+#include "framework/cursor.h"
 #include "framework/text.h"
 #include "framework/view.h"
 
@@ -48,18 +48,11 @@ void RowSet::failNoRow() const {
   throw RowSetError(RowSetError::NoCurrentRow, "Nėra einamojo įrašo");
 }
 
-Table& RowSet::current() const {
-  if (!HasCurrent()) failNoRow();
-  return *table_;
-}
-
-bool RowSet::HasCurrent() const { return row_ < table_->size() && table_->alive(row_); }
+bool RowSet::HasCurrent() const { return hasRow(); }
 
 bool RowSet::IsOpen() const { return table_->isOpen(); }
 
-int RowSet::columnOf(std::string_view name) const {
-  const int column = table_->schema().find(name);
-  if (column >= 0) return column;
+void RowSet::failNoColumn(std::string_view name) const {
   open();
   throw RowSetError(RowSetError::UnknownColumn, "Nėra stulpelio \"" + std::string(name) + "\"");
 }
@@ -121,8 +114,8 @@ void RowSet::MoveLast() {
   place(previousVisible(kAfterLast));
 }
 
+// A set that is not open stands after its last row.
 void RowSet::MoveNext() {
-  open();
   if (row_ == kAfterLast) failNoRow();
   const std::uint32_t next = nextVisible(row_);
   if (next == Table::kNoRow && row_ == kBeforeFirst) failNoRow();
@@ -130,7 +123,6 @@ void RowSet::MoveNext() {
 }
 
 void RowSet::MovePrevious() {
-  open();
   if (row_ == kBeforeFirst) failNoRow();
   const std::uint32_t previous = previousVisible(row_);
   if (previous == Table::kNoRow && row_ == kAfterLast) failNoRow();
@@ -148,9 +140,11 @@ void RowSet::Move(std::ptrdiff_t rows) {
   }
 }
 
-bool RowSet::Eof() const { return row_ == kAfterLast ? (open(), true) : RecordCount() == 0; }
+bool RowSet::Eof() const { return row_ == kAfterLast ? (open(), true) : noneVisible(); }
 
-bool RowSet::Bof() const { return row_ == kBeforeFirst ? (open(), true) : RecordCount() == 0; }
+bool RowSet::Bof() const { return row_ == kBeforeFirst || (open(), noneVisible()); }
+
+bool RowSet::noneVisible() const { return (view_ ? view_->count() : table_->live()) == 0; }
 
 std::size_t RowSet::RecordCount() const { return view_ ? view_->count() : open().live(); }
 

@@ -186,11 +186,18 @@ class RowSet : public Object, public std::enable_shared_from_this<RowSet> {
   static constexpr std::uint32_t kBeforeFirst = 0xFFFFFFFE;
   static constexpr std::uint32_t kAfterLast = 0xFFFFFFFF;
 
+  // As Eof just after a move, which never stops on a hidden row.
+  bool isPastEnd() const { return row_ == kAfterLast; }
+  template <class Body>
+  friend void ForEachRow(RowSet& rows, Body body);
+
   static RowSetPtr over(std::shared_ptr<Table> table);
-  Table& open() const;     // throws NotOpen
+  Table& open() const;  // throws NotOpen
+  bool hasRow() const;
   Table& current() const;  // throws NoCurrentRow
+  bool noneVisible() const;
   [[noreturn]] void failNoRow() const;
-  int columnOf(std::string_view name) const;
+  [[noreturn]] void failNoColumn(std::string_view name) const;
   View& view();
   void place(std::uint32_t row);
   std::uint32_t nextVisible(std::uint32_t row) const;
@@ -209,7 +216,7 @@ class RowSet : public Object, public std::enable_shared_from_this<RowSet> {
 // `body` may edit and delete the current row; it must not move the cursor.
 template <class Body>
 void ForEachRow(RowSet& rows, Body body) {
-  for (rows.MoveFirst(); !rows.Eof(); rows.MoveNext()) body(rows);
+  for (rows.MoveFirst(); !rows.isPastEnd(); rows.MoveNext()) body(rows);
 }
 
 // Remembers filter and place of a set and restores them at the end of the scope.

@@ -1,20 +1,8 @@
 #include "framework/schema.h"
 
-#include "framework/case_fold.h"
-
 namespace tolvex {
 
 namespace {
-
-std::uint64_t loadHalf(const char* bytes) {
-  std::uint32_t half;
-  std::memcpy(&half, bytes, sizeof half);
-  return half;
-}
-
-std::uint64_t byteAt(std::string_view name, std::size_t index) {
-  return static_cast<unsigned char>(name[index]);
-}
 
 CellKind kindOf(FieldType type) {
   switch (type) {
@@ -30,45 +18,19 @@ CellKind kindOf(FieldType type) {
 
 bool sameAscii(std::string_view a, std::string_view b) {
   const auto up = [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 0x20) : c; };
+  if (a.size() != b.size()) return false;
   for (std::size_t i = 0; i < a.size(); ++i) {
     if (up(a[i]) != up(b[i])) return false;
   }
-  return a.size() == b.size();
+  return true;
 }
 
 }  // namespace
 
-Schema::Name Schema::nameOf(std::string_view name) {
-  const std::size_t size = name.size();
-  std::uint64_t head = 0, tail = 0;
-  if (size >= 8) {
-    head = loadWord(name.data());
-    tail = loadWord(name.data() + size - 8);
-  } else if (size >= 4) {
-    head = loadHalf(name.data());
-    tail = loadHalf(name.data() + size - 4);
-  } else if (size > 0) {
-    head = byteAt(name, 0) | byteAt(name, size / 2) << 8 | byteAt(name, size - 1) << 16;
-  }
-  return {upperWord(head), upperWord(tail), static_cast<std::uint32_t>(size), -1};
-}
-
-std::size_t Schema::bucketOf(const Name& name, std::size_t mask) {
-  const std::uint64_t hash =
-      (name.head ^ name.tail * 0x9E3779B97F4A7C15u ^ name.size) * 0xBF58476D1CE4E5B9u;
-  return static_cast<std::size_t>(hash >> 32) & mask;
-}
-
-int Schema::find(std::string_view name) const {
-  if (names_.empty()) return -1;
-  const Name wanted = nameOf(name);
+int Schema::search(std::string_view name, const Name& wanted) const {
   const std::size_t mask = names_.size() - 1;
-  for (std::size_t at = bucketOf(wanted, mask); names_[at].column >= 0; at = (at + 1) & mask) {
-    const Name& entry = names_[at];
-    if (entry.head == wanted.head && entry.tail == wanted.tail && entry.size == wanted.size &&
-        (wanted.size <= 16 || sameAscii(columns_[std::size_t(entry.column)].name, name))) {
-      return entry.column;
-    }
+  for (std::size_t at = bucketOf(wanted); names_[at].column >= 0; at = (at + 1) & mask) {
+    if (sameAscii(columns_[std::size_t(names_[at].column)].name, name)) return names_[at].column;
   }
   return -1;
 }
@@ -77,7 +39,7 @@ void Schema::enter(int column) {
   Name name = nameOf(columns_[std::size_t(column)].name);
   name.column = column;
   const std::size_t mask = names_.size() - 1;
-  std::size_t at = bucketOf(name, mask);
+  std::size_t at = bucketOf(name);
   while (names_[at].column >= 0) at = (at + 1) & mask;
   names_[at] = name;
 }

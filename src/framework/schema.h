@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "framework/case_fold.h"
 #include "framework/recordset.h"
 
 namespace tolvex {
@@ -47,7 +48,15 @@ class Schema {
   // Fixes the layout; no column can be added from here on.
   void seal();
 
-  int find(std::string_view name) const;  // -1 when there is none
+  // -1 when there is none. The spelling of the declaration is found soonest.
+  int find(std::string_view name) const {
+    if (names_.empty()) return -1;
+    const Name wanted = nameOf(name);
+    const Name& entry = names_[bucketOf(wanted)];
+    const bool isWhole = entry.head == wanted.head && entry.tail == wanted.tail &&
+                         entry.size == wanted.size && wanted.size <= 16;
+    return isWhole && entry.column >= 0 ? entry.column : search(name, wanted);
+  }
   const Column& operator[](std::size_t index) const { return columns_[index]; }
   Column& operator[](std::size_t index) { return columns_[index]; }
   std::size_t size() const { return columns_.size(); }
@@ -56,14 +65,35 @@ class Schema {
   bool sealed() const { return sealed_; }
 
  private:
-  // The first and last eight bytes in one case: whole for names up to sixteen characters.
+  // The first and last eight bytes: the whole of a name up to sixteen.
   struct Name {
     std::uint64_t head, tail;
     std::uint32_t size;
     std::int32_t column;  // -1 free
   };
-  static Name nameOf(std::string_view name);
-  static std::size_t bucketOf(const Name& name, std::size_t mask);
+  static Name nameOf(std::string_view name) {
+    const std::size_t size = name.size();
+    const char* const text = name.data();
+    std::uint64_t head = 0, tail = 0;
+    if (size >= 8) {
+      head = loadWord(text);
+      tail = loadWord(text + size - 8);
+    } else if (size >= 4) {
+      head = loadHalfWord(text);
+      tail = loadHalfWord(text + size - 4);
+    } else {
+      for (const char c : name) head = head << 8 | static_cast<unsigned char>(c);
+    }
+    return {head, tail, static_cast<std::uint32_t>(size), -1};
+  }
+  // The same for all spellings of a name: the bit that tells the case of a letter is left out.
+  std::size_t bucketOf(const Name& name) const {
+    constexpr std::uint64_t kCaseBits = 0x2020202020202020u;
+    const std::uint64_t hash = (name.head | kCaseBits) * 0x9E3779B97F4A7C15u +
+                               (name.tail | kCaseBits) * 0xBF58476D1CE4E5B9u + name.size;
+    return static_cast<std::size_t>(hash >> 40) & (names_.size() - 1);
+  }
+  int search(std::string_view name, const Name& wanted) const;
   void enter(int column);
 
   std::vector<Column> columns_;

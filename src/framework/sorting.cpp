@@ -16,14 +16,7 @@ struct Item {
   std::uint32_t row;
 };
 
-constexpr std::size_t kFewRows = 256;  // below, comparing beats counting
-constexpr int kDigitBits = 11;
-constexpr int kDigits = (64 + kDigitBits - 1) / kDigitBits;
-constexpr std::size_t kDigitValues = std::size_t{1} << kDigitBits;
-
-std::size_t digitOf(std::uint64_t key, int digit) {
-  return static_cast<std::size_t>(key >> (digit * kDigitBits)) & (kDigitValues - 1);
-}
+constexpr std::size_t kFewRows = 64;  // below, comparing beats counting
 
 // A whole number that orders as the double does; absent is 0, below all numbers.
 std::uint64_t orderedBits(double x) {
@@ -51,8 +44,15 @@ std::vector<std::uint32_t> textRanks(const Table& table, const Symbol* cells) {
   return ranks;
 }
 
+// Counting sort digit by digit; digits of more bits pay once they are fewer than the rows.
+template <int kBits>
 void radixSort(std::vector<Item>& items) {
-  std::vector<std::array<std::uint32_t, kDigitValues>> counts(kDigits);
+  constexpr int kDigits = (64 + kBits - 1) / kBits;
+  constexpr std::size_t kValues = std::size_t{1} << kBits;
+  const auto digitOf = [](std::uint64_t key, int digit) {
+    return static_cast<std::size_t>(key >> (digit * kBits)) & (kValues - 1);
+  };
+  std::vector<std::array<std::uint32_t, kValues>> counts(kDigits);
   for (const Item& item : items) {
     for (int d = 0; d < kDigits; ++d) ++counts[std::size_t(d)][digitOf(item.key, d)];
   }
@@ -71,8 +71,10 @@ void sortItems(std::vector<Item>& items) {
   if (items.size() < kFewRows) {
     std::stable_sort(items.begin(), items.end(),
                      [](const Item& a, const Item& b) { return a.key < b.key; });
+  } else if (items.size() < 8192) {
+    radixSort<8>(items);
   } else {
-    radixSort(items);
+    radixSort<11>(items);
   }
 }
 

@@ -42,9 +42,10 @@ void Table::grow() {
       std::memcpy(slab.get() + column.offset * wider, slab_.get() + column.offset * capacity_,
                   width * size_);
     }
-    std::memcpy(slab.get() + schema_->rowBytes() * wider, states(), size_);
+    std::memcpy(slab.get() + schema_->rowBytes() * wider, states_, size_);
   }
   slab_ = std::move(slab);
+  states_ = reinterpret_cast<std::uint8_t*>(slab_.get() + schema_->rowBytes() * wider);
   capacity_ = wider;
 }
 
@@ -56,7 +57,7 @@ std::uint32_t Table::append(RowState state) {
     const Column& column = (*schema_)[i];
     if (column.kind != CellKind::Nested) write(column, row, absentCell(column, stored));
   }
-  states()[row] = static_cast<std::uint8_t>(state);
+  states_[row] = static_cast<std::uint8_t>(state);
   ++live_;
   noneFrom_ = size_;
   if (!stored) ++pending_;
@@ -82,7 +83,7 @@ void Table::set(int column, std::uint32_t row, Cell cell, bool loading) {
   const Column& c = (*schema_)[std::size_t(column)];
   const Cell before = this->cell(c, row);
   if (!loading && state(row) == RowState::Unchanged) {
-    states()[row] = static_cast<std::uint8_t>(RowState::Changed);
+    states_[row] = static_cast<std::uint8_t>(RowState::Changed);
     ++pending_;
   }
   if (before == cell) return;
@@ -105,14 +106,14 @@ void Table::remove(std::uint32_t row) {
   switch (state(row)) {
     case RowState::Added:
     case RowState::Deleted:
-      states()[row] = kGone;
+      states_[row] = kGone;
       --pending_;
       break;
     case RowState::Unchanged:
       ++pending_;
       [[fallthrough]];
     case RowState::Changed:
-      states()[row] = static_cast<std::uint8_t>(RowState::Deleted);
+      states_[row] = static_cast<std::uint8_t>(RowState::Deleted);
       if (alive(row)) return;
       break;
   }

@@ -57,8 +57,8 @@ class Table {
 
   std::uint32_t size() const { return size_; }  // places, dead ones included
   std::uint32_t live() const { return live_; }
-  RowState state(std::uint32_t row) const { return static_cast<RowState>(states()[row]); }
-  bool alive(std::uint32_t row) const { return states()[row] < deadFrom_; }
+  RowState state(std::uint32_t row) const { return static_cast<RowState>(states_[row]); }
+  bool alive(std::uint32_t row) const { return states_[row] < deadFrom_; }
   // The live row at or after, at or before a place; size() or kNoRow when there is none.
   std::uint32_t firstLive() const;
   std::uint32_t lastLive() const;
@@ -76,9 +76,6 @@ class Table {
   }
   const Symbol* symbols(const Column& column) const {
     return reinterpret_cast<const Symbol*>(slab_.get() + column.offset * capacity_);
-  }
-  const std::uint8_t* states() const {
-    return reinterpret_cast<const std::uint8_t*>(slab_.get() + schema_->rowBytes() * capacity_);
   }
   Cell cell(const Column& column, std::uint32_t row) const {
     return column.kind == CellKind::Number ? bitsOf(numbers(column)[row]) : symbols(column)[row];
@@ -126,9 +123,6 @@ class Table {
     std::vector<std::uint8_t> scans;
   };
 
-  std::uint8_t* states() {
-    return reinterpret_cast<std::uint8_t*>(slab_.get() + schema_->rowBytes() * capacity_);
-  }
   void write(const Column& column, std::uint32_t row, Cell cell);
   void grow();
   void changedBeyondLog();
@@ -137,6 +131,7 @@ class Table {
   std::shared_ptr<Schema> schema_;
   std::shared_ptr<TextPool> pool_;
   std::unique_ptr<std::byte[]> slab_;
+  std::uint8_t* states_ = nullptr;  // the last column of the slab
   std::uint32_t size_ = 0;
   std::uint32_t capacity_ = 0;
   std::uint32_t live_ = 0;

@@ -21,10 +21,10 @@ bool Table::anyNestedPending() const {
 
 void Table::cancel() {
   for (std::uint32_t row = 0; row < size_; ++row) {
-    if (states()[row] == kGone || state(row) == RowState::Unchanged) continue;
+    if (states_[row] == kGone || state(row) == RowState::Unchanged) continue;
     const bool wasAlive = alive(row);
     if (state(row) == RowState::Added) {
-      states()[row] = kGone;
+      states_[row] = kGone;
       --live_;
       continue;
     }
@@ -32,7 +32,7 @@ void Table::cancel() {
       const Cell* kept = originals_->find(static_cast<int>(i), row);
       if (kept != nullptr) write((*schema_)[i], row, *kept);
     }
-    states()[row] = static_cast<std::uint8_t>(RowState::Unchanged);
+    states_[row] = static_cast<std::uint8_t>(RowState::Unchanged);
     if (!wasAlive) ++live_;
   }
   pending_ = 0;
@@ -45,12 +45,12 @@ void Table::cancel() {
 
 void Table::accept() {
   for (std::uint32_t row = 0; row < size_; ++row) {
-    if (states()[row] == kGone) continue;
+    if (states_[row] == kGone) continue;
     if (state(row) == RowState::Deleted) {
       if (alive(row)) --live_;
-      states()[row] = kGone;
+      states_[row] = kGone;
     } else {
-      states()[row] = static_cast<std::uint8_t>(RowState::Unchanged);
+      states_[row] = static_cast<std::uint8_t>(RowState::Unchanged);
     }
   }
   pending_ = 0;
@@ -65,7 +65,7 @@ std::shared_ptr<Table> Table::changes() const {
   auto copy = std::make_shared<Table>(schema_, pool_);
   copy->deadFrom_ = kGone;
   for (std::uint32_t row = 0; row < size_; ++row) {
-    if (states()[row] == kGone) continue;
+    if (states_[row] == kGone) continue;
     if (state(row) != RowState::Unchanged || nestedPending(row)) copy->copyRow(*this, row);
   }
   return copy;
@@ -86,7 +86,7 @@ void Table::copyRow(const Table& from, std::uint32_t row) {
     if (cell != original) set(number, added, cell, false);
   }
   if (state == RowState::Changed && this->state(added) == RowState::Unchanged) {
-    states()[added] = static_cast<std::uint8_t>(state);  // every cell is as it was again
+    states_[added] = static_cast<std::uint8_t>(state);  // every cell is as it was again
     ++pending_;
   }
   if (state == RowState::Deleted) {

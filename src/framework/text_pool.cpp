@@ -82,14 +82,13 @@ Symbol TextPool::intern(std::string_view text) {
     } while (spelling != known);
   }
   const Symbol added = end();
-  Entry entry{keep(text), static_cast<std::uint32_t>(text.size()), hash, added};
+  entries_.push_back({keep(text), static_cast<std::uint32_t>(text.size()), hash});
   if (known != kEmptyText) {
-    std::swap(entry.nextSpelling, entries_[known - kFirstText].nextSpelling);
-    entries_.push_back(entry);
+    spellings_[added] = nextSpelling(known);
+    spellings_[known] = added;
     return added;
   }
-  if ((distinct_ + 1) * 2 > slots_.size()) grow();
-  entries_.push_back(entry);
+  if ((distinct_ + 1) * 3 > slots_.size() * 2) grow();
   const std::size_t mask = slots_.size() - 1;
   std::size_t at = hash & mask;
   while (slots_[at] != kEmptyText) at = (at + 1) & mask;
@@ -128,7 +127,7 @@ void TextPool::grow() {
 
 std::size_t TextPool::bytes() const {
   return sizeof *this + kept_ + entries_.capacity() * sizeof(Entry) +
-         slots_.capacity() * sizeof(Symbol);
+         slots_.capacity() * sizeof(Symbol) + spellings_.size() * 4 * sizeof(void*);
 }
 
 }  // namespace tolvex

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <memory>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace tolvex {
@@ -28,7 +29,11 @@ class TextPool {
   // Some spelling equal to `text` without case, or kEmptyText when there is none.
   Symbol findNoCase(std::string_view text) const;
   // The next spelling of the same text; a text with one spelling is its own next.
-  Symbol nextSpelling(Symbol symbol) const { return entries_[symbol - kFirstText].nextSpelling; }
+  Symbol nextSpelling(Symbol symbol) const {
+    if (spellings_.empty()) return symbol;
+    const auto found = spellings_.find(symbol);
+    return found == spellings_.end() ? symbol : found->second;
+  }
   // "" for the absent states.
   std::string_view text(Symbol symbol) const {
     if (symbol < kFirstText) return {};
@@ -44,13 +49,13 @@ class TextPool {
     const char* data;
     std::uint32_t size;
     std::uint32_t hash;  // of the folded text
-    Symbol nextSpelling;
   };
   Symbol findFolded(std::string_view text, std::uint32_t hash) const;
   const char* keep(std::string_view text);
   void grow();
 
   std::vector<Entry> entries_;
+  std::unordered_map<Symbol, Symbol> spellings_;  // the next one, where there are several
   std::vector<Symbol> slots_;  // open addressing: one spelling of each folded text, 0 free
   std::vector<std::unique_ptr<char[]>> chunks_;
   char* free_ = nullptr;

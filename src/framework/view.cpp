@@ -52,6 +52,8 @@ void View::build() {
 
 void View::scan() {
   const bool anyDead = table_.live() != table_.size();
+  // All rows together fill the same places in any order.
+  const bool isInRowOrder = rank_.empty() || (predicate_.empty() && !anyDead);
   constexpr std::uint32_t kBlock = Predicate::kBlockWords * 64;
   std::uint64_t found[Predicate::kBlockWords];
   for (std::uint32_t first = 0; first < table_.size(); first += kBlock) {
@@ -65,14 +67,10 @@ void View::scan() {
     }
     for (std::size_t w = 0; w < words; ++w) {
       const auto base = static_cast<std::uint32_t>(first + w * 64);
-      for (std::uint64_t rest = anyDead ? found[w] : 0; rest != 0; rest &= rest - 1) {
-        const int i = std::countr_zero(rest);
-        if (!table_.alive(base + static_cast<std::uint32_t>(i))) {
-          found[w] &= ~(std::uint64_t{1} << i);
-        }
-      }
-      if (rank_.empty()) {
-        if (found[w] != 0) bits_.setWord(base / 64, found[w]);
+      if (anyDead) found[w] &= liveOf(base, found[w]);
+      if (found[w] == 0) continue;
+      if (isInRowOrder) {
+        bits_.setWord(base / 64, found[w]);
         continue;
       }
       for (std::uint64_t rest = found[w]; rest != 0; rest &= rest - 1) {
@@ -80,6 +78,16 @@ void View::scan() {
       }
     }
   }
+}
+
+// Of the rows `rows` of one word those that are not deleted.
+std::uint64_t View::liveOf(std::uint32_t first, std::uint64_t rows) const {
+  std::uint64_t live = 0;
+  for (; rows != 0; rows &= rows - 1) {
+    const int i = std::countr_zero(rows);
+    live |= std::uint64_t{table_.alive(first + static_cast<std::uint32_t>(i))} << i;
+  }
+  return live;
 }
 
 void View::follow() {

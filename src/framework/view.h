@@ -45,6 +45,7 @@ class View {
   void follow();
   void build();
   void scan();
+  std::uint64_t liveOf(std::uint32_t first, std::uint64_t rows) const;
   void growToTable();
   bool visible(std::uint32_t row) {
     return table_.alive(row) && (predicate_.empty() || predicate_.test(table_, row));
