@@ -327,6 +327,7 @@ class Round {
     for (std::size_t i = 0; i < set_->Fields().size(); ++i) {
       ordinals[set_->Fields()[i].Name()] = int(i);
     }
+    // A row of a record set gives all its cells, so SQLite gives all of its columns too.
     double byName = 0, byOrdinal = 0, byMap = 0, bySql = 0;
     RowSet& set = *set_;
     const auto t =

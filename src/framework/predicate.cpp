@@ -118,7 +118,9 @@ void narrowByText(Condition& condition, const TextPool& pool, const Symbol* cell
       allKnown &= answer != 0;
     }
     for (std::uint32_t i = 0; !allKnown && i < count; ++i) {
-      passing |= std::uint64_t{textPassesOnce(condition, pool, cells[first + i])} << i;
+      std::uint8_t& answer = known[cells[first + i]];
+      if (answer == 0) answer = textPasses(condition, pool.text(cells[first + i])) ? 2 : 1;
+      passing |= std::uint64_t{answer} / 2 << i;
     }
     mask[first / 64] &= passing;
   }

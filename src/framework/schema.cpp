@@ -28,8 +28,7 @@ bool sameAscii(std::string_view a, std::string_view b) {
 }  // namespace
 
 int Schema::search(std::string_view name, const Name& wanted) const {
-  const std::size_t mask = names_.size() - 1;
-  for (std::size_t at = bucketOf(wanted); names_[at].column >= 0; at = (at + 1) & mask) {
+  for (std::size_t at = bucketOf(wanted); names_[at].column >= 0; at = (at + 1) & mask_) {
     if (sameAscii(columns_[std::size_t(names_[at].column)].name, name)) return names_[at].column;
   }
   return -1;
@@ -38,9 +37,8 @@ int Schema::search(std::string_view name, const Name& wanted) const {
 void Schema::enter(int column) {
   Name name = nameOf(columns_[std::size_t(column)].name);
   name.column = column;
-  const std::size_t mask = names_.size() - 1;
   std::size_t at = bucketOf(name);
-  while (names_[at].column >= 0) at = (at + 1) & mask;
+  while (names_[at].column >= 0) at = (at + 1) & mask_;
   names_[at] = name;
 }
 
@@ -53,6 +51,7 @@ void Schema::append(std::string_view name, FieldType type, int size, int attribu
       {std::string(name), type, kindOf(type), size, attributes, 0, 0, std::move(nested)});
   if (columns_.size() * 4 > names_.size()) {
     names_.assign(std::bit_ceil(columns_.size() * 4), Name{0, 0, 0, -1});
+    mask_ = names_.size() - 1;
     for (std::size_t i = 0; i < columns_.size(); ++i) enter(static_cast<int>(i));
   } else {
     enter(static_cast<int>(columns_.size()) - 1);

@@ -50,7 +50,7 @@ class Schema {
 
   // -1 when there is none. The spelling of the declaration is found soonest.
   int find(std::string_view name) const {
-    if (names_.empty()) return -1;
+    if (columns_.empty()) return -1;
     const Name wanted = nameOf(name);
     const Name& entry = names_[bucketOf(wanted)];
     const bool isWhole = entry.head == wanted.head && entry.tail == wanted.tail &&
@@ -91,13 +91,14 @@ class Schema {
     constexpr std::uint64_t kCaseBits = 0x2020202020202020u;
     const std::uint64_t hash = (name.head | kCaseBits) * 0x9E3779B97F4A7C15u +
                                (name.tail | kCaseBits) * 0xBF58476D1CE4E5B9u + name.size;
-    return static_cast<std::size_t>(hash >> 40) & (names_.size() - 1);
+    return static_cast<std::size_t>(hash >> 40) & mask_;
   }
   int search(std::string_view name, const Name& wanted) const;
   void enter(int column);
 
   std::vector<Column> columns_;
-  std::vector<Name> names_;
+  std::vector<Name> names_;  // open addressing
+  std::size_t mask_ = 0;
   std::size_t rowBytes_ = 0;
   std::size_t nestedCount_ = 0;
   bool sealed_ = false;
