@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <utility>
 
 #include "tests/support/rows.h"
 
@@ -272,6 +273,35 @@ TEST(RowSetSort, IsTakenOnce) {
   EXPECT_EQ(column(*rows, "N"), "1 7 9");
   rows->SetSort("");
   EXPECT_EQ(column(*rows, "N"), "7 9 1");
+}
+
+// Long sets are sorted digit by digit: negative and absent numbers, equal ones in their order.
+TEST(RowSetSort, LongSetsByNumber) {
+  for (const int count : {63, 64, 1000, 20000}) {
+    SCOPED_TRACE(count);
+    const RowSetPtr rows = rowsOf("N:int|SumA:double\n");
+    for (int i = 0; i < count; ++i) {
+      rows->LoadRow();
+      (*rows)["N"] = i;
+      if (i % 10 != 0) (*rows)["SumA"] = static_cast<double>(i * 7919 % 1013 - 500) / 100;
+    }
+    for (const char* sort : {"SumA", "SumA DESC"}) {
+      rows->SetSort(sort);
+      const bool isFalling = std::string(sort) != "SumA";
+      std::pair<double, double> before{isFalling ? 1e9 : -1e10, -1};
+      std::size_t seen = 0;
+      ForEachRow(*rows, [&](RowSet& row) {
+        const double sum = row["SumA"].IsNull() ? -1e9 : row["SumA"].Number();
+        ASSERT_TRUE(isFalling ? sum <= before.first : sum >= before.first);
+        if (sum == before.first) {
+          ASSERT_GT(row["N"].Number(), before.second);
+        }
+        before = {sum, row["N"].Number()};
+        ++seen;
+      });
+      EXPECT_EQ(seen, static_cast<std::size_t>(count));
+    }
+  }
 }
 
 constexpr ColumnSpec kSide[] = {{"Sign", FieldType::SmallInt}, {"Code", FieldType::Text, 10}};
