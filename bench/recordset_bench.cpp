@@ -490,7 +490,7 @@ int run(bool quick) {
   report("Clone", big.clone / small.clone, 2, "", false);
   std::printf("\nAn operation of 5 entries and 25 rows in 15 nested sets\n");
   const double made = alternate({[] { operation(); }}, seconds)[0];
-  report("filled, microseconds", made * 1e6, 40, "us", false);
+  report("filled, microseconds", made * 1e6, 20, "us", false);
   return missed == 0 ? 0 : 1;
 }
 
