@@ -2,7 +2,6 @@
 
 #include <chrono>
 #include <ctime>
-#include <filesystem>
 #include <utility>
 
 #include "host/objects/frm_login.h"
@@ -38,10 +37,7 @@ void Program::observe(Observer observer) {
   faults_.setInner(observer_(*session_));
 }
 
-std::string Program::booksName() const {
-  const bool file = options_.place.find("://") == std::string::npos;
-  return file ? std::filesystem::path(options_.place).filename().string() : options_.place;
-}
+std::string Program::booksName() const { return store::booksName(options_.place); }
 
 std::unique_ptr<Workspace> Program::open(Stage& stage, Playground& playground) {
   stage_ = &stage;

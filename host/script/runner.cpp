@@ -30,6 +30,8 @@ ScratchBooks::ScratchBooks(const std::string& original) {
       store::NewBooks what;
       what.demoCompany = true;
       store::createBooks(place_, what);
+    } else if (store::isPostgresUrl(original)) {
+      store::backupBooks(*store::Database::open(original, {}), place_);
     } else {
       std::filesystem::copy_file(original, place_);
     }

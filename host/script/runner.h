@@ -17,7 +17,8 @@ struct Scenario {
 // Throws std::runtime_error with a text for the user.
 Scenario readScenario(const std::string& file);
 
-// A copy of books that goes with this object: of a file, or the demo company made anew.
+// A copy of books that goes with this object, always in a file: of others, or of the demo company
+// made anew.
 class ScratchBooks {
  public:
   explicit ScratchBooks(const std::string& original);  // "" makes the demo company

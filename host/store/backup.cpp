@@ -106,6 +106,7 @@ BooksError explained(const std::string& file, const DatabaseError& error) {
   if (error.kind == Kind::Damaged) return problem(file, "failas sugadintas arba tai ne kopija.");
   if (error.kind == Kind::Full) return problem(file, "diske nebėra vietos.");
   if (error.kind == Kind::Busy) return problem(file, "duomenų bazę užrakino kita programa.");
+  if (error.kind == Kind::NoPlace) return problem(file, "nėra tokio aplanko arba teisės į jį.");
   return problem(file, error.what());
 }
 

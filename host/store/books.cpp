@@ -15,10 +15,13 @@ using Kind = DatabaseError::Kind;
 
 // Somebody who waits for his books to open is told sooner than somebody who saves.
 constexpr int kOpeningWaitMs = 2000;
+constexpr const char* kUnknownServer = "nežinomas serveris, adresas prasideda „postgresql://“.";
 
 BooksError problem(const std::string& place, const std::string& what) {
-  return BooksError("„" + place + "“: " + what);
+  return BooksError("„" + shownPlace(place) + "“: " + what);
 }
+
+std::string engineText(const DatabaseError& error) { return std::string("(") + error.what() + ")"; }
 
 // What an engine's failure means to the person who opens or makes books.
 BooksError explained(const std::string& place, const DatabaseError& error) {
@@ -32,14 +35,23 @@ BooksError explained(const std::string& place, const DatabaseError& error) {
     case Kind::Damaged:
       return problem(place, "failas sugadintas arba tai ne buhalterijos duomenų bazė.");
     case Kind::Lost:
-      return problem(
-          place, "nepavyko prisijungti prie duomenų bazės serverio: " + std::string(error.what()));
+      return problem(place, "duomenų bazės serveris neatsako. " + engineText(error));
+    case Kind::Refused:
+      return problem(place,
+                     "serveris neprileido prie duomenų bazės: ji turi būti sukurta iš anksto, "
+                     "vardas ir slaptažodis teisingi. " +
+                         engineText(error));
+    case Kind::NoPlace:
+      return isPostgresUrl(place)
+                 ? problem(place, "klaidingas duomenų bazės adresas. " + engineText(error))
+                 : problem(place, "nėra tokio aplanko arba teisės į jį.");
     default:
       return problem(place, error.what());
   }
 }
 
 void checkFile(const std::string& place) {
+  if (place.find("://") != std::string::npos) throw problem(place, kUnknownServer);
   std::error_code error;
   const fs::file_status status = fs::status(place, error);
   if (!fs::exists(status)) throw problem(place, "tokio failo nėra.");
@@ -74,10 +86,14 @@ void removeFile(const std::string& file) {
 // Seed, then the demo company, whose operations are saved by the first user.
 void initAndFill(std::unique_ptr<Database> db, const NewBooks& what) {
   initBooks(*db, what);
-  if (what.demoCompany) fillDemo(*openSession(std::move(db), "admin", ""));
+  if (!what.demoCompany) return;
+  const auto session = openSession(std::move(db), "admin", "");
+  fillDemo(*session);
+  generateDemo(session->db(), what.operations, what.progress);
 }
 
 void createFile(const std::string& place, const NewBooks& what) {
+  if (place.find("://") != std::string::npos) throw problem(place, kUnknownServer);
   std::error_code error;
   if (fs::exists(place, error)) throw problem(place, "toks failas jau yra.");
   const std::string unfinished = place + ".new";
@@ -86,6 +102,7 @@ void createFile(const std::string& place, const NewBooks& what) {
     Database::Options options;
     options.create = true;
     initAndFill(Database::open(unfinished, options), what);
+    if (fs::exists(place, error)) throw problem(place, "toks failas jau yra.");
     fs::rename(unfinished, place);
   } catch (const fs::filesystem_error& renaming) {
     removeFile(unfinished);
@@ -97,6 +114,21 @@ void createFile(const std::string& place, const NewBooks& what) {
 }
 
 }  // namespace
+
+std::string shownPlace(const std::string& place) {
+  const std::size_t begin = place.find("://");
+  if (begin == std::string::npos) return place;
+  std::string shown = place.substr(0, place.find('?'));
+  const std::size_t host = begin + 3;
+  const std::size_t at = shown.find_last_of('@');
+  if (at != std::string::npos && at > host) shown.erase(host, at + 1 - host);
+  return shown;
+}
+
+std::string booksName(const std::string& place) {
+  return place.find("://") == std::string::npos ? fs::path(place).filename().string()
+                                                : shownPlace(place);
+}
 
 void initBooks(Database& db, const NewBooks&, const Session::ClockFunction&) {
   Transaction transaction(db, Transaction::For::Exclusive);

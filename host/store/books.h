@@ -21,8 +21,15 @@ class BooksError : public std::runtime_error {
 
 using Progress = std::function<bool(std::string_view what, double share)>;  // false: stop
 
+// The place for messages and titles: an address without the name, password and settings in it.
+std::string shownPlace(const std::string& place);
+// The same, short: of a file its name alone.
+std::string booksName(const std::string& place);
+
 struct NewBooks {
   bool demoCompany = false;  // firms, accounts, rates and the worked operations
+  int operations = 0;        // so many generated ones more, over the demo company
+  Progress progress = {};
 };
 // Makes schema and seed in one transaction on an empty place. A file appears whole or not at all.
 void createBooks(const std::string& place, const NewBooks& what);

@@ -30,6 +30,8 @@ class DatabaseError : public std::runtime_error {
     ReadOnly,
     Damaged,  // the file is no database or is corrupt
     Lost,     // the connection is gone
+    Refused,  // the server answers but lets nobody in: no such database, wrong name or password
+    NoPlace,  // the file cannot be opened: no such folder, or no right to it; an unreadable address
     Other,
   };
   DatabaseError(Kind kind, const std::string& text) : std::runtime_error(text), kind(kind) {}

@@ -36,12 +36,24 @@ std::string trimmed(const char* text) {
   return out;
 }
 
+// A failed connection carries no state code; whether a server answers at all can be asked.
+Kind kindOfFailedConnection(const std::string& url) {
+  switch (PQping(url.c_str())) {
+    case PQPING_OK:
+      return Kind::Refused;
+    case PQPING_NO_ATTEMPT:  // the address cannot be read
+      return Kind::NoPlace;
+    default:
+      return Kind::Lost;
+  }
+}
+
 class Connection {
  public:
   Connection(const std::string& url, int busyMilliseconds)
       : handle_(PQconnectdb(url.c_str())), busyMilliseconds_(busyMilliseconds) {
     if (PQstatus(handle_) != CONNECTION_OK) {
-      const DatabaseError error(Kind::Lost, trimmed(PQerrorMessage(handle_)));
+      const DatabaseError error(kindOfFailedConnection(url), trimmed(PQerrorMessage(handle_)));
       PQfinish(handle_);
       throw error;
     }

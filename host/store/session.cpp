@@ -38,6 +38,8 @@ HostResult answerTo(const DatabaseError& error) {
       return {kEngine, "Duomenų bazė sugadinta: " + std::string(error.what()), {}};
     case Kind::Lost:
       return {kEngine, "Ryšys su duomenų baze nutrūko: " + std::string(error.what()), {}};
+    case Kind::Refused:
+    case Kind::NoPlace:
     case Kind::Check:
     case Kind::Other:
       break;

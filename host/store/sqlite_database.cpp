@@ -39,6 +39,8 @@ Kind kindOfError(int extended) {
     case SQLITE_NOTADB:
     case SQLITE_CORRUPT:
       return Kind::Damaged;
+    case SQLITE_CANTOPEN:
+      return Kind::NoPlace;
     default:
       return Kind::Other;
   }

@@ -1,15 +1,17 @@
 // Verbs on a company's books as a whole: new, verify, backup, restore.
-#include <filesystem>
+#include <unistd.h>
+
+#include <charconv>
 #include <iostream>
 
 #include "host/store/books.h"
-#include "host/store/demo.h"
 #include "host/verbs/verbs.h"
 
 namespace tolvex::verbs {
 namespace {
 
 constexpr const char* kAdministrator = "admin";
+constexpr int kMostOperations = 100'000'000;
 
 // Books are opened as the administrator without a password, or with --user and --password.
 const std::map<std::string, std::string> kLogin = {{"--user", "yes"}, {"--password", "yes"}};
@@ -19,30 +21,47 @@ std::unique_ptr<store::Session> open(const Arguments& arguments) {
                           arguments.value("--password"));
 }
 
-bool showProgress(std::string_view what, double share) {
-  static int shown = -1;
-  const int percent = static_cast<int>(share * 100);
-  if (percent != shown) std::cerr << '\r' << what << ' ' << percent << " %  " << std::flush;
-  shown = percent;
-  return true;
+// On a terminal the share that is done, over and over in one line; in a log it would be noise.
+store::Progress progressOnTerminal() {
+  if (!isatty(STDERR_FILENO)) return {};
+  return [shown = -1](std::string_view what, double share) mutable {
+    const int percent = static_cast<int>(share * 100);
+    if (percent != shown) std::cerr << "\r\x1b[K" << what << ' ' << percent << " %" << std::flush;
+    shown = percent;
+    return true;
+  };
+}
+
+int operationCount(const std::string& word) {
+  int count = 0;
+  const char* const end = word.data() + word.size();
+  const auto read = std::from_chars(word.data(), end, count);
+  if (read.ec != std::errc() || read.ptr != end || count < 1 || count > kMostOperations)
+    throw UsageError("Netinkamas operacijų skaičius: " + word);
+  return count;
 }
 
 }  // namespace
 
 int newBooks(const Words& words) {
-  const Arguments arguments = parse(words, {{"--demo", "maybe"}});
-  wordCount(arguments, 1, 1);
-  const std::string& place = arguments.words[0];
+  Arguments arguments = parse(words, {{"--demo", "maybe"}});
   store::NewBooks what;
   what.demoCompany = arguments.has("--demo");
-  store::createBooks(place, what);
-  const std::string count = arguments.value("--demo");
-  if (!count.empty()) {
-    const auto session = store::openBooks(place, kAdministrator, "");
-    store::generateDemo(session->db(), std::atoi(count.c_str()), showProgress);
-    std::cerr << '\n';
+  std::string count = arguments.value("--demo");
+  if (what.demoCompany && count.empty() && arguments.words.size() == 2) {
+    // What follows the place can only be meant as the number.
+    count = arguments.words.back();
+    arguments.words.pop_back();
   }
-  std::cout << "Sukurta: " << place << '\n';
+  wordCount(arguments, 1, 1);
+  if (!count.empty()) {
+    what.operations = operationCount(count);
+    what.progress = progressOnTerminal();
+  }
+  const std::string& place = arguments.words[0];
+  store::createBooks(place, what);
+  if (what.progress) std::cerr << '\n';
+  std::cout << "Sukurta: " << store::shownPlace(place) << '\n';
   return EXIT_SUCCESS;
 }
 

@@ -1,5 +1,4 @@
 // The window: for a person, and for a script that is shown.
-#include <filesystem>
 #include <iostream>
 
 #include "host/desktop/desktop.h"
@@ -64,7 +63,7 @@ int desktop(const Words& words, const std::string& modulePath) {
   window.open = [&](DesktopStage& stage) -> std::unique_ptr<Workspace> {
     // Named with --user he comes straight in when that opens the books; else he is asked.
     const bool named = arguments.has("--user");
-    const std::string name = std::filesystem::path(options.place).filename().string();
+    const std::string name = store::booksName(options.place);
     const bool in = named && tryOpen(options.login, options.password).empty();
     if (!in && !askLogin(stage, name, options.login, tryOpen)) return nullptr;
     return program->open(stage, stage);

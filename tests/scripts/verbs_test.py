@@ -4,6 +4,7 @@ import shutil
 import subprocess
 import sys
 import tempfile
+import time
 import unittest
 from pathlib import Path
 
@@ -35,7 +36,9 @@ class Verbs(unittest.TestCase):
     def test_wrong_usage_ends_with_2_and_tells_how(self):
         for words in [(), ("new",), ("verify",), ("verify", "a", "b"), ("new", "a", "--fast"),
                       ("call", "a"), ("run", "a.lua", "--today"), ("backup", "a"),
-                      ("run", "a.lua", "--user", "x", "--user", "y")]:
+                      ("run", "a.lua", "--user", "x", "--user", "y"),
+                      *[("new", "a", "--demo", count)
+                        for count in ("abc", "-5", "0", "12x", "99999999999")]]:
             with self.subTest(words=words):
                 result = tolvex(*words)
                 self.assertEqual(result.returncode, 2, result.stderr)
@@ -70,6 +73,23 @@ class Verbs(unittest.TestCase):
         result = tolvex("new", self.books)
         self.assertEqual(result.returncode, 1)
         self.assertEqual(before, self.books.read_bytes())
+
+    def test_generated_books_appear_whole_or_not_at_all(self):
+        books = self.folder / "generated.tolvex"
+        making = subprocess.Popen([PROGRAM, "new", books, "--demo", "200000"],
+                                  stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True)
+        unfinished = books.with_name(books.name + ".new")
+        for _ in range(200):
+            if unfinished.exists() and unfinished.stat().st_size > 1_000_000:
+                break
+            time.sleep(0.05)
+        making.terminate()
+        self.assertEqual(making.communicate()[1], "", "no progress into a log")
+        self.assertLess(making.returncode, 0, "it was stopped on its way")
+        self.assertFalse(books.exists())
+        self.assertEqual(tolvex("new", books, "--demo", "300").returncode, 0)
+        self.assertEqual(tolvex("verify", books).returncode, 0)
+        self.assertEqual([path.name for path in self.folder.glob("generated*")], [books.name])
 
     def test_a_stranger_does_not_come_in(self):
         result = tolvex("verify", self.books, "--user", "nobody")
