@@ -52,7 +52,7 @@ double median(std::vector<double> values) {
 double residentPeak() {
   std::ifstream status("/proc/self/status");
   for (std::string line; std::getline(status, line);)
-    if (line.starts_with("VmHWM:")) return std::stod(line.substr(6)) / 1024;
+    if (line.starts_with("VmHWM:")) return std::atof(line.c_str() + 6) / 1024;
   return 0;
 }
 
@@ -181,7 +181,7 @@ Figures inChild(const std::string& program, std::vector<std::string> words) {
   Figures figures;
   for (const std::string& line : split(text, '\n'))
     if (const auto blank = line.find(' '); blank != std::string::npos)
-      figures[line.substr(0, blank)] = std::stod(line.substr(blank + 1));
+      figures[line.substr(0, blank)] = std::atof(line.c_str() + blank + 1);
   return figures;
 }
 
