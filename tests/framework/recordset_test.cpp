@@ -477,6 +477,18 @@ TEST(RowSetLife, OpensAndCloses) {
   EXPECT_EQ(errorOf([&] { rows->Eof(); }), RowSetError::NotOpen);
 }
 
+TEST(RowSetLife, AViewThatPointsNowhereIsATextOfNoLength) {
+  const RowSetPtr rows = RowSet::make();
+  rows->Fields().Append("Info", FieldType::Text, 10);
+  rows->Open();
+  for (int i = 0; i < 2; ++i) {
+    rows->AddNew();
+    (*rows)["Info"] = std::string_view();
+  }
+  rows->SetFilter("Info = ''");
+  EXPECT_EQ(rows->RecordCount(), 2u);
+}
+
 TEST(RowSetLife, LongNamesAreTold) {
   const RowSetPtr rows = RowSet::make();
   rows->Fields().Append("TradeOperationTypeCode", FieldType::Text, 10);
