@@ -9,6 +9,7 @@
 namespace tolvex {
 
 Answer DialogService::message(const Message& message) {
+  host_.noteInterruption();
   Message shown = message;
   if (!shown.title) shown.title = host_.title();
   // A box must offer its own default.

@@ -56,7 +56,12 @@ void frmList::show(const ListSource& source) {
   source_ = source;
   filter_.clear();
   txtFind.text = "";
+  // Should the reading fail, rows of the node before must not stand under this one's name.
+  narrowed_ = false;
+  all_.clear();
+  groups_.clear();
   lvwObjects.current = -1;
+  lvwObjects.setRows({});
   read();
 }
 
@@ -77,7 +82,7 @@ void frmList::read() {
   const auto ui = host().objects().kind(source_.kind);
   const bool byLevel = source_.kind == kOperationGroups;
   const RowSetPtr set = ui->GetVXObjectList(byLevel ? source_.parent : "", "", "");
-  if (!set) return;
+  if (!set) return showHead();
   lvwObjects.columns = viewColumns(columns());
   auto rows = objectRows(*set, columns(), host().numbers(), ui->GetIconsTable());
   const KindView* view = kindView(source_.kind);

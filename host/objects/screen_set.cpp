@@ -58,7 +58,14 @@ void ScreenSet::show(std::shared_ptr<ui::Form> form) {
   }
   open_.push_back(form);
   form->markOpen(true);
-  form->opened();
+  try {
+    form->opened();
+  } catch (...) {  // half filled and not on the stage: nobody could work with it or close it
+    form->markOpen(false);
+    std::erase(open_, form);
+    closed_.push_back(form);
+    throw;
+  }
   if (!form->isOpen()) {  // gave up while opening and was never on the stage
     std::erase(open_, form);
     closed_.push_back(form);

@@ -2,10 +2,7 @@
 
 namespace tolvex {
 
-Answer show(HostContext& host, const Message& message) {
-  host.noteInterruption();
-  return host.dialogs().message(message);
-}
+Answer show(HostContext& host, const Message& message) { return host.dialogs().message(message); }
 
 void warn(HostContext& host, std::string text) {
   Message message;

@@ -193,7 +193,7 @@ class HostContext {
   unsigned interruptions_ = 0;
 };
 
-// A message box, noted as an interruption.
+// A message box.
 Answer show(HostContext& host, const Message& message);
 
 // A message box with an exclamation mark and the host's title.

@@ -9,6 +9,7 @@
 #include "host/script/headless_stage.h"
 #include "host/script/program.h"
 #include "host/script/runner.h"
+#include "platform/input.h"
 
 namespace tolvex {
 namespace {
@@ -22,8 +23,9 @@ class Card final : public ui::Form {
   bool mayClose() override { return agrees; }
   void opened() override {
     if (closesAtOnce) close();
+    if (fails) throw std::runtime_error("lost");
   }
-  bool agrees = true, closesAtOnce = false;
+  bool agrees = true, closesAtOnce = false, fails = false;
   ui::TextBox txtName{this, "txtName"};
 
  private:
@@ -110,6 +112,52 @@ TEST_F(WorkspaceTest, WhatAHandlerThrowsIsTold) {
       workspace_->gesture([]() -> std::string { throw RowSetError(RowSetError::BadFilter, "x"); });
   EXPECT_EQ(why, "failed: x");
   EXPECT_EQ(boxes_, std::vector<std::string>{"Klaida!\r\nx"});
+}
+
+TEST_F(WorkspaceTest, AScreenThatFailsWhileOpeningIsNotLeftBehind) {
+  const auto broken = card("O02015005");
+  broken->fails = true;
+  const auto act = [&] {
+    host().screens().show(broken);
+    return std::string();
+  };
+  EXPECT_EQ(workspace_->gesture(act), "failed: lost");
+  EXPECT_FALSE(broken->isOpen());
+  EXPECT_TRUE(workspace_->screens().empty());
+  const auto sound = card("O02015005");  // the object can be opened again
+  host().screens().show(sound);
+  EXPECT_EQ(workspace_->current(), sound.get());
+}
+
+TEST_F(WorkspaceTest, AnyBoxInterruptsTheActBehindIt) {
+  const auto form = card("O02015005");
+  ui::Button save{form.get(), "cmdSave"};
+  bool saved = false;
+  form->txtName.onLeave = [&] {
+    Message box;
+    box.text = "Bloga reikšmė!";
+    host().dialogs().message(box);
+  };
+  save.onClick = [&] { saved = true; };
+  form->setFocus(form->txtName);
+  EXPECT_EQ(ui::Input(*form).click(save), "dropped: a message was shown");
+  EXPECT_FALSE(saved);
+}
+
+TEST_F(WorkspaceTest, AListThatCannotBeReadDoesNotShowTheOneBefore) {
+  auto& tree = dynamic_cast<ui::TreeView&>(*workspace_->tree().find("tvwLayout"));
+  auto& list = dynamic_cast<ui::ListView&>(*workspace_->list().find("lvwObjects"));
+  const std::string full = tree.current();  // groups of documents, as after every start
+  for (int call = 1; call <= 4; ++call) {   // the list itself is one of the first calls
+    tree.current = full;
+    tree.onChange();
+    ASSERT_FALSE(list.rows().empty());
+    program_->faults().arm(call, 1299, "lost");
+    tree.current = std::string("O02014002");  // a group without documents
+    tree.onChange();
+    EXPECT_TRUE(list.rows().empty()) << call;
+    program_->faults().arm(0, kDone, "");
+  }
 }
 
 TEST_F(WorkspaceTest, WorkPutOffWaitsForTheBoxAboveIt) {

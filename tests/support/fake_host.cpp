@@ -22,6 +22,7 @@ void runPutOff(ui::Form& form) {
 }  // namespace
 
 Answer FakeDialogs::message(const Message& message) {
+  host_.noteInterruption();
   shown.push_back(message);
   if (message.buttons == Buttons::Ok) return Answer::Ok;
   if (answers.empty()) {

@@ -21,6 +21,7 @@ namespace tolvex::test {
 
 class FakeDialogs final : public Dialogs {
  public:
+  explicit FakeDialogs(HostContext& host) : host_(host) {}
   Answer message(const Message& message) override;
   std::optional<std::string> input(std::string prompt, std::string title,
                                    std::string initial) override;
@@ -38,6 +39,9 @@ class FakeDialogs final : public Dialogs {
   std::vector<std::string> filtersShown;
 
   std::vector<std::string> takeTexts();  // texts of `shown`, which is emptied
+
+ private:
+  HostContext& host_;
 };
 
 class FakeScreens final : public Screens {
@@ -179,7 +183,7 @@ class FakeHost final : public HostContext {
   FakeWorkplace workplace_;
   FakeClock clock_;
   FakePump pump_;
-  FakeDialogs dialogs_;
+  FakeDialogs dialogs_{*this};
   FakePickers pickers_;
   FakeHelp help_;
   std::shared_ptr<FakeBusinessObject> store_;
