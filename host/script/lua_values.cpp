@@ -1,5 +1,6 @@
 #include "host/script/lua_values.h"
 
+#include <cmath>
 #include <new>
 
 #include "framework/param_dictionary.h"
@@ -169,8 +170,8 @@ void pushValue(lua_State* lua, const Variant& value) {
     lua_pushboolean(lua, value.AsBool());
   } else if (value.IsNumber()) {
     const double number = value.AsDouble();
-    const auto whole = static_cast<lua_Integer>(number);
-    if (static_cast<double>(whole) == number)
+    lua_Integer whole = 0;
+    if (lua_numbertointeger(std::trunc(number), &whole) && static_cast<double>(whole) == number)
       lua_pushinteger(lua, whole);
     else
       lua_pushnumber(lua, number);
