@@ -11,6 +11,7 @@
 #include <QScrollBar>
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <cstring>
 #include <fstream>
 #include <map>
