@@ -219,7 +219,7 @@ void QtStage::idle() {
   }
   try {
     if (workspace_) {
-      workspace_->idle();
+      if (workspace_->idle()) settled();
     } else if (ui::Form* form = modalForm()) {
       for (const ui::Handler& work : form->takeLater()) work();
     }

@@ -1,6 +1,7 @@
 #include "host/objects/frm_list.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "framework/references.h"
 #include "framework/text.h"
@@ -13,6 +14,13 @@ namespace {
 constexpr std::string_view kOperationGroups = "O0201400";
 constexpr const char* kDelete = "Panaikinti";
 constexpr const char* kPeriod = "Peržiūros nustatymai";
+
+constexpr std::size_t kFirstPage = 200, kPage = 2500;
+
+// The rows that follow a reference, as the store is asked for them.
+std::string pageAfter(int id, std::size_t rows) {
+  return "page:" + std::to_string(id) + ";" + std::to_string(rows);
+}
 
 bool makesNew(const MenuEntry& entry) {
   return entry.enabled && ui::withoutAccessKey(entry.caption).starts_with("Nauja");
@@ -42,7 +50,7 @@ const char* frmList::picture() const {
 lblPlace | >> | txtFind | cmdPeriod | cmdNew
 lblFilter cmdAll
 lvwObjects>
-lblCount
+lblCount>
 )";
 }
 
@@ -62,29 +70,71 @@ void frmList::show(const ListSource& source) {
   groups_.clear();
   lvwObjects.current = -1;
   lvwObjects.setRows({});
-  read();
+  pageable() ? readFirst() : read();
+}
+
+bool frmList::pageable() const { return source_.kind == kOperationGroups && !source_.common; }
+
+RowSetPtr frmList::ask(const std::string& page) {
+  const bool byLevel = source_.kind == kOperationGroups;
+  const auto ui = host().objects().kind(source_.kind);
+  return ui->GetVXObjectList(byLevel ? source_.parent : "", "", page);
+}
+
+std::vector<ObjectRow> frmList::shownRows(RowSet& set, const std::vector<ListColumn>& columns) {
+  const auto ui = host().objects().kind(source_.kind);
+  return objectRows(set, columns, host().numbers(), ui->GetIconsTable());
+}
+
+void frmList::readFirst() {
+  nextPage_.clear();
+  const RowSetPtr set = ask(pageAfter(0, kFirstPage));
+  if (!set) return showHead();
+  lvwObjects.columns = viewColumns(columns());
+  auto rows = shownRows(*set, columns());
+  if (rows.size() == kFirstPage) nextPage_ = pageAfter(idOf(rows.back().row.key), kPage);
+  fill(std::move(rows));
+}
+
+void frmList::readOn() {
+  if (!unfinished()) return;
+  const RowSetPtr set = ask(std::exchange(nextPage_, std::string()));
+  if (!set) return;
+  auto rows = shownRows(*set, columns());
+  if (rows.size() == kPage) nextPage_ = pageAfter(idOf(rows.back().row.key), kPage);
+  std::vector<ui::Row>& shown = lvwObjects.edit();
+  for (ObjectRow& next : rows) {
+    if (next.group || familyCode(next.row.key) == kOperationGroups)
+      groups_.emplace_back(next.row.key, next.parent);
+    shown.push_back(std::move(next.row));
+  }
+  lvwObjects.touch();
+  showCount();
+}
+
+void frmList::finish() {
+  while (unfinished()) readOn();
 }
 
 void frmList::showRows(RowSet& rows, const std::string& filter) {
   filter_ = filter;
+  nextPage_.clear();
   txtFind.text = "";
   lvwObjects.current = -1;
-  const auto ui = host().objects().kind(source_.kind);
   // A filter over a kind of groups brings groups, over documents documents.
   const bool operations = rows.Fields().contains("DateD");
   const auto& shown = operations ? operationColumns() : columns();
   lvwObjects.columns = viewColumns(shown);
-  fill(objectRows(rows, shown, host().numbers(), ui->GetIconsTable()));
+  fill(shownRows(rows, shown));
 }
 
 void frmList::read() {
   if (source_.kind.empty() || !filter_.empty()) return;
-  const auto ui = host().objects().kind(source_.kind);
-  const bool byLevel = source_.kind == kOperationGroups;
-  const RowSetPtr set = ui->GetVXObjectList(byLevel ? source_.parent : "", "", "");
+  nextPage_.clear();
+  const RowSetPtr set = ask("");
   if (!set) return showHead();
   lvwObjects.columns = viewColumns(columns());
-  auto rows = objectRows(*set, columns(), host().numbers(), ui->GetIconsTable());
+  auto rows = shownRows(*set, columns());
   const KindView* view = kindView(source_.kind);
   if (view && view->grouping == Grouping::Tree) {
     // What lies right below the chosen group; the group itself is not its own content.
@@ -135,6 +185,7 @@ void frmList::fill(std::vector<ObjectRow> rows) {
 }
 
 void frmList::narrow() {
+  finish();
   const std::string text = trim(txtFind.text());
   if (!narrowed_) all_ = std::move(lvwObjects.edit());
   narrowed_ = !text.empty();
@@ -160,6 +211,10 @@ void frmList::showHead() {
   const auto fresh = std::find_if(entries.begin(), entries.end(), makesNew);
   cmdNew.visible = fresh != entries.end();
   if (fresh != entries.end()) cmdNew.caption = fresh->caption;
+  showCount();
+}
+
+void frmList::showCount() {
   lblCount.caption = "Eilučių: " + std::to_string(lvwObjects.rows().size());
 }
 

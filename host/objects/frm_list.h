@@ -22,7 +22,11 @@ class frmList final : public ui::Form {
   void show(const ListSource& source);
   // Rows of a filter command in place of the list.
   void showRows(RowSet& rows, const std::string& filter);
-  void read();  // again; the current row stays current while it exists
+  void read();  // again, as a whole; the current row stays current while it exists
+  // A long list of documents stands with its first page. The rest follows page by page while the
+  // user does nothing, and at once when he looks for something.
+  bool unfinished() const { return !nextPage_.empty(); }
+  void readOn();
   const ListSource& source() const { return source_; }
 
   ui::Label lblPlace{this, "lblPlace", ""};
@@ -36,7 +40,13 @@ class frmList final : public ui::Form {
 
  private:
   const std::vector<ListColumn>& columns() const;
+  bool pageable() const;
+  RowSetPtr ask(const std::string& page);
+  std::vector<ObjectRow> shownRows(RowSet& set, const std::vector<ListColumn>& columns);
+  void readFirst();
+  void finish();
   void fill(std::vector<ObjectRow> rows);
+  void showCount();
   void narrow();
   std::string filterInWords() const;
   void showHead();
@@ -53,6 +63,7 @@ class frmList final : public ui::Form {
   std::string filter_;        // text of the filter command whose rows are shown, or ""
   std::vector<ui::Row> all_;  // every row, while txtFind narrows the list
   bool narrowed_ = false;
+  std::string nextPage_;                                     // to be read, or ""
   std::vector<std::pair<std::string, std::string>> groups_;  // references of groups, their parents
   ObjectMenu menu_{*this};
 };

@@ -183,6 +183,8 @@ struct Workspace::Impl final : HostContext, ObjectTree, Navigator {
       listStale = false;
       listForm->read();
       readStatus();
+    } else {
+      listForm->readOn();
     }
   }
 
@@ -262,15 +264,16 @@ bool Workspace::closeAll() {
   const auto open = impl_->screenSet.open();
   for (auto form = open.rbegin(); form != open.rend(); ++form)
     if ((*form)->isOpen() && !close(**form)) return false;
-  idle();
+  (void)idle();
   return true;
 }
 
-void Workspace::idle() {
+bool Workspace::idle() {
   (void)gesture([this] {
     impl_->idle();
     return std::string();
   });
+  return impl_->listForm->unfinished() && !impl_->screenSet.modal();
 }
 
 std::string Workspace::gesture(const std::function<std::string()>& act) {

@@ -42,7 +42,8 @@ class Workspace {
   bool closeAll();
   // To be called once a loop is idle, also inside a modal one: runs work put off by forms; outside
   // of modal calls it also drops closed screens and reads stale lists again.
-  void idle();
+  // True when more waits for the next time, such as the rest of a long list.
+  bool idle();
   // Every act of the user passes through here: what a handler throws becomes the box "Klaida!" with
   // the description, and the screen stays. Gives back what the act gives (see platform/input.h).
   std::string gesture(const std::function<std::string()>& act);

@@ -61,7 +61,9 @@ bool report(const Engine& engine, const Scenario& scenario, std::ostream& out) {
 }
 
 void idle(Program& program) {
-  if (program.isOpen()) program.workspace().idle();
+  // A script finds a long list whole.
+  while (program.isOpen() && program.workspace().idle()) {
+  }
 }
 
 bool runScenario(Program& program, const Scenario& scenario, std::ostream& out) {

@@ -5,6 +5,7 @@
 #include "host/store/oper_record.h"
 #include "host/store/oper_save.h"
 #include "host/store/record_table.h"
+#include "host/store/sql.h"
 
 namespace tolvex::store {
 
@@ -81,20 +82,45 @@ class OperationHandler final : public RecordHandler {
   void erase(Session& session, std::string_view, int id) const override {
     eraseOperation(session, id);
   }
-  // 'group','filter','from','to': the operations of a group in a period; with no group those of all
-  // groups that the filter lets through.
+  // 'group','filter','from','to','page': the operations of a group in a period; with no group those
+  // of all groups that the filter lets through. A page goes without a filter.
   RowSetPtr list(Session& session, std::string_view,
                  std::span<const std::string> arguments) const override {
     const std::string group = arguments.empty() ? "" : arguments[0];
     const std::string filter = arguments.size() > 1 ? arguments[1] : "";
+    const int from = dayOr(arguments, 2, 0), to = dayOr(arguments, 3, 99999999);
+    const auto page = arguments.size() > 4 ? readListPage(arguments[4]) : std::nullopt;
+    if (page && isRef(group)) return listPage(session.db(), idOf(group), from, to, *page);
     const char* where = isRef(group) ? "WHERE o.group_id = $3 AND o.day BETWEEN $1 AND $2"
                                      : "WHERE o.day BETWEEN $1 AND $2";
     auto select = session.db().prepare(std::string(kListSql) + where + " ORDER BY o.id");
-    select->bind(1, dayOr(arguments, 2, 0)).bind(2, dayOr(arguments, 3, 99999999));
+    select->bind(1, from).bind(2, to);
     if (isRef(group)) select->bind(3, idOf(group));
+    return finishList(allRows(*select), filter);
+  }
+
+ private:
+  static RowSetPtr allRows(Statement& select) {
     OperationRows rows;
-    while (select->step()) rows.load(*select);
-    return finishList(rows.set(), filter);
+    while (select.step()) rows.load(select);
+    return rows.set();
+  }
+  // A list that is too long is refused with its first page, as it would be as a whole.
+  static RowSetPtr listPage(Database& db, int group, int from, int to, const ListPage& page) {
+    if (page.after == 0) {
+      const auto count =
+          integerFrom(db, "SELECT COUNT(*) FROM oper WHERE group_id = $1 AND day BETWEEN $2 AND $3",
+                      group, from, to);
+      refuseLongList(static_cast<std::size_t>(count.value_or(0)));
+    }
+    // The ids come from the index of groups and days alone.
+    auto select = bound(db,
+                        std::string(kListSql) +
+                            "WHERE o.id IN (SELECT id FROM oper WHERE group_id = $1"
+                            " AND day BETWEEN $2 AND $3 AND id > $4 ORDER BY id LIMIT $5)"
+                            " ORDER BY o.id",
+                        group, from, to, page.after, page.rows);
+    return finishList(allRows(*select), "");
   }
 };
 

@@ -36,6 +36,24 @@ std::vector<std::string> listArguments(std::string_view first, std::string_view 
   return out;
 }
 
+void refuseLongList(std::size_t rows) {
+  if (rows > kLongestList) {
+    throw Refusal(kWrongParameters,
+                  "Sąrašas per ilgas, susiaurinkite laikotarpį arba atrankos sąlygą!");
+  }
+}
+
+std::optional<ListPage> readListPage(std::string_view argument) {
+  constexpr std::string_view kSign = "page:";
+  if (!argument.starts_with(kSign)) return std::nullopt;
+  const auto parts = split(argument.substr(kSign.size()), ';');
+  double after = 0, rows = 0;
+  if (parts.size() != 2 || !parsePlainNumber(parts[0], after) ||
+      !parsePlainNumber(parts[1], rows) || rows < 1)
+    throw Refusal(kWrongParameters, "Klaidingas sąrašo puslapis: " + std::string(argument));
+  return ListPage{static_cast<int>(after), static_cast<int>(rows)};
+}
+
 RowSetPtr finishList(RowSetPtr rows, std::string_view filter) {
   if (!trim(filter).empty()) {
     try {
@@ -45,10 +63,7 @@ RowSetPtr finishList(RowSetPtr rows, std::string_view filter) {
                                           std::string(kLineBreak) + error.what());
     }
   }
-  if (rows->RecordCount() > kLongestList) {
-    throw Refusal(kWrongParameters,
-                  "Sąrašas per ilgas, susiaurinkite laikotarpį arba atrankos sąlygą!");
-  }
+  refuseLongList(rows->RecordCount());
   if (rows->RecordCount() > 0) rows->MoveFirst();
   return rows;
 }

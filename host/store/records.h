@@ -4,6 +4,7 @@
 // Refusal; the session rolls back.
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -49,5 +50,15 @@ inline constexpr ColumnSpec kListColumns[] = {
 // Narrows a list by a filter text. A list that is longer than a tree can show is refused (1207).
 RowSetPtr finishList(RowSetPtr rows, std::string_view filter);
 inline constexpr std::size_t kLongestList = 100000;
+void refuseLongList(std::size_t rows);
+
+// A part of a list in the order of its ids: at most `rows` that follow the id `after`.
+struct ListPage {
+  int after = 0;
+  int rows = 0;
+};
+// From "page:after;rows"; nothing when the argument is no page, refused (1207) when it is a bad
+// one.
+std::optional<ListPage> readListPage(std::string_view argument);
 
 }  // namespace tolvex::store

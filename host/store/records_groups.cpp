@@ -105,7 +105,8 @@ class GroupRecords final : public MappedRecords {
   using MappedRecords::MappedRecords;
 
   // 'from','to','parent','filter', or 'parent','filter': below the parent ("": the roots). A filter
-  // without a parent looks through all groups.
+  // without a parent looks through all groups. Operations of a parent may be asked for page by
+  // page, then without a filter; its groups stand on the last one.
   RowSetPtr list(Session& session, std::string_view kind,
                  std::span<const std::string> arguments) const override {
     Asked asked = readArguments(arguments);
@@ -117,8 +118,10 @@ class GroupRecords final : public MappedRecords {
         listWhere(session, kind, condition, asked.parent != 0 ? &asked.parent : nullptr);
     const RecordHandler* const operations = recordHandler(kOperation);
     if (asked.parent == 0 || !operations) return finishList(groups, asked.filter);
-    const std::string below[] = {refOf(kind, asked.parent), "", asked.from, asked.to};
+    const std::string below[] = {refOf(kind, asked.parent), "", asked.from, asked.to, asked.page};
     const RowSetPtr rows = operations->list(session, kOperation, below);
+    const auto page = readListPage(asked.page);
+    if (page && rows->RecordCount() == static_cast<std::size_t>(page->rows)) return rows;
     appendRows(*rows, *groups);
     return finishList(rows, asked.filter);
   }
@@ -126,7 +129,7 @@ class GroupRecords final : public MappedRecords {
  private:
   struct Asked {
     int parent = 0;
-    std::string filter, from, to;
+    std::string filter, from, to, page;
   };
   static Asked readArguments(std::span<const std::string> arguments) {
     Asked asked;
@@ -137,6 +140,8 @@ class GroupRecords final : public MappedRecords {
         (asked.from.empty() ? asked.from : asked.to) = text;
       } else if (text.starts_with("O0201400") && isRef(text)) {
         asked.parent = idOf(text);
+      } else if (readListPage(text)) {
+        asked.page = text;
       } else if (text != "O0201400") {
         asked.filter = text;
       }

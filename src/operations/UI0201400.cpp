@@ -144,14 +144,16 @@ MenuAction UI0201400::openGroup(const std::string& id, const std::string& clicke
 // --- list and objects
 // ------------------------------------------------------------------------------
 
-RowSetPtr UI0201400::GetVXObjectList(std::string parent, std::string filter1, std::string) {
+RowSetPtr UI0201400::GetVXObjectList(std::string parent, std::string filter1, std::string page) {
   HostContext& host = hostContext();
   const ViewPeriod period = host.workplace().oldPeriod(kGroupKind);
   const DateTime from = period.byRange ? period.from : host.clock().today().AddDays(-period.days);
   const std::string to = period.byRange ? period.to.Text() : "9999.12.31";
   const std::string below = isRef(parent) ? parent : std::string();
-  return inner().GetVXObjectList(Parameters().date(from).text(to).text(below).text(filter1).str(),
-                                 "", "");
+  Parameters asked;
+  asked.date(from).text(to).text(below).text(filter1);
+  if (!page.empty()) asked.text(page);
+  return inner().GetVXObjectList(asked.str(), "", "");
 }
 
 bool UI0201400::AddToDeskTopVXObject(std::string id) {
