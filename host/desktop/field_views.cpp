@@ -29,6 +29,7 @@ class LabelView final : public ControlView {
   LabelView(FormWidget& form, ui::Label& label) : ControlView(form, label) {
     label_ = new QLabel(&form);
     label_->setTextInteractionFlags(Qt::NoTextInteraction);
+    if (label.heading) label_->setProperty("role", "band");
     outer = field = label_;
   }
   void sync() override {

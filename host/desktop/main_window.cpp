@@ -22,7 +22,7 @@
 namespace tolvex::desktop {
 namespace {
 
-constexpr int kTreeWidth = 250;
+constexpr int kTreeWidth = 285;
 constexpr int kTabChars = 30;
 constexpr QSize kUsualSize(1366, 768);
 

@@ -31,6 +31,7 @@ bool makesNew(const MenuEntry& entry) {
 frmList::frmList(HostContext& host, Navigator& navigator)
     : Form(host, "frmList"), navigator_(navigator) {
   setTitle("Sąrašas");
+  lblPlace.heading = true;
   txtFind.onChange = [this] { narrow(); };
   cmdAll.onClick = [this] { show(ListSource(source_)); };
   cmdNew.shortcut = "Ctrl+N";

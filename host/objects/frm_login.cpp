@@ -9,6 +9,7 @@ namespace tolvex {
 frmLogin::frmLogin(HostContext& host, std::string booksName, std::string login, Open open)
     : Form(host, "frmLogin"), open_(std::move(open)) {
   setTitle("Prisijungimas");
+  lblProgram.heading = true;
   lblBooks.caption = std::move(booksName);
   txtUser.text = std::move(login);
   txtPassword.password = true;
@@ -20,9 +21,10 @@ frmLogin::frmLogin(HostContext& host, std::string booksName, std::string login, 
 
 const char* frmLogin::picture() const {
   return R"(
+lblProgram
 lblBooks
-txtUser>
-txtPassword>
+txtUser
+txtPassword
 lblRefusal
 cmdCancel | >> | cmdOk
 )";

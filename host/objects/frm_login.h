@@ -17,9 +17,10 @@ class frmLogin final : public ui::Form {
   void opened() override;
   bool accepted() const { return result == 1; }
 
+  ui::Label lblProgram{this, "lblProgram", "Tolvex"};
   ui::Label lblBooks{this, "lblBooks", ""};
-  ui::TextBox txtUser{this, "txtUser", "Vartotojas", 24};
-  ui::TextBox txtPassword{this, "txtPassword", "Slaptažodis", 24};
+  ui::TextBox txtUser{this, "txtUser", "Vartotojas", 34};
+  ui::TextBox txtPassword{this, "txtPassword", "Slaptažodis", 34};
   ui::Label lblRefusal{this, "lblRefusal", " "};
   ui::Button cmdOk{this, "cmdOk", "Prisijungti", ui::Role::Primary};
   ui::Button cmdCancel{this, "cmdCancel", "Baigti"};

@@ -101,6 +101,7 @@ Prop<T>& Prop<T>::operator=(T value) {
 class Label final : public Control {
  public:
   Label(Form* form, std::string name, std::string caption = {});
+  bool heading = false;  // names what stands below it, in larger letters
 };
 
 // A box for one line of text, a number, or several lines.
