@@ -9,6 +9,7 @@
 #include "host/script/headless_stage.h"
 #include "host/script/program.h"
 #include "host/script/runner.h"
+#include "host/store/sql.h"
 #include "platform/input.h"
 
 namespace tolvex {
@@ -190,6 +191,45 @@ TEST_F(WorkspaceTest, ListsFollowWhatIsSavedElsewhere) {
   ASSERT_EQ(operation->Save(nullptr, nullptr).Code, kDone);
   workspace_->idle();
   EXPECT_EQ(list.rows().size(), before + 1);
+}
+
+TEST_F(WorkspaceTest, ALongListStandsWithItsFirstPageAndIsReadOn) {
+  store::run(program_->session().db(),
+             "INSERT INTO oper (otype, group_id, day, number) WITH RECURSIVE n (i) AS (SELECT 1"
+             " UNION ALL SELECT i + 1 FROM n WHERE i < 6000)"
+             " SELECT 'O0201500', 2, 20040301, 'N' || CAST(i AS VARCHAR(9)) FROM n");
+  const auto whole = static_cast<std::size_t>(*store::integerFrom(
+      program_->session().db(), "SELECT COUNT(*) FROM oper WHERE group_id = 2 AND day > 20030401"));
+  auto& tree = dynamic_cast<ui::TreeView&>(*workspace_->tree().find("tvwLayout"));
+  auto& list = dynamic_cast<ui::ListView&>(*workspace_->list().find("lvwObjects"));
+  auto& find = dynamic_cast<ui::TextBox&>(*workspace_->list().find("txtFind"));
+  const auto open = [&] {
+    tree.current = std::string("O02014002");
+    tree.onChange();
+  };
+  open();
+  EXPECT_LT(list.rows().size(), whole / 2);
+  list.current = 7;
+  const std::string key = list.currentRow()->key;
+  while (workspace_->idle()) {
+  }
+  EXPECT_EQ(list.rows().size(), whole);
+  ASSERT_NE(list.currentRow(), nullptr);
+  EXPECT_EQ(list.currentRow()->key, key);
+
+  open();
+  find.text = "N6000";
+  find.onChange();
+  EXPECT_EQ(list.rows().size(), 1u) << "a row of the last page";
+
+  // Another node in between: what was left of the first list does not follow.
+  open();
+  tree.current = std::string("O02014003");
+  tree.onChange();
+  const std::size_t other = list.rows().size();
+  while (workspace_->idle()) {
+  }
+  EXPECT_EQ(list.rows().size(), other);
 }
 
 TEST_F(WorkspaceTest, RightsAreAskedOnceUntilTheyMayHaveChanged) {

@@ -1,4 +1,5 @@
 // Lists for the host's trees and pickers.
+#include "framework/references.h"
 #include "host/store/demo.h"
 #include "host/store/sql.h"
 #include "tests/support/books_fixture.h"
@@ -58,6 +59,37 @@ TEST_P(Lists, KindsOfOneTableDoNotMix) {
   EXPECT_EQ((*rows)["Code"].Text(), "SALE");
 }
 
+// Days go against the order of ids, so that a page by days would differ.
+TEST_P(Lists, PagesOfOperationsJoinToTheWholeList) {
+  run(db(),
+      "INSERT INTO oper (otype, group_id, day) WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL"
+      " SELECT i + 1 FROM n WHERE i < 60) SELECT 'O0201500', 3 + i % 2, 20040131 - i / 3 FROM n");
+  const auto list = [&](const std::string& page) {
+    return session().list("O0201400", "'2004.01.12','2004.01.30','O02014003',''" + page, "", "");
+  };
+  const auto references = [](RowSet& rows) {
+    std::vector<std::string> out;
+    ForEachRow(rows, [&](RowSet& row) { out.emplace_back(row["OIDR"].Text()); });
+    return out;
+  };
+  const auto whole = references(*rowsIn(list("")));
+  ASSERT_GT(whole.size(), 20U);
+  for (const std::size_t size : {std::size_t{1}, std::size_t{7}, whole.size()}) {
+    std::vector<std::string> joined;
+    int after = 0;
+    for (bool full = true; full;) {
+      const auto page = references(
+          *rowsIn(list(",'page:" + std::to_string(after) + ";" + std::to_string(size) + "'")));
+      joined.insert(joined.end(), page.begin(), page.end());
+      full = page.size() == size;
+      if (full) after = idOf(page.back());
+    }
+    EXPECT_EQ(joined, whole) << size;
+  }
+  for (const char* bad : {",'page:0'", ",'page:0;0'", ",'page:x;5'"})
+    EXPECT_EQ(list(bad).Code, kWrongParameters) << bad;
+}
+
 TEST_P(Lists, AFilterThatCannotBeReadIsRefused) {
   EXPECT_EQ(session().list("O0000100", "'Name ~~ 5'", "", "").Code, kWrongParameters);
   EXPECT_EQ(session().list("O0000100", "'NoSuchColumn = 5'", "", "").Code, kWrongParameters);
@@ -72,6 +104,11 @@ TEST_P(Lists, AListTooLongForATreeIsRefusedWithAdvice) {
   EXPECT_EQ(refused.Code, kWrongParameters);
   EXPECT_NE(refused.Text.find("susiaurinkite"), std::string::npos);
   EXPECT_EQ(rowsIn(session().list("O0000100", "'Name = 'Įmonė 777''", "", ""))->RecordCount(), 1U);
+  run(db(),
+      "INSERT INTO oper (otype, group_id, day) WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL"
+      " SELECT i + 1 FROM n WHERE i < 100001) SELECT 'O0201500', 3, 20040131 FROM n");
+  EXPECT_EQ(session().list("O0201400", "'O02014003','page:0;200'", "", "").Code, kWrongParameters)
+      << "with its first page already";
 }
 
 TOLVEX_ALL_STORES(Lists);
