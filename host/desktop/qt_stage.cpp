@@ -184,6 +184,13 @@ void QtStage::help(const std::string& page, const std::string& title) {
   message(note);
 }
 
+void QtStage::report(std::shared_ptr<const ReportDocument> document, bool withExcel,
+                     ReportViewer& viewer) {
+  report_ = std::move(document);
+  (void)withExcel;
+  (void)viewer;
+}
+
 // --- acts
 // -----------------------------------------------------------------------------------------
 

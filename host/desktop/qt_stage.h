@@ -40,6 +40,8 @@ class QtStage final : public QObject, public DesktopStage, public ActGuard {
   std::optional<std::string> saveFile(const std::string& pattern, const std::string& folder,
                                       const std::string& name) override;
   void help(const std::string& page, const std::string& title) override;
+  void report(std::shared_ptr<const ReportDocument> document, bool withExcel,
+              ReportViewer& viewer) override;
   void turn() override;
   bool stopped() const override { return stopped_; }
   void busy(bool on) override;
@@ -61,6 +63,7 @@ class QtStage final : public QObject, public DesktopStage, public ActGuard {
   ui::Menu* openMenu() const override { return menu_; }
   void closeMenu() override;
   bool shot(const std::string& path) override;
+  const ReportDocument* lastReport() const override { return report_.get(); }
 
   // ActGuard
   void run(const std::function<void()>& act) override;
@@ -92,6 +95,7 @@ class QtStage final : public QObject, public DesktopStage, public ActGuard {
   std::vector<Level> levels_;
   std::vector<QPointer<FormWidget>> widgets_;
   ui::Menu* menu_ = nullptr;
+  std::shared_ptr<const ReportDocument> report_;
   QPointer<QMenu> menuWidget_;
   QTimer* ticker_ = nullptr;
   QPointer<ProgressStrip> strip_;

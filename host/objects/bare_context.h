@@ -28,6 +28,7 @@ class BareContext final : public HostContext {
   Dialogs& dialogs() override { return dialogs_; }
   Pickers& pickers() override { none(); }
   Help& help() override { return help_; }
+  ReportViewer& reports() override { none(); }
 
  private:
   [[noreturn]] static void none() { throw std::logic_error("no books are open"); }

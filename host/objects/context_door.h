@@ -38,6 +38,7 @@ class ContextDoor final : public HostContext {
   Dialogs& dialogs() override { return open().dialogs(); }
   Pickers& pickers() override { return open().pickers(); }
   Help& help() override { return open().help(); }
+  ReportViewer& reports() override { return open().reports(); }
 
  private:
   ContextDoor() = default;

@@ -1,27 +1,65 @@
 #include "host/objects/inner_ui.h"
 
 #include "framework/parameters.h"
+#include "framework/references.h"
+#include "framework/text.h"
 #include "host/objects/inner_uio.h"
 #include "host/objects/kinds.h"
 
 namespace tolvex {
 namespace {
 constexpr const char* kFilter = "Atrinkti";
-}
+constexpr const char* kToDesktop = "Padėti ant darbo stalo";
+constexpr const char* kDelete = "Panaikinti";
+}  // namespace
 
-InnerUI::InnerUI(HostContext& host, store::StorePort& store, std::string code)
-    : host_(host), store_(store), code_(std::move(code)), oid_(code_) {
+InnerUI::InnerUI(HostContext& host, store::StorePort& store, std::string code, const Card* card)
+    : host_(host), store_(store), code_(std::move(code)), card_(card), oid_(code_) {
   bo_ = store::businessObject(store_, code_);
 }
 
 std::string InnerUI::OName() const { return kindCaption(code_); }
 
-std::vector<MenuEntry> InnerUI::GetMenu(std::string, std::string, std::string) {
-  return {{kFilter, kFilter}};
+std::vector<MenuEntry> InnerUI::GetMenu(std::string id, std::string, std::string) {
+  if (!card_) return {{kFilter, kFilter}};
+  std::vector<MenuEntry> menu;
+  const RightFlags rights = host_.rights().of(card_->component);
+  if (isRef(id) && rights.view) menu.push_back({kToDesktop, kToDesktop});
+  if (rights.create && !card_->newEntry.empty()) menu.push_back({card_->newEntry, card_->newEntry});
+  if (isRef(id) && rights.remove) menu.insert(menu.end(), {{"-", "-"}, {kDelete, kDelete}});
+  menu.insert(menu.end(), {{"-", "-"}, {kFilter, kFilter}});
+  return menu;
 }
 
-MenuAction InnerUI::ClickMenu(std::string, std::string, std::string caption, std::string) {
-  if (caption != kFilter) return {};
+MenuAction InnerUI::ClickMenu(std::string id, std::string, std::string caption, std::string) {
+  if (caption == kFilter) return filtered();
+  if (!card_) return {};
+  if (caption == kToDesktop) (void)host_.desktop().putObject(id);
+  if (caption == card_->newEntry) return newObject();
+  if (caption == kDelete) return deleted(id);
+  return {};
+}
+
+MenuAction InnerUI::newObject() {
+  std::shared_ptr<VXObjectUIO> object = GetVXObject("");
+  if (!object) return {};
+  return {MenuAction::ShowForm, Variant(ObjectPtr(card_->make(host_, std::move(object))))};
+}
+
+MenuAction InnerUI::deleted(const std::string& id) {
+  const auto row = host_.pickers().lookup(id);
+  const std::string what = row ? std::string(kLineBreak) + row->text : std::string();
+  if (!ask(host_, "Ar tikrai norite panaikinti?" + what)) return {};
+  return {DeleteVXObject(id) == kDeleted ? MenuAction::Removed : MenuAction::Nothing, {}};
+}
+
+bool InnerUI::AddToDeskTopVXObject(std::string id) {
+  if (!card_) return false;
+  std::shared_ptr<VXObjectUIO> object = GetVXObject(std::move(id));
+  return object && host_.desktop().put(card_->make(host_, std::move(object)));
+}
+
+MenuAction InnerUI::filtered() {
   const std::string filter = host_.dialogs().filter(code_);
   if (filter.empty()) return {};
   RowSetPtr rows = GetVXObjectList(quoted(filter), "", "");

@@ -1,9 +1,11 @@
 // InnerUI: the generic list side of a kind, over the store.
 //
 // The module's classes wrap one and add what is accounting; kinds that have no class of the module
-// (firms, persons, banks, currencies) are served by it alone: a list, a filter, a picker.
+// (firms, persons, banks, currencies) are served by it alone: a list, a filter, a picker, and with
+// a card also a screen and the commands new and delete.
 #pragma once
 
+#include "host/objects/card_set.h"
 #include "host/store/store_port.h"
 #include "platform/host.h"
 
@@ -11,7 +13,8 @@ namespace tolvex {
 
 class InnerUI final : public VXObjectUI {
  public:
-  InnerUI(HostContext& host, store::StorePort& store, std::string code);
+  // `card` is null for a kind without a screen of the program; it outlives this object.
+  InnerUI(HostContext& host, store::StorePort& store, std::string code, const Card* card);
 
   void OID(std::string oid) override { oid_ = std::move(oid); }
   std::string OID() const override { return oid_; }
@@ -22,7 +25,7 @@ class InnerUI final : public VXObjectUI {
   bool DragOK(std::string, std::string, std::string) override { return true; }
   bool DropOK(std::string) override { return false; }
   RowSetPtr GetVXObjectList(std::string parent, std::string filter1, std::string filter2) override;
-  bool AddToDeskTopVXObject(std::string) override { return false; }  // no card of its own
+  bool AddToDeskTopVXObject(std::string id) override;
   std::shared_ptr<VXObjectUIO> GetVXObject(std::string id) override;
   const IconsTable& GetIconsTable() const override;
   // Shows the store's text of a refusal.
@@ -34,7 +37,12 @@ class InnerUI final : public VXObjectUI {
  private:
   HostContext& host_;
   store::StorePort& store_;
+  MenuAction filtered();
+  MenuAction newObject();
+  MenuAction deleted(const std::string& id);
+
   const std::string code_;
+  const Card* card_;
   std::string oid_;
   std::shared_ptr<BusinessObject> bo_;
 };

@@ -7,8 +7,8 @@
 
 namespace tolvex {
 
-Objects::Objects(HostContext& host, Module& module, store::StorePort& store)
-    : host_(host), module_(module), store_(store) {}
+Objects::Objects(HostContext& host, Module& module, store::StorePort& store, const CardSet& cards)
+    : host_(host), module_(module), store_(store), cards_(cards) {}
 
 void Objects::addClass(const std::string& code, const std::string& caption) {
   classes_[code] = caption;
@@ -55,7 +55,7 @@ std::shared_ptr<VXObjectUIO> Objects::create(std::string_view code) {
 }
 
 std::shared_ptr<VXObjectUI> Objects::innerUI(std::string_view code) {
-  return std::make_shared<InnerUI>(host_, store_, std::string(code));
+  return std::make_shared<InnerUI>(host_, store_, std::string(code), cards_.find(code));
 }
 
 std::shared_ptr<VXObjectUIO> Objects::innerUIO(std::string_view code) {

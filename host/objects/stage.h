@@ -33,6 +33,9 @@ class Stage {
   virtual std::optional<std::string> saveFile(const std::string& pattern, const std::string& folder,
                                               const std::string& name) = 0;
   virtual void help(const std::string& page, const std::string& title) = 0;
+  // Shows the preview of a report; its commands act through `viewer`.
+  virtual void report(std::shared_ptr<const ReportDocument> document, bool withExcel,
+                      ReportViewer& viewer) = 0;
 
   virtual void turn() = 0;  // MessagePump
   virtual bool stopped() const = 0;
@@ -54,7 +57,8 @@ class Playground {
   virtual ui::Form* modalForm() const = 0;         // the innermost modal form, or null
   virtual ui::Menu* openMenu() const = 0;          // the menu that was popped up last, or null
   virtual void closeMenu() = 0;
-  virtual bool shot(const std::string& path) = 0;  // writes a picture; false without a window
+  virtual bool shot(const std::string& path) = 0;        // writes a picture; false without a window
+  virtual const ReportDocument* lastReport() const = 0;  // shown last, or null
 };
 
 }  // namespace tolvex

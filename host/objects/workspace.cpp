@@ -74,7 +74,7 @@ struct Workspace::Impl final : HostContext, ObjectTree, Navigator {
       : setup(std::move(given)),
         watched(setup.store, {[this](std::string_view kind) { noteChange(kind); },
                               [this] { rightsService.forget(); }}),
-        objectFactory(door, setup.module, watched),
+        objectFactory(door, setup.module, watched, setup.cards),
         screenSet(door, setup.stage),
         rightsService(watched),
         settingsService(door, watched),
@@ -85,10 +85,12 @@ struct Workspace::Impl final : HostContext, ObjectTree, Navigator {
         stagePump(setup.stage),
         dialogService(door, setup.stage, screenSet),
         pickerService(door),
-        stageHelp(setup.stage) {
+        stageHelp(setup.stage),
+        reportService(door, setup.stage, setup.output) {
     door.leadTo(this);
     Registration registration(layout, objectFactory);
     setup.module.header()->DllInicialize(registration);
+    for (LayoutNode& root : setup.cards.layout()) layout.push_back(std::move(root));
     treeForm = std::make_unique<frmTree>(door, objectFactory, *this, layout);
     listForm = std::make_unique<frmList>(door, *this);
     screenSet.setList(*listForm);
@@ -121,6 +123,7 @@ struct Workspace::Impl final : HostContext, ObjectTree, Navigator {
   Dialogs& dialogs() override { return dialogService; }
   Pickers& pickers() override { return pickerService; }
   Help& help() override { return stageHelp; }
+  ReportViewer& reports() override { return reportService; }
 
   // --- ObjectTree
   void redraw(std::string_view kind) override { noteChange(kind); }
@@ -226,6 +229,7 @@ struct Workspace::Impl final : HostContext, ObjectTree, Navigator {
   WorkspaceDialogs dialogService;
   PickerService pickerService;
   StageHelp stageHelp;
+  ReportService reportService;
   std::unique_ptr<frmTree> treeForm;
   std::unique_ptr<frmList> listForm;
   Workspace::Status status;

@@ -12,6 +12,8 @@
 #include <string_view>
 #include <vector>
 
+#include "host/objects/card_set.h"
+#include "host/objects/report_service.h"
 #include "host/objects/stage.h"
 #include "host/store/store_port.h"
 #include "platform/host.h"
@@ -26,7 +28,9 @@ class Workspace {
     store::StorePort& store;  // likewise
     Stage& stage;             // likewise
     std::function<DateTime()> clock;
-    std::string booksName;  // shown in the status line
+    std::string booksName;           // shown in the status line
+    const CardSet& cards;            // outlives the workspace
+    ReportOutput* output = nullptr;  // writes reports into files; null: they cannot be written
   };
   explicit Workspace(Setup setup);
   ~Workspace();

@@ -30,6 +30,9 @@ class HeadlessStage final : public Stage, public Playground, private ui::FormVie
     return std::nullopt;
   }
   void help(const std::string& page, const std::string&) override { helpPage_ = page; }
+  void report(std::shared_ptr<const ReportDocument> document, bool, ReportViewer&) override {
+    report_ = std::move(document);
+  }
   void turn() override {}
   bool stopped() const override { return false; }
   void busy(bool) override {}
@@ -43,6 +46,8 @@ class HeadlessStage final : public Stage, public Playground, private ui::FormVie
   ui::Menu* openMenu() const override { return menu_; }
   void closeMenu() override { menu_ = nullptr; }
   bool shot(const std::string&) override { return false; }
+
+  const ReportDocument* lastReport() const override { return report_.get(); }
 
   const std::string& helpPage() const { return helpPage_; }  // shown last
 
@@ -61,6 +66,7 @@ class HeadlessStage final : public Stage, public Playground, private ui::FormVie
   std::vector<Layer> layers_;
   ui::Menu* menu_ = nullptr;
   std::string helpPage_;
+  std::shared_ptr<const ReportDocument> report_;
 };
 
 // Takes back what stands in front: the safest answer to a box, closing for a modal form. False

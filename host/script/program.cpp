@@ -4,6 +4,7 @@
 #include <ctime>
 #include <utility>
 
+#include "host/cards/all_cards.h"
 #include "host/objects/frm_login.h"
 
 namespace tolvex {
@@ -42,8 +43,8 @@ std::string Program::booksName() const { return store::booksName(options_.place)
 std::unique_ptr<Workspace> Program::open(Stage& stage, Playground& playground) {
   stage_ = &stage;
   playground_ = &playground;
-  auto workspace =
-      std::make_unique<Workspace>(Workspace::Setup{module_, trace_, stage, clock_, booksName()});
+  auto workspace = std::make_unique<Workspace>(
+      Workspace::Setup{module_, trace_, stage, clock_, booksName(), allCards(), options_.output});
   workspace_ = workspace.get();
   return workspace;
 }

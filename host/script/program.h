@@ -17,7 +17,8 @@ class Program final : public ScriptWorld {
   struct Options {
     std::string place;  // of the books
     std::string login = "admin", password;
-    std::optional<DateTime> today;  // a fixed day, for scripts; else the clock of the machine
+    ReportOutput* output = nullptr;  // writes reports into files; outlives the program
+    std::optional<DateTime> today;   // a fixed day, for scripts; else the clock of the machine
   };
   // Throws store::BooksError.
   Program(Module& module, Options options);

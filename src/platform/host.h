@@ -15,6 +15,7 @@
 #include "platform/form.h"
 #include "platform/numbers.h"
 #include "platform/objects.h"
+#include "platform/report.h"
 
 namespace tolvex {
 
@@ -162,6 +163,19 @@ class Help {
   virtual void show(std::string_view page, std::string_view title) = 0;
 };
 
+// --- reports -----------------------------------------------------------------------------------
+
+enum class ReportFormat { Pdf, Excel, Rtf };
+class ReportViewer {
+ public:
+  virtual ~ReportViewer() = default;
+  // The preview, with the commands to print, save and mail; `withExcel` offers a spreadsheet.
+  virtual void show(ReportDocument document, bool withExcel) = 0;
+  // Asks where and writes the file; a failure is shown. False when nothing was written.
+  virtual bool exportAs(const ReportDocument& document, ReportFormat format,
+                        std::string_view stem) = 0;
+};
+
 // --- the context
 // ----------------------------------------------------------------------------------
 
@@ -183,6 +197,7 @@ class HostContext {
   virtual Dialogs& dialogs() = 0;
   virtual Pickers& pickers() = 0;
   virtual Help& help() = 0;
+  virtual ReportViewer& reports() = 0;
 
   // Grows whenever the user was interrupted by a box, a dialog or a modal screen. A host notes
   // each one it shows; Input compares the count to drop an act that ran into a box on its way.

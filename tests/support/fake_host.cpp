@@ -153,6 +153,17 @@ void FakeHelp::show(std::string_view page, std::string_view title) {
   pages.emplace_back(page, title);
 }
 
+void FakeReports::show(ReportDocument document, bool withExcel) {
+  log.push_back("show " + document.layout + (withExcel ? " excel" : ""));
+  shown.push_back(std::move(document));
+}
+
+bool FakeReports::exportAs(const ReportDocument&, ReportFormat format, std::string_view stem) {
+  const char* const names[] = {"pdf", "excel", "rtf"};
+  log.push_back("export " + std::string(names[static_cast<int>(format)]) + " " + std::string(stem));
+  return true;
+}
+
 FakeHost::FakeHost() : store_(std::make_shared<FakeBusinessObject>()) {
   objects_.shelf->bo = store_;
 }

@@ -147,6 +147,15 @@ class FakeHelp final : public Help {
   std::vector<std::pair<std::string, std::string>> pages;
 };
 
+class FakeReports final : public ReportViewer {
+ public:
+  void show(ReportDocument document, bool withExcel) override;
+  bool exportAs(const ReportDocument& document, ReportFormat format,
+                std::string_view stem) override;
+  std::vector<ReportDocument> shown;
+  std::vector<std::string> log;  // "show ActRepAccPlan excel", "export pdf Saskaita"
+};
+
 class FakeHost final : public HostContext {
  public:
   FakeHost();
@@ -166,6 +175,7 @@ class FakeHost final : public HostContext {
   FakeDialogs& dialogs() override { return dialogs_; }
   FakePickers& pickers() override { return pickers_; }
   FakeHelp& help() override { return help_; }
+  FakeReports& reports() override { return reports_; }
   FakeBusinessObject& store() { return *store_; }
   Shelf& shelf() { return *objects_.shelf; }
 
@@ -186,6 +196,7 @@ class FakeHost final : public HostContext {
   FakeDialogs dialogs_{*this};
   FakePickers pickers_;
   FakeHelp help_;
+  FakeReports reports_;
   std::shared_ptr<FakeBusinessObject> store_;
 };
 

@@ -1,0 +1,23 @@
+#include "host/cards/all_cards.h"
+
+namespace tolvex {
+namespace {
+
+constexpr const char* kDirectories = "L0000001";
+constexpr const char* kAdministration = "L0000002";
+
+CardSet makeCards() {
+  CardSet cards;
+  cards.addBranch(kDirectories, "Žinynai");
+  cards.addBranch(kAdministration, "Administravimas");
+  return cards;
+}
+
+}  // namespace
+
+const CardSet& allCards() {
+  static const CardSet cards = makeCards();
+  return cards;
+}
+
+}  // namespace tolvex

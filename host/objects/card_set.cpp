@@ -1,0 +1,34 @@
+#include "host/objects/card_set.h"
+
+#include <algorithm>
+
+#include "framework/results.h"
+#include "host/objects/kinds.h"
+
+namespace tolvex {
+
+void CardSet::addBranch(std::string code, std::string caption) {
+  branches_.push_back({"", std::move(caption), std::move(code), {}, {}});
+}
+
+void CardSet::add(std::string_view branch, Card card) {
+  const auto root = std::find_if(branches_.begin(), branches_.end(),
+                                 [&](const LayoutNode& node) { return node.code == branch; });
+  expect(root != branches_.end(), "a card stands under a branch");
+  root->children.push_back({card.component, kindCaption(card.kind), card.kind, {}, {}});
+  cards_[card.kind] = std::move(card);
+}
+
+const Card* CardSet::find(std::string_view kind) const {
+  const auto found = cards_.find(kind);
+  return found == cards_.end() ? nullptr : &found->second;
+}
+
+std::vector<LayoutNode> CardSet::layout() const {
+  std::vector<LayoutNode> shown;
+  for (const LayoutNode& branch : branches_)
+    if (!branch.children.empty()) shown.push_back(branch);
+  return shown;
+}
+
+}  // namespace tolvex
