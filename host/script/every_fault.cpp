@@ -13,8 +13,20 @@ namespace {
 
 constexpr std::int32_t kEngineFault = 1299;
 constexpr const char* kFaultText = "Bandomoji duomenų bazės klaida!";
-constexpr std::string_view kNotSaved = "Įrašymas neatliktas !";
-constexpr std::string_view kException = "Klaida!\r\n";
+constexpr std::string_view kFailure = "Klaida!\r\n";
+
+// Documents end the reason with these words, other records begin it with a failure and a blank
+// line.
+bool tellsFailedSave(std::string_view box) {
+  return box.ends_with("Įrašymas neatliktas !") || box.ends_with("Įrašymas neatliktas!") ||
+         (box.starts_with(kFailure) && box.substr(kFailure.size()).starts_with("\r\n"));
+}
+
+// What a handler threw stands right below the word; a refusal that is told so names what was asked.
+bool isException(std::string_view box) {
+  return box.starts_with(kFailure) && !tellsFailedSave(box) &&
+         box.find(":\r\n") == std::string_view::npos;
+}
 
 // How many rows each table of documents has: what a half-done save would change. Settings and the
 // protocol of logins are no part of the documents.
@@ -136,8 +148,8 @@ std::string whatBroke(Attempt& attempt, const std::set<Fingerprint>& states) {
   const bool saveFailed = attempt.program().faults().firedOnSave();
   bool told = false;
   for (const std::string& box : attempt.boxes()) {
-    told = told || box.ends_with(kNotSaved);
-    if (box.starts_with(kException)) return "an exception reached the user: " + box;
+    told = told || tellsFailedSave(box);
+    if (isException(box)) return "an exception reached the user: " + box;
   }
   if (saveFailed && !told) return "a failed save was not told";
   if (!attempt.stuck().empty()) return "a screen does not close: " + attempt.stuck();
