@@ -5,6 +5,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,12 +15,17 @@
 
 namespace tolvex {
 
+// A keyed action of a kind that the program answers by itself, on a read object.
+using CardMethod =
+    std::function<MethodResult(HostContext&, VXObjectUIO&, std::span<const Variant> par)>;
+
 struct Card {
   std::string kind;       // "O0000100"
   std::string component;  // whose five flags guard its commands
   std::string newEntry;   // caption of the menu entry, "Nauja įmonė"; "" when none can be made
   // The screen over a read object, new when its OID is no reference.
   std::function<std::shared_ptr<ui::Form>(HostContext&, std::shared_ptr<VXObjectUIO>)> make;
+  std::map<std::string, CardMethod, std::less<>> methods;  // the rest is asked of the store
 };
 
 class CardSet {

@@ -77,7 +77,7 @@ RowSetPtr InnerUI::GetVXObjectList(std::string parent, std::string filter1, std:
 }
 
 std::shared_ptr<VXObjectUIO> InnerUI::GetVXObject(std::string id) {
-  auto object = std::make_shared<InnerUIO>(host_, store_, code_);
+  auto object = std::make_shared<InnerUIO>(host_, store_, code_, card_);
   object->OID(std::move(id));
   if (object->Read().Code != kDone) return nullptr;
   return object;

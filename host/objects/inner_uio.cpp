@@ -27,8 +27,8 @@ void appendArgument(Parameters& parameters, const Variant& value) {
     parameters.text(value.Show());
 }
 
-InnerUIO::InnerUIO(HostContext& host, store::StorePort& store, std::string code)
-    : host_(host), store_(store), code_(std::move(code)), otype_(code_) {
+InnerUIO::InnerUIO(HostContext& host, store::StorePort& store, std::string code, const Card* card)
+    : host_(host), store_(store), code_(std::move(code)), card_(card), otype_(code_) {
   bo_ = store::businessObject(store_, code_);
 }
 
@@ -55,6 +55,9 @@ MethodResult InnerUIO::Methods(std::string key, std::span<const Variant> par) {
     header_ = par[0].AsRows();
     return done();
   }
+  if (card_)
+    if (const auto own = card_->methods.find(key); own != card_->methods.end())
+      return own->second(host_, *this, par);
   Parameters arguments;
   for (const Variant& value : par) appendArgument(arguments, value);
   HostResult result;

@@ -1,10 +1,12 @@
 // InnerUIO: the generic half of one object: its record, read and saved whole through the store.
 //
 // `Methods("SetRsFields", [set])` puts a record set back in place (after a failed save of a new
-// object). Asked for anything else it speaks for kinds without a class of the module: a read is
-// "Get" and the key, an action the key itself, with the arguments written out.
+// object). Asked for anything else it speaks for kinds without a class of the module: an action is
+// answered by the kind's card where that has it; else a read is "Get" and the key, an action the
+// key itself, with the arguments written out.
 #pragma once
 
+#include "host/objects/card_set.h"
 #include "host/store/store_port.h"
 #include "platform/host.h"
 
@@ -15,7 +17,8 @@ class Parameters;
 class InnerUIO final : public VXObjectUIO {
  public:
   using VXObjectUIO::Methods;
-  InnerUIO(HostContext& host, store::StorePort& store, std::string code);
+  // `card` is null for a kind that has none; it outlives this object.
+  InnerUIO(HostContext& host, store::StorePort& store, std::string code, const Card* card);
 
   std::string GetGUID() override;
   void OID(std::string oid) override { oid_ = std::move(oid); }
@@ -43,6 +46,7 @@ class InnerUIO final : public VXObjectUIO {
   HostContext& host_;
   store::StorePort& store_;
   const std::string code_;
+  const Card* card_;
   std::string oid_, oidr_, otype_;
   bool preview_ = false;
   RowSetPtr header_;

@@ -59,7 +59,7 @@ std::shared_ptr<VXObjectUI> Objects::innerUI(std::string_view code) {
 }
 
 std::shared_ptr<VXObjectUIO> Objects::innerUIO(std::string_view code) {
-  return std::make_shared<InnerUIO>(host_, store_, std::string(code));
+  return std::make_shared<InnerUIO>(host_, store_, std::string(code), cards_.find(code));
 }
 
 }  // namespace tolvex
