@@ -31,7 +31,13 @@ bool ReportService::exportAs(const ReportDocument& document, ReportFormat format
   const auto path = host_.dialogs().saveFile("(*." + ending + ")|*." + ending, "",
                                              std::string(stem) + "." + ending);
   if (!path || path->empty()) return false;
-  const std::string why = output_->write(document, format, *path);
+  MessagePump& pump = host_.pump();
+  pump.busy(true);
+  const std::string why = output_->write(document, format, *path, [&pump](double share) {
+    pump.progress("Rašoma byla", share);
+    return !pump.stopped();
+  });
+  pump.busy(false);
   if (!why.empty()) warn(host_, why);
   return why.empty();
 }

@@ -14,9 +14,11 @@ namespace tolvex {
 class ReportOutput {
  public:
   virtual ~ReportOutput() = default;
-  // "" or why it was not written, for the user; the file is then as it was before.
+  // "" or why it was not written, for the user; the file is then as it was before. kStopped when
+  // `progress` stopped it.
   virtual std::string write(const ReportDocument& document, ReportFormat format,
-                            const std::string& path) = 0;
+                            const std::string& path, const ReportProgress& progress) = 0;
+  static constexpr const char* kStopped = "Nutraukta.";
 };
 
 class ReportService final : public ReportViewer {

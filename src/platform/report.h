@@ -8,6 +8,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <initializer_list>
 #include <span>
 #include <string>
@@ -55,12 +56,15 @@ struct ReportRow {
   std::vector<std::string> cells;  // as many as columns, or fewer
   Style style;                     // its align is for alignedCell alone; size 0: the page's
   int alignedCell = -1;
+  bool heading = false;  // of the rows below: never the last one of a page
 };
 struct ColumnGroup {  // one caption over several columns
   int first = 0, count = 0;
   std::string caption;
 };
-// Wider than the page: its columns shrink in proportion. Its head is repeated on every page.
+// Wider than the page: its columns and its type shrink in proportion. Its head is repeated on every
+// page. A bold row after plain ones, unless a heading, is a total: a strong line stands above it,
+// and a page never begins with it.
 struct ReportTable {
   std::vector<ReportColumn> columns;
   std::vector<ColumnGroup> groups;
@@ -123,6 +127,9 @@ struct BoxSpec {
 // The form with its named boxes filled. A name that the form lacks is a fault of the program.
 Panel panel(float widthMm, float heightMm, std::span<const BoxSpec> boxes,
             std::initializer_list<std::pair<std::string_view, std::string>> values);
+
+// How far a long work on a report is, 0 to 1; false stops it.
+using ReportProgress = std::function<bool(double share)>;
 
 // The document as text, a line a paragraph, cell row or filled box: for tests and scripts.
 std::string dump(const ReportDocument& document);
