@@ -324,6 +324,7 @@ void MappedRecords::erase(Session& session, std::string_view kind, int id) const
     auto query = referrer.byReference ? bound(db, sql, reference) : bound(db, sql, id);
     if (query->step()) throw Refusal(kReferred, referrer.text + std::string(query->text(0)));
   }
+  if (map.erasing) map.erasing(session, id);
   std::string sql = "DELETE FROM " + std::string(map.table) + " WHERE id = $1";
   if (map.idsByKind) {
     run(db, sql + " AND " + map.kindColumn + " = $2", id, kind);

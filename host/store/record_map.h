@@ -136,8 +136,9 @@ struct RecordMap {
   const char* kindOfRow = nullptr;   // expression; nullptr: the kind that was asked
   const char* listType = nullptr;    // expression for OType in lists
   const char* order = "t.id";
-  void (*check)(const Saving&) = nullptr;   // before anything is written
-  void (*stored)(const Saving&) = nullptr;  // after the record and its sets
+  void (*check)(const Saving&) = nullptr;               // before anything is written
+  void (*stored)(const Saving&) = nullptr;              // after the record and its sets
+  void (*erasing)(Session& session, int id) = nullptr;  // before it goes: what goes with it
 };
 
 }  // namespace tolvex::store

@@ -20,6 +20,7 @@ std::span<const HandlerRow> templateRecords();
 std::span<const HandlerRow> journalRecords();
 std::span<const HandlerRow> clientRecords();
 std::span<const HandlerRow> listRecords();
+std::span<const HandlerRow> dayRateRecords();
 std::span<const HandlerRow> operationRecords();
 
 }  // namespace tolvex::store

@@ -12,7 +12,7 @@ const RecordHandler* recordHandler(std::string_view kind) {
     std::vector<HandlerRow> all;
     for (const std::span<const HandlerRow> part :
          {planRecords(), lockRecords(), groupRecords(), templateRecords(), journalRecords(),
-          clientRecords(), listRecords(), operationRecords()}) {
+          clientRecords(), listRecords(), dayRateRecords(), operationRecords()}) {
       all.insert(all.end(), part.begin(), part.end());
     }
     return all;

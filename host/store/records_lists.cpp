@@ -1,4 +1,6 @@
 // Currencies, VAT tariffs and the small lists of other modules.
+#include <algorithm>
+
 #include "framework/text.h"
 #include "host/store/mapped_records.h"
 #include "host/store/record_table.h"
@@ -18,6 +20,7 @@ constexpr FieldMap kCurrencyFields[] = {
 constexpr FieldMap kCurrencyList[] = {text("Code", "code", 3), small("BaseCurrency", "base"),
                                       real("FixedRate", "fixed_rate")};
 constexpr Referrer kCurrencyReferrers[] = {
+    {"Bazinė valiuta nenaikinama: ", "SELECT code FROM currency WHERE id = $1 AND base = 1"},
     {"Valiuta naudojama sąskaitoje: ",
      "SELECT a.code FROM currency c JOIN turn_acc s ON s.cur = c.code"
      " JOIN account a ON a.id = s.account_id WHERE c.id = $1 LIMIT 1"},
@@ -27,7 +30,10 @@ constexpr Referrer kCurrencyReferrers[] = {
 void checkCurrency(const Saving& saving) {
   Database& db = saving.session.db();
   const std::string code = trim(saving.row["Code"].Text());
-  if (length(code) != 3) refuseRule("Valiutos kodas turi būti iš trijų raidžių!");
+  const auto isCapital = [](char letter) { return letter >= 'A' && letter <= 'Z'; };
+  if (code.size() != 3 || !std::all_of(code.begin(), code.end(), isCapital)) {
+    refuseRule("Valiutos kodas turi būti iš trijų didžiųjų raidžių!");
+  }
   if (saving.row["FixedRate"].Number() < 0) refuseRule("Valiutos kursas negali būti neigiamas!");
   const bool base = saving.row["BaseCurrency"].Number() != 0;
   const bool wasBase = anyRow(db, "SELECT 1 FROM currency WHERE id = $1 AND base = 1", saving.id);
@@ -39,13 +45,18 @@ void checkCurrency(const Saving& saving) {
   }
 }
 
+void eraseRates(Session& session, int id) {
+  run(session.db(), "DELETE FROM currency_rate WHERE currency_id = $1", id);
+}
+
 constexpr RecordMap kCurrencies = {.table = "currency",
                                    .fields = kCurrencyFields,
                                    .referrers = kCurrencyReferrers,
                                    .listFields = kCurrencyList,
                                    .component = "CCurrency",
                                    .preview = "t.code",
-                                   .check = checkCurrency};
+                                   .check = checkCurrency,
+                                   .erasing = eraseRates};
 
 constexpr const char* kPercent =
     "CAST(t.value / 100 AS VARCHAR(5)) || CASE WHEN t.value % 100 = 0 THEN '%' ELSE '.' ||"

@@ -2,6 +2,7 @@
 #include "framework/references.h"
 #include "framework/text.h"
 #include "host/store/answer.h"
+#include "host/store/day_rates.h"
 #include "host/store/routine_table.h"
 
 namespace tolvex::store {
@@ -118,20 +119,20 @@ Variant GetRatesOfCurrency(Session& session, const Arguments& arguments, std::st
 }
 
 Variant SaveDayRate(Session& session, const Arguments& arguments, std::string_view) {
-  auto currency = session.db().prepare("SELECT id, base FROM currency WHERE code = $1");
-  currency->bind(1, upper(trim(arguments[0].str())));
-  if (!currency->step()) throw Refusal(kReferred, "Tokios valiutos nėra: " + arguments[0].str());
-  if (currency->integer(1) != 0)
-    throw Refusal(kRuleBroken, "Bazinės valiutos kursas nenustatomas!");
-  if (!(arguments[2].real() > 0)) throw Refusal(kRuleBroken, "Nenurodytas valiutos kursas!");
-  if (arguments[1].day() == 0) throw Refusal(kRuleBroken, "Nenurodyta kurso data!");
-  auto rate = session.db().prepare(
-      "INSERT INTO currency_rate (currency_id, day, rate, user_id) VALUES ($1, $2, $3, $4)"
-      " ON CONFLICT (currency_id, day) DO UPDATE SET rate = excluded.rate,"
-      " user_id = excluded.user_id");
-  rate->bind(1, currency->integer(0)).bind(2, arguments[1].day());
-  rate->bind(3, arguments[2].real()).bind(4, session.user().id);
-  rate->run();
+  writeDayRate(session, {arguments[0].str(), arguments[1].day(), arguments[2].real()});
+  return {};
+}
+
+// All rows or none.
+Variant SaveDayRates(Session& session, const Arguments& arguments, std::string_view) {
+  for (const DayRateChange& change : readDayRates(arguments[0].str())) {
+    try {
+      writeDayRate(session, change);
+    } catch (const Refusal& refusal) {
+      const std::string where = DateTime::FromDayNumber(change.day).Text() + " " + change.code;
+      throw Refusal(refusal.code, where + ": " + refusal.what());
+    }
+  }
   return {};
 }
 
@@ -151,6 +152,7 @@ constexpr Routine kRoutines[] = {
     {"O0200500", "GetCurrencyRates", "dtT", false, GetCurrencyRates},
     {"O0002200", "GetCurrencyRates", "tT", false, GetRatesOfCurrency},
     {"O0002200", "SaveDayRate", "tdn", true, SaveDayRate},
+    {"O0002200", "SaveDayRates", "t", true, SaveDayRates},
     {"O0001629", "GetVATtariffs", "", false, GetVATtariffs},
 };
 
