@@ -57,7 +57,7 @@ class Wrapper {
 
 Typeface::Typeface(const std::string& family, float points, bool bold, bool italic)
     : font_(QString::fromStdString(family)) {
-  font_.setPixelSize(static_cast<int>(std::lround(points * kTwipsPerPoint)));
+  font_.setPixelSize(qRound(points * kTwipsPerPoint));
   font_.setBold(bold);
   font_.setItalic(italic);
   font_.setKerning(false);
@@ -90,7 +90,7 @@ double Typeface::width(QStringView words) const {
 }
 
 std::uint16_t FontSet::find(float points, bool bold, bool italic) {
-  const int half = std::max(1, static_cast<int>(std::lround(points * 2)));
+  const int half = std::max(1, qRound(points * 2));
   const int key = half * 4 + (bold ? 2 : 0) + (italic ? 1 : 0);
   const auto [known, isNew] = known_.try_emplace(key, static_cast<std::uint16_t>(faces_.size()));
   if (isNew) faces_.emplace_back(family_, static_cast<float>(half) / 2, bold, italic);

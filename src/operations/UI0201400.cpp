@@ -5,6 +5,7 @@
 #include "operations/UIO0201400.h"
 #include "operations/document_form.h"
 #include "operations/operation_menu.h"
+#include "operations/operation_tools.h"
 
 namespace tolvex {
 
@@ -21,11 +22,7 @@ constexpr const char* kHelp = "Pagalba";
 constexpr const char* kMainGroup = "MainGroup";  // the kind of the one group above all others
 constexpr const char* kHelpPage = "help\\saskaitulikuciai.htm";
 
-constexpr std::pair<const char*, const char*> kTools[] = {
-    {"Skolų dengimas", "frmDebtsCover"},
-    {"Valiutos perskaičiavimas", "frmCurrencyInfluence"},
-    {"Valiutos pirkimas/pardavimas", "frmCurrencyExchange"},
-    {kCoversInFuture, "frmCoversInFuture"}};
+constexpr const char* kCoversScreen = "frmCoversInFuture";
 
 bool isCommon(VXObjectUIO& group) { return group.Fields()["GroupFlag"].Number() != 0; }
 
@@ -76,9 +73,10 @@ void UI0201400::addGroupEntries(VXObjectUIO& group, std::vector<MenuEntry>& menu
     const std::string kind(group.Fields()["FormOID"].Text());
     if (rights.create) addDocumentEntries(forms, kind, menu);
     if (rights.create && kind == kOperationKind) {
-      for (const auto& [caption, screen] : kTools) {
-        menu.push_back(menuEntry(caption, forms.has(screen)));
+      for (const OperationTool& tool : kOperationTools) {
+        menu.push_back(menuEntry(std::string(tool.caption), forms.has(tool.form)));
       }
+      menu.push_back(menuEntry(kCoversInFuture, forms.has(kCoversScreen)));
     }
     if (kind == "O0201502" && host.of("CImportFromBank").view) {
       menu.push_back(menuEntry(kBankImport, forms.has("frmImportFromBank")));
@@ -121,13 +119,9 @@ MenuAction UI0201400::clickGroup(const std::string& id, const std::string& capti
   if (caption == kToDesktop) return openGroup(id, "");
   if (caption == kDelete) return clickDelete(*this, id);
   if (caption == kTelebankExport) return clickTelebank(tables_, "E;" + id);
-  for (const auto& [tool, screen] : kTools) {
-    if (caption == tool && !tables_->forms.has(screen)) {
-      tellMissingScreen();
-      return {};
-    }
-  }
-  if (caption == kBankImport) {
+  const OperationTool* tool = operationTool(caption);
+  if (caption == kBankImport || caption == kCoversInFuture ||
+      (tool && !tables_->forms.has(tool->form))) {
     tellMissingScreen();
     return {};
   }

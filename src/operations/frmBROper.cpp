@@ -20,11 +20,12 @@ constexpr std::size_t kCommentLength = 1000;
 
 }  // namespace
 
-frmBROper::frmBROper(const ObjectFormRequest& request)
+frmBROper::frmBROper(const ObjectFormRequest& request, const FormRegistry& forms)
     : Form(request.host, "frmBROper"),
       VXObjectUIO(request.object),
       boolModalForm(request.boolModalForm),
-      ClickedParameters(request.ClickedParameters) {
+      ClickedParameters(request.ClickedParameters),
+      forms_(forms) {
   SOPanel.titleBand = true;
   txtGroup.readOnly = true;
   // Blank means that the operation is in neither register.
@@ -90,6 +91,9 @@ void frmBROper::wireMenus() {
   mnuOperToDesktop.onClick = [this] { host().desktop().putObject(VXObjectUIO->OIDR()); };
   mnuProtocol.onClick = [this] { showFailure(host(), VXObjectUIO->Methods("ShowProtocol")); };
   mnuAutoNumber.onClick = [this] { askNumber(); };
+  for (ui::MenuItem* item : {&mnuDebtsCover, &mnuCurrencyInfluence, &mnuCurrencyExchange}) {
+    item->onClick = [this, item] { openTool(*operationTool(item->caption())); };
+  }
 }
 
 std::string frmBROper::objectReference() const {
@@ -101,6 +105,7 @@ std::string frmBROper::objectReference() const {
 void frmBROper::opened() {
   optBRBalance.choose();
   openObject();
+  later([this] { openAskedTool(); });
 }
 
 void frmBROper::openObject() {
@@ -168,10 +173,13 @@ void frmBROper::enableByState() {
   mnuProtocol.enabled = stored;
   mnuAutoNumber.enabled = !readOnly;
   // These open dialogs that are not there yet.
-  for (ui::Control* tool : std::initializer_list<ui::Control*>{
-           &cmdCommentList, &entryMenu.mnuAddTemplate, &entryMenu.mnuOperTemplate,
-           &entryMenu.mnuBRCopy, &mnuCurrencyExchange, &mnuCurrencyInfluence, &mnuDebtsCover}) {
+  for (ui::Control* tool :
+       std::initializer_list<ui::Control*>{&cmdCommentList, &entryMenu.mnuAddTemplate,
+                                           &entryMenu.mnuOperTemplate, &entryMenu.mnuBRCopy}) {
     tool->enabled = false;
+  }
+  for (ui::MenuItem* item : {&mnuDebtsCover, &mnuCurrencyInfluence, &mnuCurrencyExchange}) {
+    item->enabled = !readOnly && forms_.has(operationTool(item->caption())->form);
   }
   entries_.enableMenu(entryMenu, *VXObjectUIO, !readOnly);
 }
@@ -339,6 +347,32 @@ void frmBROper::openNext() {
 void frmBROper::deleteOperation() {
   if (!SSCClose.enabled || !isStored(*VXObjectUIO)) return;
   if (deleteDocument(host(), *VXObjectUIO)) close();
+}
+
+// --- tools ------------------------------------------------------------------------------------
+
+void frmBROper::openTool(const OperationTool& tool) {
+  writeHeader();  // the tool starts from what was typed
+  const auto form = forms_.make(tool.form, OperationToolRequest{host(), VXObjectUIO, *this});
+  if (form) host().screens().runModal(*form);
+}
+
+// A menu, or the operation's own parameters, may ask for a tool as soon as the screen stands.
+void frmBROper::openAskedTool() {
+  const OperationTool* tool = operationTool(ClickedParameters);
+  if (!tool) tool = operationTool(header()["Parameters"].Text());
+  if (tool && !readOnly && forms_.has(tool->form)) openTool(*tool);
+}
+
+void frmBROper::setDate(DateTime date) {
+  dtpDate.value = date;
+  dateOpen_ = false;
+  touch();
+}
+
+void frmBROper::refreshEntries() {
+  touch();
+  refreshLists();
 }
 
 bool frmBROper::mayClose() {

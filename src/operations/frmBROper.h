@@ -9,6 +9,7 @@
 #include <string>
 
 #include "framework/form_registry.h"
+#include "operations/operation_tools.h"
 #include "operations/screen/document_group.h"
 #include "operations/screen/document_save.h"
 #include "operations/screen/entry_list.h"
@@ -16,9 +17,10 @@
 
 namespace tolvex {
 
-class frmBROper final : public ui::Form {
+class frmBROper final : public ui::Form, private OperationLink {
  public:
-  explicit frmBROper(const ObjectFormRequest& request);
+  // `forms` knows the tools; it outlives every screen.
+  frmBROper(const ObjectFormRequest& request, const FormRegistry& forms);
 
   const char* picture() const override;
   void opened() override;
@@ -113,11 +115,17 @@ class frmBROper final : public ui::Form {
   bool save();
   void openNext();
   void deleteOperation();
+  void openTool(const OperationTool& tool);
+  void openAskedTool();
+  void setDate(DateTime date) override;
+  void setComment(std::string_view comment) override { txtComment.text = std::string(comment); }
+  void refreshEntries() override;
   void askNumber();
   void leave();
   void touch() { changed_ = true; }
   RowSet& header() const { return *VXObjectUIO->RsFields(); }
 
+  const FormRegistry& forms_;
   EntryList entries_{lvwBRRecords, EntryList::Columns::WithDate};
   DocumentRights rights_;
   DocumentGroup group_;

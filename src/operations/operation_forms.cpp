@@ -7,8 +7,8 @@
 namespace tolvex {
 
 void registerOperationForms(FormRegistry& forms) {
-  forms.add<ObjectFormRequest>("frmBROper", [](const ObjectFormRequest& request) {
-    return std::make_shared<frmBROper>(request);
+  forms.add<ObjectFormRequest>("frmBROper", [&forms](const ObjectFormRequest& request) {
+    return std::make_shared<frmBROper>(request, forms);
   });
   forms.add<EntryEditorRequest>(kEntryEditor, [](const EntryEditorRequest& request) {
     return std::make_shared<frmBROperRecord>(request);

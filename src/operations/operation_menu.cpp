@@ -4,6 +4,7 @@
 
 #include "framework/references.h"
 #include "operations/document_form.h"
+#include "operations/operation_tools.h"
 
 namespace tolvex {
 
@@ -20,12 +21,6 @@ constexpr std::array<DocumentCaption, 5> kMoneyDocuments = {
      {"O0201504", "Naujas kasos pajamų orderis"},
      {"O0201505", "Nauja avanso apyskaita"}}};
 constexpr const char* kNewOperation = "Nauja operacija";
-constexpr std::array<std::string_view, 3> kTools = {"Skolų dengimas", "Valiutos perskaičiavimas",
-                                                    "Valiutos pirkimas/pardavimas"};
-
-bool isTool(std::string_view caption) {
-  return caption == kTools[0] || caption == kTools[1] || caption == kTools[2];
-}
 
 }  // namespace
 
@@ -51,7 +46,7 @@ std::string kindOfCaption(std::string_view caption, std::string_view groupKind) 
   for (const DocumentCaption& document : kMoneyDocuments) {
     if (caption == document.caption) return document.kind;
   }
-  if (isTool(caption)) return kOperationKind;
+  if (operationTool(caption)) return kOperationKind;
   if (caption != kNewOperation) return {};
   return groupKind.empty() ? kOperationKind : std::string(groupKind);
 }
@@ -79,7 +74,7 @@ MenuAction clickNewDocument(const OperationTablesPtr& tables, std::shared_ptr<VX
   }
   const std::string kind = kindOfCaption(caption, groupKind);
   if (kind.empty()) return {};
-  const std::string_view told = isTool(caption) && extra.empty() ? caption : extra;
+  const std::string_view told = operationTool(caption) && extra.empty() ? caption : extra;
   return showForm(newDocument(tables, std::move(ui), group, kind, told));
 }
 

@@ -243,7 +243,7 @@ TEST_F(WorkspaceTest, RightsAreAskedOnceUntilTheyMayHaveChanged) {
 }
 
 TEST_F(WorkspaceTest, AnObjectKeepsItsRecordWhenTheStoreFails) {
-  InnerUIO object(host(), program_->trace(), "O0000300");
+  InnerUIO object(host(), program_->trace(), "O0000300", nullptr);
   object.OID("O00003001");
   ASSERT_EQ(object.Read().Code, kDone);
   const std::string name(object.Fields()["Name"].Text());

@@ -291,6 +291,48 @@ TEST_F(OperationScreen, ModalOverAnotherScreenLeavesItsObjectAlone) {
   EXPECT_EQ(entriesOf(*object)->RecordCount(), 1U);
 }
 
+// A tool that adds one entry and tells the screen below, as covers and exchanges do.
+class AddingTool final : public ui::Form {
+ public:
+  explicit AddingTool(const OperationToolRequest& request)
+      : Form(request.host, "frmDebtsCover"), request_(request) {}
+  const char* picture() const override { return "cmdOK\n"; }
+  void opened() override {
+    comment = (*request_.operation->RsFields())["Comment"].Text();
+    NewEntry entry;
+    entry.AccountD = "240";
+    entry.AccountC = "500";
+    entry.sums.sum = 5;
+    ASSERT_EQ(AddBR(*request_.operation, entry).Code, kDone);
+    request_.link.setDate(DateTime::Of(2003, 1, 5));
+    request_.link.setComment("Skolų dengimas - UAB Pirkėjas");
+    request_.link.refreshEntries();
+  }
+  ui::Button cmdOK{this, "cmdOK", "Gerai"};
+  static inline std::string comment;  // of the record when the tool opened
+
+ private:
+  OperationToolRequest request_;
+};
+
+TEST_F(OperationScreen, ToolsWorkOnWhatWasTypedAndTellTheScreenBelow) {
+  EXPECT_FALSE(open(newOperation())->mnuDebtsCover.enabled()) << "no such tool yet";
+  tables->forms.add<OperationToolRequest>("frmDebtsCover", [](const OperationToolRequest& asked) {
+    return std::make_shared<AddingTool>(asked);
+  });
+  auto form = open(newOperation());
+  ui::Input user(*form);
+  DO(user.enter(form->txtComment, "Užskaita"));
+  host.screens().users.push_back([](ui::Form&) {});
+  DO(user.pick(form->mnuDebtsCover));
+  EXPECT_EQ(AddingTool::comment, "Užskaita");
+  EXPECT_EQ(form->lvwBRRecords.rows().size(), 1U);
+  EXPECT_EQ(form->dtpDate.value()->Text(), "2003.01.05");
+  EXPECT_EQ(form->txtComment.text(), "Skolų dengimas - UAB Pirkėjas");
+  host.dialogs().answers.push_back(Answer::No);
+  EXPECT_NE(user.close(), "") << "what a tool added is not lost without a question";
+}
+
 TEST_F(OperationScreen, BalanceIsDebitsLessCreditsByAccount) {
   auto object = newOperation();
   add(*object, "240", "500", 0.1);

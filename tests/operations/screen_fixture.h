@@ -70,7 +70,8 @@ class ScreenTest : public testing::Test {
   }
 
   std::shared_ptr<frmBROper> open(std::shared_ptr<VXObjectUIO> object, bool modal = false) {
-    auto form = std::make_shared<frmBROper>(ObjectFormRequest{host, std::move(object), "", modal});
+    auto form = std::make_shared<frmBROper>(ObjectFormRequest{host, std::move(object), "", modal},
+                                            tables->forms);
     form->markOpen(true);
     form->opened();
     return form;
