@@ -6,6 +6,7 @@
 
 #include "accounts/UI0200400.h"
 #include "accounts/UIO0200400.h"
+#include "accounts/account_forms.h"
 #include "framework/module_header.h"
 #include "framework/object_contract.h"
 #include "operations/UI0201400.h"
@@ -24,6 +25,7 @@ OperationTablesPtr fillTables() {
   auto tables = std::make_shared<OperationTables>();
   addOperationMethods(tables->methods);
   registerOperationForms(tables->forms);
+  registerAccountForms(tables->forms);
   return tables;
 }
 

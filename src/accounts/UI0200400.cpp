@@ -1,6 +1,9 @@
 #include "accounts/UI0200400.h"
 
 #include "accounts/UIO0200400.h"
+#include "accounts/account_forms.h"
+#include "accounts/account_messages.h"
+#include "accounts/plan_report.h"
 #include "framework/parameters.h"
 #include "framework/references.h"
 
@@ -8,18 +11,12 @@ namespace tolvex {
 
 namespace {
 
-constexpr const char* kRightsComponent = "CAccountPlanRights";
-constexpr const char* kTitle = "Norvanta";  // of the boxes of this kind
-constexpr const char* kNodeScreen = "frmAccountPlan";
-constexpr const char* kConversionScreen = "frmAccountPlanConvert";
 constexpr const char* kMoveDownWarning =
     "Šiuo veiksmu bus sukurta nauja subsąskaita ir visi sąskaitos įrašai bus perrašyti į sukurtą "
     "sąskaitą. Atliktus pakeitimus atstatyti bus neįmanoma. \r\n"
     "Ar tikrai norite atlikti šį veiksmą?";
 
 MenuEntry separator() { return {"-", "-"}; }
-
-void tellMissing() { warn(hostContext(), "Šis langas dar neįdiegtas, jis bus vėliau."); }
 
 }  // namespace
 
@@ -29,9 +26,17 @@ UI0200400::UI0200400(std::shared_ptr<const FormRegistry> forms)
 // --- menu
 // ------------------------------------------------------------------------------------------
 
-std::vector<MenuEntry> UI0200400::GetMenu(std::string id, std::string kind, std::string) {
+// In the view of both plans a node may be of the other one, whose own list side serves it.
+std::shared_ptr<VXObjectUI> UI0200400::otherPlan(std::string_view id) const {
+  const std::string_view plan = kindOf(id);
+  if (plan == OID() || (plan != kPlanKind && plan != kNewPlanKind)) return nullptr;
+  return hostContext().objects().kind(plan);
+}
+
+std::vector<MenuEntry> UI0200400::GetMenu(std::string id, std::string kind, std::string parent) {
+  if (const auto other = otherPlan(id)) return other->GetMenu(id, kind, parent);
   std::vector<MenuEntry> menu;
-  if (isRow(id)) {
+  if (isRef(id)) {
     addNodeEntries(kind, menu);
   } else {
     addRootEntries(menu);
@@ -41,20 +46,19 @@ std::vector<MenuEntry> UI0200400::GetMenu(std::string id, std::string kind, std:
 }
 
 void UI0200400::addRootEntries(std::vector<MenuEntry>& menu) const {
-  if (!hostContext().rights().of(kRightsComponent).create) return;
-  menu.push_back({"&Nauja klasė", "1", forms_->has(kNodeScreen)});
-  menu.push_back({"Spausdinti", "3", false});
+  if (!hostContext().rights().of(kPlanRights).create) return;
+  menu.push_back({"&Nauja klasė", "1"});
+  menu.push_back({"Spausdinti", "3"});
   if (OID() == kPlanKind) menu.push_back({"Sąskaitų planai", "5", true, mode_ == "FULL"});
   menu.push_back({"Sąskaitų &konvertavimas", "6", forms_->has(kConversionScreen)});
 }
 
 void UI0200400::addNodeEntries(std::string_view kind, std::vector<MenuEntry>& menu) const {
-  const RightFlags rights = hostContext().rights().of(kRightsComponent);
-  const bool hasScreen = forms_->has(kNodeScreen);
-  if (rights.view) menu.push_back({"Padėti ant darbo stalo", "0", hasScreen});
-  if (rights.create && kind == "Class") menu.push_back({"&Nauja sąskaita", "1", hasScreen});
+  const RightFlags rights = hostContext().rights().of(kPlanRights);
+  if (rights.view) menu.push_back({"Padėti ant darbo stalo", "0"});
+  if (rights.create && kind == "Class") menu.push_back({"&Nauja sąskaita", "1"});
   if (rights.create && kind != "Class") {
-    menu.push_back({"&Nauja subsąskaita", "1", hasScreen});
+    menu.push_back({"&Nauja subsąskaita", "1"});
     menu.push_back({"&Pervesti į žemesnės subsąskaitos lygį", "2"});
   }
   if (rights.remove) {
@@ -63,19 +67,24 @@ void UI0200400::addNodeEntries(std::string_view kind, std::vector<MenuEntry>& me
   }
 }
 
-MenuAction UI0200400::ClickMenu(std::string id, std::string, std::string entry, std::string) {
+MenuAction UI0200400::ClickMenu(std::string id, std::string kind, std::string entry,
+                                std::string extra) {
+  if (const auto other = otherPlan(id)) return other->ClickMenu(id, kind, entry, extra);
   HostContext& host = hostContext();
   if (entry == "0") {
     AddToDeskTopVXObject(id);
-  } else if (entry == "6" || entry == "3") {
-    tellMissing();
+  } else if (entry == "6") {
+    return screen(kConversionScreen, host.objects().create(kPlanKind));
   } else if (entry == "5") {
     mode_ = mode_ == "FULL" ? "" : "FULL";
     host.tree().redraw(kPlanKind);
   } else if (entry == "1") {
-    return newNode(isRow(id) ? id : std::string());
+    return newNode(id);
   } else if (entry == "4" || entry == "70S2") {
     return filtered();
+  } else if (entry == "3") {
+    if (const RowSetPtr nodes = GetVXObjectList(quoted("All"), "", ""))
+      host.reports().show(planReport(*nodes), true);
   } else if (entry == "7") {
     return deleted(id);
   } else if (entry == "2") {
@@ -89,13 +98,9 @@ MenuAction UI0200400::ClickMenu(std::string id, std::string, std::string entry, 
 // A node below the clicked one; from the root a class.
 MenuAction UI0200400::newNode(const std::string& above) {
   std::shared_ptr<VXObjectUIO> parent;
-  if (!above.empty()) {
-    parent = GetVXObject(above);
-    if (!parent) {
-      hostContext().dialogs().message(
-          {"Sąskaita panaikinta!", Icon::Stop, Buttons::Ok, Answer::Ok, kTitle});
-      return {};
-    }
+  if (isRef(above)) {
+    parent = standing(above);
+    if (!parent) return {};
   }
   std::shared_ptr<VXObjectUIO> node = GetVXObject("");
   if (!node) return {};
@@ -105,7 +110,7 @@ MenuAction UI0200400::newNode(const std::string& above) {
     node->OType("Group");
     node->Fields()["GroupFlag"] = 1;
   }
-  return screen(std::move(node));
+  return screen(kNodeScreen, std::move(node));
 }
 
 MenuAction UI0200400::filtered() {
@@ -118,7 +123,7 @@ MenuAction UI0200400::filtered() {
 
 MenuAction UI0200400::deleted(const std::string& id) {
   const Answer answer = hostContext().dialogs().message(
-      {"Ar tikrai norite panaikinti?", Icon::Question, Buttons::YesNo, Answer::No, kTitle});
+      {"Ar tikrai norite panaikinti?", Icon::Question, Buttons::YesNo, Answer::No, kPlanTitle});
   if (answer != Answer::Yes) return {};
   const bool gone = DeleteVXObject(id) == kDeleted;
   return {gone ? MenuAction::Removed : MenuAction::Nothing, {}};
@@ -128,19 +133,17 @@ void UI0200400::moveDown(const std::string& id) {
   const Answer answer = hostContext().dialogs().message(
       {kMoveDownWarning, Icon::Question, Buttons::OkCancel, Answer::Cancel, std::nullopt});
   if (answer != Answer::Ok) return;
-  const std::shared_ptr<VXObjectUIO> node = GetVXObject(id);
+  const std::shared_ptr<VXObjectUIO> node = standing(id);
   if (!node) return;
   const MethodResult moved = node->Methods("MoveAccountDown", {node->Fields()["ID"].Value()});
   if (moved.Code == kDone) hostContext().tree().redraw(kPlanKind);
 }
 
-MenuAction UI0200400::screen(std::shared_ptr<VXObjectUIO> node) {
+MenuAction UI0200400::screen(const char* name, std::shared_ptr<VXObjectUIO> node) const {
+  if (!node) return {};
   std::shared_ptr<ui::Form> form =
-      forms_->make(kNodeScreen, ObjectFormRequest{hostContext(), std::move(node), mode_});
-  if (!form) {
-    tellMissing();
-    return {};
-  }
+      forms_->make(name, ObjectFormRequest{hostContext(), std::move(node), mode_});
+  if (!form) return {};
   return {MenuAction::ShowForm, Variant(ObjectPtr(std::move(form)))};
 }
 
@@ -152,17 +155,35 @@ RowSetPtr UI0200400::GetVXObjectList(std::string parent, std::string, std::strin
 }
 
 bool UI0200400::AddToDeskTopVXObject(std::string id) {
-  std::shared_ptr<VXObjectUIO> node = GetVXObject(std::move(id));
+  std::shared_ptr<VXObjectUIO> node = standing(id);
   if (!node) return false;
-  const auto form = screen(std::move(node)).Value.As<ui::Form>();
+  const auto form = screen(kNodeScreen, std::move(node)).Value.As<ui::Form>();
   return form && hostContext().desktop().put(form);
 }
 
 std::shared_ptr<VXObjectUIO> UI0200400::GetVXObject(std::string id) {
+  auto [node, read] = readNode(std::move(id));
+  return read.Code == kDone ? node : nullptr;
+}
+
+std::pair<std::shared_ptr<VXObjectUIO>, SaveResult> UI0200400::readNode(std::string id) {
   auto node = std::make_shared<UIO0200400>(isRef(id) ? std::string(kindOf(id)) : OID());
   node->UI(shared_from_this());
   node->OID(std::move(id));
-  return node->Read().Code == kDone ? node : nullptr;
+  SaveResult read = node->Read();
+  return {std::move(node), std::move(read)};
+}
+
+// The node that a command is given for; the user is told when there is none.
+std::shared_ptr<VXObjectUIO> UI0200400::standing(const std::string& id) {
+  auto [node, read] = readNode(id);
+  if (read.Code == kDone) return node;
+  if (read.Code == kGone) {
+    stopWith(hostContext(), "Sąskaita panaikinta!");
+  } else {
+    warn(hostContext(), read.Text);
+  }
+  return nullptr;
 }
 
 const IconsTable& UI0200400::GetIconsTable() const {

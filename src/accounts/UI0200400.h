@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "framework/form_registry.h"
@@ -15,7 +16,7 @@ class UI0200400 final : public ForwardingUI {
   explicit UI0200400(std::shared_ptr<const FormRegistry> forms);
 
   using ForwardingUI::OID;
-  // Entries have numbers for ids. Those whose screen is missing are there, disabled.
+  // Entries have numbers for ids. That of a missing screen is there, disabled.
   std::vector<MenuEntry> GetMenu(std::string id, std::string kind, std::string parent) override;
   MenuAction ClickMenu(std::string id, std::string kind, std::string entry,
                        std::string extra) override;
@@ -32,7 +33,10 @@ class UI0200400 final : public ForwardingUI {
   MenuAction filtered();
   MenuAction deleted(const std::string& id);
   void moveDown(const std::string& id);
-  MenuAction screen(std::shared_ptr<VXObjectUIO> node);
+  MenuAction screen(const char* name, std::shared_ptr<VXObjectUIO> node) const;
+  std::shared_ptr<VXObjectUI> otherPlan(std::string_view id) const;
+  std::pair<std::shared_ptr<VXObjectUIO>, SaveResult> readNode(std::string id);
+  std::shared_ptr<VXObjectUIO> standing(const std::string& id);
 
   std::shared_ptr<const FormRegistry> forms_;
   std::string mode_;  // "FULL" or ""

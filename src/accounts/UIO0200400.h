@@ -12,6 +12,7 @@ namespace tolvex {
 
 inline constexpr const char* kPlanKind = "O0200400";
 inline constexpr const char* kNewPlanKind = "O0200401";
+inline constexpr const char* kPlanRights = "CAccountPlanRights";
 
 class UIO0200400 final : public ForwardingUIO {
  public:

@@ -1,0 +1,13 @@
+#include "accounts/account_forms.h"
+
+#include "accounts/frmAccountPlan.h"
+
+namespace tolvex {
+
+void registerAccountForms(FormRegistry& forms) {
+  forms.add<ObjectFormRequest>(kNodeScreen, [](const ObjectFormRequest& request) {
+    return std::make_shared<frmAccountPlan>(request);
+  });
+}
+
+}  // namespace tolvex
