@@ -15,12 +15,10 @@ void UsedAccounts::read() {
     id = known != seen_.end() ? known->second : idOf(code);
     if (id != kUnknownAccount) byId_.try_emplace(id);
   }
-  static constexpr std::string_view kSelect =
+  hold();
+  auto select = db_.prepare(
       "SELECT a.code, a.group_flag, a.track_items, l.day_high, l.day_low, a.plan FROM account a"
-      " LEFT JOIN account_lock l ON l.account_id = a.id WHERE a.id = $1";
-  const std::string sql =
-      std::string(kSelect) + (db_.engine() == Engine::Postgres ? " FOR SHARE OF a" : "");
-  auto select = db_.prepare(sql);
+      " LEFT JOIN account_lock l ON l.account_id = a.id WHERE a.id = $1");
   for (auto& [id, account] : byId_) {
     account.id = id;
     select->bind(1, id);
@@ -46,6 +44,19 @@ void UsedAccounts::read() {
     }
   }
   if (stale) read();
+}
+
+// A statement sees what was stored when it began, also when it then waits for a row. So the
+// accounts are held first, and their lock dates read by a statement that begins after whoever set
+// them.
+void UsedAccounts::hold() {
+  if (db_.engine() != Engine::Postgres) return;  // one writer at a time
+  auto hold = db_.prepare("SELECT 1 FROM account WHERE id = $1 FOR SHARE");
+  for (const auto& [id, account] : byId_) {
+    hold->bind(1, id);
+    hold->step();
+    hold->reset();
+  }
 }
 
 const UsedAccount* UsedAccounts::find(const std::string& code) const {

@@ -35,6 +35,7 @@ class UsedAccounts {
 
  private:
   int idOf(const std::string& code);
+  void hold();
 
   Database& db_;
   AccountIds& seen_;

@@ -1,6 +1,8 @@
 // Lock dates of accounts. Every account has its lock record, stored only while it holds a date, so
 // the record goes by the id of the account.
+#include <algorithm>
 #include <optional>
+#include <vector>
 
 #include "framework/references.h"
 #include "framework/text.h"
@@ -21,17 +23,18 @@ constexpr ColumnSpec kRecord[] = {
     {"OID", FieldType::Text},         {"OType", FieldType::Text},
     {"Preview", FieldType::Text},     {"RowVersion", FieldType::Integer},
     {"Account", FieldType::Text, 20}, {"DateToHigh", FieldType::Date},
-    {"DateToLow", FieldType::Date},   {"UserOIDR", FieldType::Text, 30}};
+    {"DateToLow", FieldType::Date},   {"UserOIDR", FieldType::Text, 30},
+    {"ParentID", FieldType::Integer}};
 constexpr ColumnSpec kList[] = {{"OIDR", FieldType::Text},        {"OID", FieldType::Text},
                                 {"ParentID", FieldType::Integer}, {"ParentOIDR", FieldType::Text},
                                 {"OType", FieldType::Text},       {"GroupFlag", FieldType::Integer},
                                 {"Name", FieldType::Text},        {"Preview", FieldType::Text},
                                 {"ComponentID", FieldType::Text}, {"Account", FieldType::Text},
                                 {"DateToHigh", FieldType::Date},  {"DateToLow", FieldType::Date},
-                                {"BLOIDR", FieldType::Text}};
+                                {"BLOIDR", FieldType::Text},      {"UserOIDR", FieldType::Text}};
 
 constexpr const char* kLocked =
-    "SELECT a.id, a.code, a.name, l.day_high, l.day_low, l.row_version, u.employee_id"
+    "SELECT a.id, a.code, a.name, l.day_high, l.day_low, l.row_version, u.employee_id, a.parent_id"
     " FROM account a LEFT JOIN account_lock l ON l.account_id = a.id"
     " LEFT JOIN app_user u ON u.id = l.user_id WHERE a.plan IN (0, -9)";
 
@@ -39,13 +42,93 @@ std::string shownName(int id, std::string_view name) {
   return id == 0 ? "Likutis" : std::string(name);
 }
 
+std::string userOf(const Statement& row) {
+  return row.isNull(6) ? std::string() : refOf("O0001401", static_cast<int>(row.integer(6)));
+}
+
 Variant dayOrNull(const Statement& row, int column) {
   return valueOf(row, column, {"", FieldType::Date});
 }
 
-std::optional<int> dayIn(Field field) {
-  if (field.IsAbsent()) return std::nullopt;
-  return field.Value().AsDate().DayNumber();
+std::optional<int> dayOf(const Variant& value) {
+  if (value.IsAbsent()) return std::nullopt;
+  return value.AsDate().DayNumber();
+}
+
+struct Days {
+  std::optional<int> high, low;
+  bool operator==(const Days&) const = default;
+};
+
+// One lock as it is to be, and as it was when it was read.
+struct LockChange {
+  int account = 0;
+  std::string code;
+  Days now;
+  std::optional<Days> before;  // nothing: the record was made, not read
+};
+
+int accountNamed(Database& db, std::string_view code) {
+  const auto id =
+      integerFrom(db, "SELECT id FROM account WHERE plan IN (0, -9) AND code = $1", code);
+  if (!id) throw Refusal(kReferred, "Sąskaita neegzistuoja: " + std::string(code));
+  return static_cast<int>(*id);
+}
+
+void addChanges(Database& db, RowSet& rows, std::vector<LockChange>& changes) {
+  ForEachRow(rows, [&](RowSet& row) {
+    if (row.State() == RowState::Unchanged || row.State() == RowState::Deleted) return;
+    LockChange change;
+    change.code = row["Account"].Text();
+    change.now = {dayOf(row["DateToHigh"].Value()), dayOf(row["DateToLow"].Value())};
+    if (row.State() == RowState::Changed) {
+      change.before = {dayOf(row["DateToHigh"].OriginalValue()),
+                       dayOf(row["DateToLow"].OriginalValue())};
+    }
+    if (change.now.high && change.now.low && *change.now.high > *change.now.low) {
+      refuseRule("Vadovo blokavimo data negali būti vėlesnė už vartotojo datą!");
+    }
+    const std::string_view reference = row["OIDR"].Text();
+    change.account = isRef(reference) ? idOf(reference) : accountNamed(db, change.code);
+    changes.push_back(std::move(change));
+  });
+}
+
+// Holds the account, so that no save that knows the older dates can slip past.
+void holdAccount(Database& db, const LockChange& change) {
+  const bool server = db.engine() == Engine::Postgres;
+  const std::string code = textFrom(db,
+                                    "SELECT code FROM account WHERE plan IN (0, -9) AND id = $1" +
+                                        std::string(server ? " FOR UPDATE" : ""),
+                                    change.account);
+  if (code != change.code) throw Refusal(kReferred, "Sąskaita neegzistuoja: " + change.code);
+}
+
+void checkUnchanged(Database& db, const LockChange& change) {
+  if (!change.before) return;
+  Days stored;
+  auto query =
+      bound(db, "SELECT day_high, day_low FROM account_lock WHERE account_id = $1", change.account);
+  if (query->step()) {
+    stored = {dayOf(dayOrNull(*query, 0)), dayOf(dayOrNull(*query, 1))};
+  }
+  if (stored != *change.before) {
+    throw Refusal(kChangedByOther, "Įrašą pakeitė kitas vartotojas: sąskaita " + change.code);
+  }
+}
+
+void writeLock(Session& session, const LockChange& change) {
+  Database& db = session.db();
+  if (change.now == Days{}) {
+    run(db, "DELETE FROM account_lock WHERE account_id = $1", change.account);
+    return;
+  }
+  run(db,
+      "INSERT INTO account_lock (account_id, day_high, day_low, user_id)"
+      " VALUES ($1, $2, $3, $4) ON CONFLICT (account_id) DO UPDATE SET"
+      " day_high = excluded.day_high, day_low = excluded.day_low,"
+      " user_id = excluded.user_id, row_version = account_lock.row_version + 1",
+      change.account, change.now.high, change.now.low, session.user().id);
 }
 
 class LockRecords final : public RecordHandler {
@@ -65,8 +148,8 @@ class LockRecords final : public RecordHandler {
     row["Account"] = query->text(1);
     row["DateToHigh"] = dayOrNull(*query, 3);
     row["DateToLow"] = dayOrNull(*query, 4);
-    row["UserOIDR"] =
-        query->isNull(6) ? std::string() : refOf("O0001401", static_cast<int>(query->integer(6)));
+    row["UserOIDR"] = userOf(*query);
+    row["ParentID"] = valueOf(*query, 7, {"", FieldType::Integer});
     return record;
   }
 
@@ -77,33 +160,28 @@ class LockRecords final : public RecordHandler {
     return record;
   }
 
-  int save(Session& session, std::string_view, std::string_view, RowSet& row, RowSet*,
+  // The record itself, and with it any number of rows of the list: all or none.
+  int save(Session& session, std::string_view, std::string_view, RowSet& row, RowSet* further,
            RowSet*) const override {
     Database& db = session.db();
     if (!session.rights(kComponent).edit) throw Refusal(kNoSaveRight, "Nėra teisės įrašyti!");
-    const auto high = dayIn(row["DateToHigh"]), low = dayIn(row["DateToLow"]);
-    if (high && low && *high > *low) {
-      refuseRule("Vadovo blokavimo data negali būti vėlesnė už vartotojo datą!");
+    std::vector<LockChange> changes;
+    addChanges(db, row, changes);
+    if (further) addChanges(db, *further, changes);
+    // Ascending, as those who save entries hold them.
+    std::sort(changes.begin(), changes.end(),
+              [](const LockChange& a, const LockChange& b) { return a.account < b.account; });
+    for (const LockChange& change : changes) holdAccount(db, change);
+    for (const LockChange& change : changes) {
+      checkUnchanged(db, change);
+      writeLock(session, change);
     }
-    const int account = heldAccount(db, row["Account"].Text());
-    const auto stored =
-        integerFrom(db, "SELECT row_version FROM account_lock WHERE account_id = $1", account);
-    if (row.State() != RowState::Added &&
-        stored.value_or(0) != static_cast<int>(row["RowVersion"].Number())) {
-      throw Refusal(kChangedByOther, "Įrašą pakeitė kitas vartotojas: sąskaita " +
-                                         std::string(row["Account"].Text()));
-    }
-    if (!high && !low) {
-      run(db, "DELETE FROM account_lock WHERE account_id = $1", account);
-    } else {
-      run(db,
-          "INSERT INTO account_lock (account_id, day_high, day_low, user_id)"
-          " VALUES ($1, $2, $3, $4) ON CONFLICT (account_id) DO UPDATE SET"
-          " day_high = excluded.day_high, day_low = excluded.day_low,"
-          " user_id = excluded.user_id, row_version = account_lock.row_version + 1",
-          account, high, low, session.user().id);
-    }
+    row.MoveFirst();
+    const std::string_view reference = row["OIDR"].Text();
+    const int account =
+        isRef(reference) ? idOf(reference) : accountNamed(db, row["Account"].Text());
     const RowSetPtr now = load(session, kKind, account);
+    if (!now) throw Refusal(kEditedGone, "Redaguojamas įrašas nebeegzistuoja!");
     now->MoveFirst();
     for (const char* field : {"ID", "OIDR", "OID", "OType", "Preview", "RowVersion", "UserOIDR"}) {
       row[field] = (*now)[field].Value();
@@ -144,20 +222,9 @@ class LockRecords final : public RecordHandler {
       row["Account"] = query->text(1);
       row["DateToHigh"] = dayOrNull(*query, 3);
       row["DateToLow"] = dayOrNull(*query, 4);
+      row["UserOIDR"] = userOf(*query);
     }
     return finishList(rows, filter);
-  }
-
- private:
-  // The account, held so that no save that knows the older dates can slip past.
-  static int heldAccount(Database& db, std::string_view code) {
-    const bool server = db.engine() == Engine::Postgres;
-    const auto id = integerFrom(db,
-                                "SELECT id FROM account WHERE plan IN (0, -9) AND code = $1" +
-                                    std::string(server ? " FOR UPDATE" : ""),
-                                code);
-    if (!id) throw Refusal(kReferred, "Sąskaita neegzistuoja: " + std::string(code));
-    return static_cast<int>(*id);
   }
 };
 

@@ -10,8 +10,8 @@ const std::vector<Routine>& routineTable() {
     for (const std::span<const Routine> part :
          {listRoutines(), operationRoutines(), referenceRoutines(), commentRoutines(),
           numberRoutines(), debtRoutines(), advanceRoutines(), balanceRoutines(), bankRoutines(),
-          planRoutines(), groupRoutines(), templateRoutines(), currencyRoutines(), vatRoutines(),
-          hostRoutines()})
+          planRoutines(), lockRoutines(), groupRoutines(), templateRoutines(), currencyRoutines(),
+          vatRoutines(), hostRoutines()})
       all.insert(all.end(), part.begin(), part.end());
     return all;
   }();

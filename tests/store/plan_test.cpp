@@ -115,32 +115,6 @@ TEST_P(Plan, TheListIsByNumberAndInModes) {
   EXPECT_EQ(rowsIn(session().list("O0200401", "", "", ""))->RecordCount(), 1U);
 }
 
-TEST_P(Plan, LocksAreShownForEveryAccountAndTheOpeningBalances) {
-  RowSetPtr list = rowsIn(session().list("O0201300", "", "", ""));
-  EXPECT_EQ((*list)["Account"].Text(), "0");
-  EXPECT_EQ((*list)["Preview"].Text(), "Likutis");
-  const std::string filter = "' DateToLow>'1900.01.01''";
-  EXPECT_EQ(rowsIn(session().list("O0201300", filter, "", ""))->RecordCount(), 0U);
-
-  RowSetPtr lock = rowsIn(session().load("O0201300", "O02013000"));
-  lock->MoveFirst();
-  (*lock)["DateToHigh"] = Variant(DateTime::Of(2004, 2, 1));
-  (*lock)["DateToLow"] = Variant(DateTime::Of(2004, 1, 31));
-  EXPECT_EQ(session().save("O0201300", "", *lock, nullptr, nullptr).Code, kRuleBroken);
-  (*lock)["DateToLow"] = Variant(DateTime::Of(2004, 2, 28));
-  EXPECT_EQ(session().save("O0201300", "", *lock, nullptr, nullptr).Code, kDone);
-  EXPECT_EQ(rowsIn(session().list("O0201300", filter, "", ""))->RecordCount(), 1U);
-
-  RowSetPtr stale = rowsIn(session().load("O0201300", "O02013000"));
-  stale->MoveFirst();
-  (*lock)["DateToHigh"] = Null{};
-  (*lock)["DateToLow"] = Null{};
-  EXPECT_EQ(session().save("O0201300", "", *lock, nullptr, nullptr).Code, kDone);
-  EXPECT_FALSE(anyRow(db(), "SELECT 1 FROM account_lock"));
-  (*stale)["DateToLow"] = Variant(DateTime::Of(2004, 3, 1));
-  EXPECT_EQ(session().save("O0201300", "", *stale, nullptr, nullptr).Code, kChangedByOther);
-}
-
 TOLVEX_ALL_STORES(Plan);
 
 }  // namespace
