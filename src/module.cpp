@@ -5,8 +5,11 @@
 #include <string_view>
 
 #include "accounts/UI0200400.h"
+#include "accounts/UI0201300.h"
 #include "accounts/UIO0200400.h"
 #include "accounts/account_forms.h"
+#include "accounts/UIO0201300.h"
+#include "accounts/lock_forms.h"
 #include "framework/module_header.h"
 #include "framework/object_contract.h"
 #include "operations/UI0201400.h"
@@ -26,6 +29,7 @@ OperationTablesPtr fillTables() {
   addOperationMethods(tables->methods);
   registerOperationForms(tables->forms);
   registerAccountForms(tables->forms);
+  registerLockForms(tables->forms);
   return tables;
 }
 
@@ -40,6 +44,7 @@ class TolvexModule final : public Module {
 
   std::shared_ptr<VXObjectUI> createUI(std::string_view className) override {
     if (className == "UI0200400") return std::make_shared<UI0200400>(forms());
+    if (className == "UI0201300") return std::make_shared<UI0201300>(forms());
     if (className == "UI0201400") return std::make_shared<UI0201400>(tables_);
     if (className == "UI0201500") return std::make_shared<UI0201500>(tables_);
     return nullptr;
@@ -47,6 +52,7 @@ class TolvexModule final : public Module {
 
   std::shared_ptr<VXObjectUIO> createUIO(std::string_view className) override {
     if (className == "UIO0200400") return std::make_shared<UIO0200400>();
+    if (className == "UIO0201300") return std::make_shared<UIO0201300>(forms());
     if (className == "UIO0201400") return std::make_shared<UIO0201400>();
     if (className == "UIO0201500") return std::make_shared<UIO0201500>(tables_);
     return nullptr;

@@ -19,6 +19,7 @@ constexpr const char* kLocks = "Sąskaitų blokavimas";
 constexpr const char* kCoversInFuture = "Būsimų laikotarpių operacijos";
 constexpr const char* kBankImport = "Banko įrašų apie pinigų gavimą importas";
 constexpr const char* kHelp = "Pagalba";
+constexpr const char* kLockKind = "O0201300";
 constexpr const char* kMainGroup = "MainGroup";  // the kind of the one group above all others
 constexpr const char* kHelpPage = "help\\saskaitulikuciai.htm";
 
@@ -60,7 +61,7 @@ void UI0201400::addTreeEntries(std::vector<MenuEntry>& menu) const {
   menu.push_back(menuEntry(kSearch, forms.has("frmBROperPreview")));
   if (rights.of("CAllAccLock").view) {
     menu.push_back(menuEntry("-"));
-    menu.push_back(menuEntry(kLocks, forms.has("frmAccountLock")));
+    menu.push_back(menuEntry(kLocks, forms.has("frmBRLock")));
   }
 }
 
@@ -107,7 +108,7 @@ MenuAction UI0201400::clickTree(const std::string& id, const std::string& captio
   } else if (caption == kSearch) {
     return clickSearch(tables_);
   } else if (caption == kLocks) {
-    tellMissingScreen();
+    (void)host.objects().kind(kLockKind)->AddToDeskTopVXObject("");
   } else {
     return openGroup("", caption + ";" + id);
   }

@@ -24,11 +24,6 @@ constexpr const char* kNewOperation = "Nauja operacija";
 
 }  // namespace
 
-MenuEntry menuEntry(std::string caption, bool enabled) {
-  std::string id = caption;
-  return {std::move(caption), std::move(id), enabled, false};
-}
-
 void addDocumentEntries(const FormRegistry& forms, std::string_view kind,
                         std::vector<MenuEntry>& menu) {
   if (kind == "O1000100") return;  // documents of trade are made in their own module
@@ -104,13 +99,6 @@ MenuAction clickSearch(const OperationTablesPtr& tables) {
   auto journal = host.objects().open((*rows)["OIDR"].Text());
   if (!journal) return {};
   return showForm(makeScreen(tables->forms, "frmBROperPreview", {host, std::move(journal), ""}));
-}
-
-MenuAction clickDelete(VXObjectUI& ui, std::string id) {
-  HostContext& host = hostContext();
-  if (!ask(host, "Ar tikrai norite panaikinti?")) return {};
-  const std::int16_t status = ui.DeleteVXObject(std::move(id));
-  return {status == kDeleted ? MenuAction::Removed : MenuAction::Nothing, {}};
 }
 
 }  // namespace tolvex

@@ -5,20 +5,15 @@
 #include <string_view>
 #include <vector>
 
+#include "framework/kind_menu.h"
 #include "operations/UIO0201500.h"
 #include "platform/host.h"
 #include "platform/objects.h"
 
 namespace tolvex {
 
-inline constexpr const char* kToDesktop = "Padėti ant darbo stalo";
-inline constexpr const char* kDelete = "Panaikinti";
-inline constexpr const char* kFilterRows = "Atrinkti";
 inline constexpr const char* kSearch = "Paieška";
 inline constexpr const char* kTelebankExport = "Eksportas į banką";
-
-// An entry whose id is its caption.
-MenuEntry menuEntry(std::string caption, bool enabled = true);
 
 // The entries that make documents of a kind; disabled while their screen is missing.
 void addDocumentEntries(const FormRegistry& forms, std::string_view kind,
@@ -41,16 +36,5 @@ MenuAction showForm(std::shared_ptr<ui::Form> form);
 MenuAction clickTelebank(const OperationTablesPtr& tables, std::string_view clicked);
 // "Paieška": the operation journal over the first journal that is set up for it.
 MenuAction clickSearch(const OperationTablesPtr& tables);
-// "Panaikinti": asks, then deletes by the rules of the kind.
-MenuAction clickDelete(VXObjectUI& ui, std::string id);
-// "Atrinkti": the rows that `list` gives for the user's filter text.
-template <class List>
-MenuAction clickFilter(VXObjectUI& ui, std::string_view kind, List list) {
-  const std::string filter = hostContext().dialogs().filter(kind);
-  if (filter.empty()) return {};
-  RowSetPtr rows = list(ui, filter);
-  if (!rows) return {};
-  return {MenuAction::ShowRows, Variant(Variant::Array{rows, filter})};
-}
 
 }  // namespace tolvex
