@@ -11,7 +11,7 @@
 #include "operations/screen/document_date.h"
 #include "operations/screen/operation_rows.h"
 #include "operations/screen/related_list.h"
-#include "operations/screen/save_outcome.h"
+#include "platform/save_outcome.h"
 
 namespace tolvex {
 namespace {

@@ -1,7 +1,7 @@
 #include "operations/screen/document_save.h"
 
 #include "operations/screen/operation_rows.h"
-#include "operations/screen/save_outcome.h"
+#include "platform/save_outcome.h"
 
 namespace tolvex {
 namespace {

@@ -6,7 +6,7 @@
 #include "operations/entry_editor.h"
 #include "operations/new_entry.h"
 #include "operations/screen/operation_rows.h"
-#include "operations/screen/save_outcome.h"
+#include "platform/save_outcome.h"
 
 namespace tolvex {
 EntryMenu::EntryMenu(ui::Form* form)

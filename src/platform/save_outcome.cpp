@@ -1,4 +1,4 @@
-#include "operations/screen/save_outcome.h"
+#include "platform/save_outcome.h"
 
 #include "framework/text.h"
 

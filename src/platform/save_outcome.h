@@ -1,4 +1,4 @@
-// How document screens tell the outcome of a save and ask before something is lost.
+// How screens tell the outcome of a save and ask before something is lost.
 #pragma once
 
 #include <string>
@@ -7,9 +7,9 @@
 
 namespace tolvex {
 
-// A save of a document that did not happen: the reason, a blank line, and that nothing was written.
+// A save that did not happen: the reason, a blank line, and that nothing was written.
 void showFailedSave(HostContext& host, const std::string& reason);
-// A failure that an entry operation returned, unless it has no text. True when there was one.
+// A failure that an operation returned, unless it has no text. True when there was one.
 bool showFailure(HostContext& host, const MethodResult& result);
 // "Ar tikrai norite panaikinti?", yes or no, no by default.
 bool askDelete(HostContext& host);
