@@ -1,5 +1,7 @@
 #include "host/cards/all_cards.h"
 
+#include "host/cards/bank_cards.h"
+
 namespace tolvex {
 namespace {
 
@@ -10,6 +12,7 @@ CardSet makeCards() {
   CardSet cards;
   cards.addBranch(kDirectories, "Žinynai");
   cards.addBranch(kAdministration, "Administravimas");
+  cards.add(kDirectories, cardOf(bankCard()));
   return cards;
 }
 

@@ -68,7 +68,8 @@ void frmTree::addLayout(const LayoutNode& node, const std::string& parent) {
   const bool root = parent.empty();
   if (!root && !objects_.serves(node.code)) return;
   ui::TreeNode shown;
-  shown.key = node.code;
+  // A kind may stand under two roots: documents have their addressees at hand, directories all.
+  shown.key = sources_.contains(node.code) ? parent + node.code : node.code;
   shown.parent = parent;
   shown.text = node.caption;
   shown.icon = root ? node.code : "C" + node.code.substr(1);

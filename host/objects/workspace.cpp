@@ -1,6 +1,7 @@
 #include "host/objects/workspace.h"
 
 #include <exception>
+#include <set>
 
 #include "framework/parameters.h"
 #include "framework/references.h"
@@ -176,10 +177,19 @@ struct Workspace::Impl final : HostContext, ObjectTree, Navigator {
     if (const KindView* view = kindView(family); view && view->grouping != Grouping::None)
       treeStale = true;
     if (family == kLocks) readStatus();
+    changedKinds.emplace(kind);
+  }
+  void tellScreens() {
+    const auto kinds = std::exchange(changedKinds, {});
+    if (kinds.empty()) return;
+    for (const auto& form : std::vector(screenSet.open()))
+      for (const std::string& kind : kinds)
+        if (form->isOpen()) form->recordsChanged(kind);
   }
   void idle() {
     screenSet.idle();
     if (screenSet.modal()) return;
+    tellScreens();
     if (std::exchange(treeStale, false)) treeForm->read();
     // A list that nobody sees is read when it comes to the front.
     if (listStale && screenSet.front() == nullptr) {
@@ -234,6 +244,7 @@ struct Workspace::Impl final : HostContext, ObjectTree, Navigator {
   std::unique_ptr<frmList> listForm;
   Workspace::Status status;
   bool listStale = false, treeStale = false;
+  std::set<std::string> changedKinds;  // since the open screens were told
 };
 
 Workspace::Workspace(Setup setup) : impl_(std::make_unique<Impl>(std::move(setup))) {

@@ -41,6 +41,9 @@ class Form : public Object {
   virtual void opened() {}                  // the form is about to be shown
   virtual bool mayClose() { return true; }  // asked before the user's closing; may show a box
   virtual void closed() {}
+  // A record of the kind was saved or deleted, here or on another screen; told once the loop is
+  // idle. For what the form shows of other objects.
+  virtual void recordsChanged(const std::string& /*kind*/) {}
 
   const std::string& name() const { return name_; }
   HostContext& host() { return host_; }
