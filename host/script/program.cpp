@@ -1,29 +1,19 @@
 #include "host/script/program.h"
 
-#include <chrono>
-#include <ctime>
 #include <utility>
 
 #include "host/cards/all_cards.h"
 #include "host/objects/frm_login.h"
+#include "host/store/moments.h"
 
 namespace tolvex {
-
-DateTime machineClock() {
-  const std::time_t now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
-  std::tm local{};
-  localtime_r(&now, &local);
-  return DateTime::Of(local.tm_year + 1900, static_cast<unsigned>(local.tm_mon + 1),
-                      static_cast<unsigned>(local.tm_mday), local.tm_hour, local.tm_min,
-                      std::min(local.tm_sec, 59));
-}
 
 Program::Program(Module& module, Options options) : module_(module), options_(std::move(options)) {
   if (options_.today) {
     const DateTime fixed = DateTime::FromSeconds(options_.today->Date().Seconds() + 9 * 3600);
     clock_ = [fixed] { return fixed; };
   } else {
-    clock_ = machineClock;
+    clock_ = store::localNow;
   }
   openSession();
 }

@@ -57,7 +57,4 @@ class Program final : public ScriptWorld {
   Playground* playground_ = nullptr;
 };
 
-// Now, in local civil time.
-DateTime machineClock();
-
 }  // namespace tolvex

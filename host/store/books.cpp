@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "host/store/demo.h"
+#include "host/store/moments.h"
 #include "host/store/schema.h"
 #include "host/store/seed.h"
 #include "host/store/users.h"
@@ -151,9 +152,10 @@ void createBooks(const std::string& place, const NewBooks& what) {
 
 std::unique_ptr<Session> openSession(std::unique_ptr<Database> db, const std::string& login,
                                      const std::string& password, Session::ClockFunction clock) {
-  auto user = authenticate(*db, login, password);
-  if (!user) throw BooksError("Neteisingas vartotojo vardas arba slaptažodis!");
-  return std::make_unique<Session>(std::move(db), *std::move(user), std::move(clock));
+  if (!clock) clock = localNow;
+  LoginOutcome in = logIn(*db, login, password, clock());
+  if (!in.user) throw BooksError(in.refusal);
+  return std::make_unique<Session>(std::move(db), *std::move(in.user), std::move(clock));
 }
 
 std::unique_ptr<Session> openBooks(const std::string& place, const std::string& login,

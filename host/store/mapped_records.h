@@ -21,6 +21,7 @@ class MappedRecords : public RecordHandler {
   explicit MappedRecords(const RecordMap& map);
 
   RowSetPtr load(Session& session, std::string_view kind, int id) const override;
+  std::string guard(std::string_view kind, int id) const override;
   RowSetPtr create(Session& session, std::string_view kind, std::string_view otype) const override;
   int save(Session& session, std::string_view kind, std::string_view otype, RowSet& changes,
            RowSet* second, RowSet* third) const override;

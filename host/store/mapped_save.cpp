@@ -275,6 +275,8 @@ void tellStored(const MappedRecords& records, const Saving& saving) {
 
 }  // namespace
 
+std::string MappedRecords::guard(std::string_view, int id) const { return componentOf(map(), id); }
+
 void refuseRule(const std::string& text) { throw Refusal(kRuleBroken, text); }
 
 int MappedRecords::save(Session& session, std::string_view kind, std::string_view otype,

@@ -2,6 +2,7 @@
 
 #include "framework/references.h"
 #include "framework/text.h"
+#include "host/store/records.h"
 #include "operations/entry_rules.h"
 
 namespace tolvex::store {
@@ -148,7 +149,7 @@ RowSetPtr loadOperation(Session& session, int id) {
   const std::optional<HeaderRow> header = readHeader(db, id);
   if (!header) return record;
   if (!session.rights(operComponent(header->groupId)).view) {
-    throw Refusal(kNoSaveRight, "Nėra teisės peržiūrėti!");
+    refuseView();
   }
   loadHeader(*record, db, *header);
   RowSet& BR = *(*record)["BR"].Rows();

@@ -1,16 +1,11 @@
 #include "host/store/protocol.h"
 
 #include "framework/text.h"
+#include "host/store/moments.h"
 
 namespace tolvex::store {
 
 namespace {
-
-std::string moment(const DateTime& at) {
-  std::string text = at.LongText();
-  text[4] = text[7] = '-';
-  return text;
-}
 
 void appendSide(std::string& to, const SideRow& side) {
   to += ' ';
@@ -69,7 +64,7 @@ void writeProtocol(Session& session, const HeaderRow& header, Action action,
   auto insert = session.db().prepare(
       "INSERT INTO oper_log (oper_id, oper_name, action, user_id, user_name, at, save_key, detail)"
       " VALUES ($1,$2,$3,$4,$5,$6,$7,$8)");
-  const std::string name = operName(header), at = moment(session.now());
+  const std::string name = operName(header), at = storedMoment(session.now());
   const std::string letter(1, static_cast<char>(action));
   insert->bind(1, header.id).bind(2, name).bind(3, letter).bind(4, session.user().id);
   insert->bind(5, session.user().name)
@@ -84,9 +79,7 @@ std::string lastChange(Database& db, int operId) {
       db.prepare("SELECT user_name, at FROM oper_log WHERE oper_id = $1 ORDER BY id DESC LIMIT 1");
   select->bind(1, operId);
   if (!select->step()) return "";
-  std::string at(select->text(1));
-  if (at.size() > 7) at[4] = at[7] = '.';
-  return std::string(select->text(0)) + ", " + at;
+  return std::string(select->text(0)) + ", " + shownMoment(std::string(select->text(1)));
 }
 
 }  // namespace tolvex::store

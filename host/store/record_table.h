@@ -22,5 +22,6 @@ std::span<const HandlerRow> clientRecords();
 std::span<const HandlerRow> listRecords();
 std::span<const HandlerRow> dayRateRecords();
 std::span<const HandlerRow> operationRecords();
+std::span<const HandlerRow> userRecords();
 
 }  // namespace tolvex::store

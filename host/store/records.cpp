@@ -12,7 +12,7 @@ const RecordHandler* recordHandler(std::string_view kind) {
     std::vector<HandlerRow> all;
     for (const std::span<const HandlerRow> part :
          {planRecords(), lockRecords(), groupRecords(), templateRecords(), journalRecords(),
-          clientRecords(), listRecords(), dayRateRecords(), operationRecords()}) {
+          clientRecords(), listRecords(), dayRateRecords(), operationRecords(), userRecords()}) {
       all.insert(all.end(), part.begin(), part.end());
     }
     return all;
@@ -53,6 +53,20 @@ std::optional<ListPage> readListPage(std::string_view argument) {
     throw Refusal(kWrongParameters, "Klaidingas sąrašo puslapis: " + std::string(argument));
   return ListPage{static_cast<int>(after), static_cast<int>(rows)};
 }
+
+RowSetPtr readRecord(Session& session, std::string_view kind, int id) {
+  const RecordHandler* const handler = recordHandler(kind);
+  if (!handler) throw Refusal(kUnknownRoutine, "Nežinoma objekto rūšis: " + std::string(kind));
+  RowSetPtr record = handler->load(session, kind, id);
+  if (!record) throw Refusal(kObjectGone, "Objektas panaikintas!");
+  const std::string guard = handler->guard(kind, id);
+  if (!guard.empty() && !session.rights(guard).view) refuseView();
+  record->MoveFirst();
+  return record;
+}
+
+void refuseSave() { throw Refusal(kNoSaveRight, "Nėra teisės įrašyti!"); }
+void refuseView() { throw Refusal(kNoSaveRight, "Nėra teisės peržiūrėti!"); }
 
 RowSetPtr finishList(RowSetPtr rows, std::string_view filter) {
   if (!trim(filter).empty()) {

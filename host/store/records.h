@@ -20,6 +20,9 @@ class RecordHandler {
   virtual ~RecordHandler() = default;
   // Null when there is no such record.
   virtual RowSetPtr load(Session& session, std::string_view kind, int id) const = 0;
+  // The component whose view flag a user needs to read that record; "" where everybody may, or
+  // where loading asks by itself.
+  virtual std::string guard(std::string_view, int) const { return {}; }
   virtual RowSetPtr create(Session& session, std::string_view kind,
                            std::string_view otype) const = 0;
   // `changes` is RowSet::Changes of the header, never without its row; `second` and `third` are
@@ -35,6 +38,12 @@ class RecordHandler {
 
 // Null for a kind that the store does not keep.
 const RecordHandler* recordHandler(std::string_view kind);
+
+// A single record for the user of the session. Throws 1203 without the right to view it, 16 when it
+// does not exist, 1206 for a kind that the store does not keep.
+RowSetPtr readRecord(Session& session, std::string_view kind, int id);
+[[noreturn]] void refuseView();
+[[noreturn]] void refuseSave();
 
 // What a list is asked for, one text each. `first` may be a whole parameter text of its own
 // ("'','filter'", "'from','to','parent','filter'"); then the others are not used.

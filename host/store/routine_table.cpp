@@ -2,17 +2,40 @@
 #include "host/store/routine_table.h"
 
 namespace tolvex::store {
+namespace {
+
+using Part = std::span<const Routine> (*)();
+
+// What a kind answers in its own way stands before what every kind answers.
+constexpr Part kParts[] = {
+    listRoutines,
+    operationRoutines,
+    referenceRoutines,
+    commentRoutines,
+    numberRoutines,
+    debtRoutines,
+    advanceRoutines,
+    balanceRoutines,
+    bankRoutines,
+    planRoutines,
+    lockRoutines,
+    groupRoutines,
+    templateRoutines,
+    currencyRoutines,
+    vatRoutines,
+    rightRoutines,
+    hostRoutines,
+};
+
+}  // namespace
 
 const std::vector<Routine>& routineTable() {
   static const std::vector<Routine> table = [] {
     std::vector<Routine> all;
-    // What a kind answers in its own way stands before what every kind answers.
-    for (const std::span<const Routine> part :
-         {listRoutines(), operationRoutines(), referenceRoutines(), commentRoutines(),
-          numberRoutines(), debtRoutines(), advanceRoutines(), balanceRoutines(), bankRoutines(),
-          planRoutines(), lockRoutines(), groupRoutines(), templateRoutines(), currencyRoutines(),
-          vatRoutines(), hostRoutines()})
-      all.insert(all.end(), part.begin(), part.end());
+    for (const Part part : kParts) {
+      const std::span<const Routine> routines = part();
+      all.insert(all.end(), routines.begin(), routines.end());
+    }
     return all;
   }();
   return table;

@@ -26,5 +26,6 @@ std::span<const Routine> groupRoutines();
 std::span<const Routine> templateRoutines();
 std::span<const Routine> currencyRoutines();
 std::span<const Routine> vatRoutines();
+std::span<const Routine> rightRoutines();
 
 }  // namespace tolvex::store

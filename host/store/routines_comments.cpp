@@ -3,6 +3,7 @@
 
 #include "framework/text.h"
 #include "host/store/answer.h"
+#include "host/store/records.h"
 #include "host/store/routine_table.h"
 #include "host/store/sql.h"
 
@@ -36,7 +37,14 @@ Variant GetCommentList(Session& session, const Arguments& arguments, std::string
 
 constexpr ColumnSpec kCommentId[] = {col::integer("ID")};
 
+// Stock comments belong to all who write operations.
+void requireWriter(Session& session) {
+  const Flags flags = session.rights("CBROperRights");
+  if (!flags.edit && !flags.create) refuseSave();
+}
+
 Variant SaveComment(Session& session, const Arguments& arguments, std::string_view) {
+  requireWriter(session);
   int id = arguments[0].integer();
   const std::string name = trim(arguments[1].str());
   if (name.empty()) throw Refusal(kRuleBroken, "Nenurodytas komentaro tekstas!");
@@ -56,6 +64,7 @@ Variant SaveComment(Session& session, const Arguments& arguments, std::string_vi
 }
 
 Variant DeleteComment(Session& session, const Arguments& arguments, std::string_view) {
+  requireWriter(session);
   const int id = arguments[0].integer();
   if (run(session.db(), "DELETE FROM comment_text WHERE id = $1", id) == 0)
     throw Refusal(kObjectGone, "Objektas panaikintas!");

@@ -10,12 +10,7 @@ Variant GetVXObject(Session& session, const Arguments& arguments, std::string_vi
   const bool whole = isRef(arguments[0].str());
   const std::string reference =
       whole ? arguments[0].str() : refOf(kind, std::atoi(arguments[0].str().c_str()));
-  const RecordHandler* const handler = recordHandler(kindOf(reference));
-  if (!handler) throw Refusal(kUnknownRoutine, "Nežinoma objekto rūšis: " + reference);
-  RowSetPtr record = handler->load(session, kindOf(reference), idOf(reference));
-  if (!record) throw Refusal(kObjectGone, "Objektas panaikintas!");
-  record->MoveFirst();
-  return record;
+  return readRecord(session, kindOf(reference), idOf(reference));
 }
 
 Variant GetVXObjectList(Session& session, const Arguments& arguments, std::string_view kind) {

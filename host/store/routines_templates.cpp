@@ -5,6 +5,7 @@
 #include "framework/references.h"
 #include "framework/text.h"
 #include "host/store/answer.h"
+#include "host/store/records.h"
 #include "host/store/routine_table.h"
 #include "host/store/sql.h"
 
@@ -157,19 +158,25 @@ int groupOf(const Argument& argument) {
   return parsePlainNumber(trim(argument.str()), id) ? static_cast<int>(id) : 0;
 }
 
+int heldGroup(Session& session, const Argument& argument) {
+  const int group = groupOf(argument);
+  if (!session.rights("CBROperGroupRights" + std::to_string(group)).edit) refuseSave();
+  return group;
+}
+
 // A template belongs to a group's set once, however often it is added.
 Variant AddBRTemplateSet(Session& session, const Arguments& arguments, std::string_view) {
   run(session.db(),
       "INSERT INTO template_set (group_id, mode, template_id) VALUES ($1, $2, $3)"
       " ON CONFLICT (group_id, mode, template_id) DO NOTHING",
-      groupOf(arguments[0]), arguments[1].str(), arguments[2].integer());
+      heldGroup(session, arguments[0]), arguments[1].str(), arguments[2].integer());
   return {};
 }
 
 Variant DeleteTemplateSet(Session& session, const Arguments& arguments, std::string_view) {
   run(session.db(),
       "DELETE FROM template_set WHERE group_id = $1 AND mode = $2 AND template_id = $3",
-      groupOf(arguments[0]), arguments[1].str(), arguments[2].integer());
+      heldGroup(session, arguments[0]), arguments[1].str(), arguments[2].integer());
   return {};
 }
 

@@ -10,7 +10,7 @@ namespace {
 struct Migration {
   std::string (*text)();
 };
-constexpr Migration kMigrations[] = {{schemaOne}};
+constexpr Migration kMigrations[] = {{schemaOne}, {administrationSchema}};
 
 bool hasMeta(Database& db) {
   const char* sql = db.engine() == Engine::Sqlite
@@ -77,6 +77,7 @@ const std::vector<std::string>& baseTables() {
                                                   "app_user",
                                                   "right_component",
                                                   "right_grant",
+                                                  "admin_log",
                                                   "user_setting",
                                                   "account_mark",
                                                   "account",
@@ -103,20 +104,35 @@ const std::vector<std::string>& baseTables() {
 }
 
 const std::vector<std::string>& tablesWithIds() {
-  static const std::vector<std::string> tables = {"firm",          "person",
-                                                  "employee",      "bank",
-                                                  "bank_account",  "currency",
-                                                  "vat_tariff",    "app_role",
-                                                  "app_user",      "account_mark",
-                                                  "account",       "account_lock",
-                                                  "template",      "template_line",
-                                                  "template_addr", "oper_group",
-                                                  "an_bucket",     "oper",
-                                                  "entry",         "entry_ref",
-                                                  "dimset",        "oper_log",
-                                                  "comment_text",  "journal",
-                                                  "journal_row",   "journal_row_pointer",
-                                                  "pay_template",  "pay_template_item"};
+  static const std::vector<std::string> tables = {"firm",
+                                                  "person",
+                                                  "employee",
+                                                  "bank",
+                                                  "bank_account",
+                                                  "currency",
+                                                  "vat_tariff",
+                                                  "app_role",
+                                                  "app_user",
+                                                  "admin_log",
+                                                  "account_mark",
+                                                  "account",
+                                                  "account_lock",
+                                                  "template",
+                                                  "template_line",
+                                                  "template_addr",
+                                                  "oper_group",
+                                                  "an_bucket",
+                                                  "oper",
+                                                  "entry",
+                                                  "entry_ref",
+                                                  "dimset",
+                                                  "oper_log",
+                                                  "comment_text",
+                                                  "journal",
+                                                  "journal_row",
+                                                  "journal_row_pointer",
+                                                  "pay_template",
+                                                  "pay_template_item"};
   return tables;
 }
 

@@ -324,7 +324,29 @@ INSERT INTO account (id, plan, code, name, type) VALUES (0, -9, '0', 'Pradiniai 
 INSERT INTO dimset (id, ref_key) VALUES (0, '');
 )sql";
 
+// Locks of logins, versions of roles, the protocol of administration and the right to administer,
+// which in books of schema 1 goes to those who administered the rest. New books hold no role yet:
+// their seed brings the component.
+constexpr const char* kAdministration = R"sql(
+ALTER TABLE app_user ADD COLUMN failures INTEGER NOT NULL DEFAULT 0;
+ALTER TABLE app_user ADD COLUMN locked_until VARCHAR(19) NOT NULL DEFAULT '';
+ALTER TABLE app_user ADD COLUMN must_change SMALLINT NOT NULL DEFAULT 0;
+ALTER TABLE app_role ADD COLUMN row_version INTEGER NOT NULL DEFAULT 1;
+CREATE TABLE admin_log (
+  id @ID@, at VARCHAR(19) NOT NULL, user_id INTEGER NOT NULL, user_name VARCHAR(200) NOT NULL,
+  act VARCHAR(1) NOT NULL, subject VARCHAR(400) NOT NULL, detail TEXT NOT NULL
+);
+INSERT INTO right_component (component, parent, kind, caption)
+  SELECT 'CUsers', '', 2, 'Vartotojai ir teisės' WHERE EXISTS (SELECT 1 FROM app_role);
+INSERT INTO right_grant
+  (role_id, component, can_view, can_delete, can_edit, can_create, can_admin)
+  SELECT role_id, 'CUsers', 1, 1, 1, 1, 1 FROM right_grant
+  WHERE component = 'CBookLayout' AND can_admin = 1;
+)sql";
+
 }  // namespace
+
+std::string administrationSchema() { return kAdministration; }
 
 std::string schemaOne() {
   std::string all;

@@ -1,4 +1,4 @@
-// The tables of the first schema, in one text for both engines; schema.h tells its tokens.
+// The steps of the schema, each one text for both engines; schema.h tells their tokens.
 #pragma once
 
 #include <string>
@@ -6,5 +6,6 @@
 namespace tolvex::store {
 
 std::string schemaOne();
+std::string administrationSchema();
 
 }  // namespace tolvex::store

@@ -42,6 +42,7 @@ constexpr Component kComponents[] = {
     {"", FiveFlags, "CBusinessTrips", "Komandiruotės"},
     {"", FiveFlags, "CVXReportLock", "Ataskaitos"},
     {"CVXReportLock", FiveFlags, "CVXReportLockO0200500", "Papildomos ataskaitos"},
+    {"", FiveFlags, "CUsers", "Vartotojai ir teisės"},
 };
 
 // What an accountant may enter and change: operations, journals, templates. The rest he sees.
@@ -62,6 +63,7 @@ bool accountantEdits(std::string_view component) {
 
 Flags flagsOf(Role role, std::string_view component) {
   if (role == Administrator) return {1, 1, 1, 1, 1};
+  if (component == "CUsers") return {role == ChiefAccountant, 0, 0, 0, 0};
   if (role == ChiefAccountant) return {1, 1, 1, 1, 0};
   if (component == "CAllAccLock") return {0, 0, 0, 0, 0};
   if (accountantEdits(component)) return {1, 0, 1, 1, 0};

@@ -1,10 +1,10 @@
 #include "host/store/session.h"
 
 #include <chrono>
-#include <ctime>
 #include <thread>
 
 #include "host/store/guid.h"
+#include "host/store/moments.h"
 #include "host/store/schema.h"
 
 namespace tolvex::store {
@@ -13,14 +13,6 @@ namespace {
 using Kind = DatabaseError::Kind;
 
 constexpr int kPausesMs[] = {50, 100, 200};
-
-DateTime systemClock() {
-  const std::time_t now = std::time(nullptr);
-  const std::tm* local = std::localtime(&now);
-  return DateTime::Of(local->tm_year + 1900, static_cast<unsigned>(local->tm_mon + 1),
-                      static_cast<unsigned>(local->tm_mday), local->tm_hour, local->tm_min,
-                      local->tm_sec);
-}
 
 HostResult answerTo(const DatabaseError& error) {
   switch (error.kind) {
@@ -52,7 +44,7 @@ HostResult answerTo(const DatabaseError& error) {
 Session::Session(std::unique_ptr<Database> db, User user, ClockFunction clock)
     : db_(std::move(db)),
       user_(std::move(user)),
-      clock_(clock ? std::move(clock) : ClockFunction(systemClock)),
+      clock_(clock ? std::move(clock) : ClockFunction(localNow)),
       epoch_(storedEpoch(*db_)) {}
 
 Session::~Session() = default;
@@ -106,9 +98,10 @@ Flags Session::rights(std::string_view component) {
     if (component.starts_with(family)) bare = family;
   }
   auto granted = db_->prepare(
-      "SELECT can_view, can_delete, can_edit, can_create, can_admin FROM right_grant"
-      " WHERE role_id = $1 AND component = $2");
-  granted->bind(1, user_.roleId);
+      "SELECT g.can_view, g.can_delete, g.can_edit, g.can_create, g.can_admin FROM right_grant g"
+      " JOIN app_user u ON u.role_id = g.role_id WHERE u.id = $1 AND g.component = $2"
+      " AND u.active = 1 AND u.must_change = 0");
+  granted->bind(1, user_.id);
   for (const std::string_view name : {component, bare}) {  // asked at every save
     granted->bind(2, name);
     if (granted->step()) {

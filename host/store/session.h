@@ -23,8 +23,9 @@ namespace tolvex::store {
 // Who works, as the books know him.
 struct User {
   int id = 0;
-  int roleId = 0;
   std::string login, name, prefix, reference;  // reference: the employee's, or ""
+  bool hasPassword = false;
+  bool mustChangePassword = false;  // he has no rights until he does
 };
 
 // The last number that GetAutoNumber offered to this client; see numbering.h.
@@ -85,7 +86,8 @@ class Session final : public StorePort {
   const User& user() const { return user_; }
   DateTime now() const { return clock_(); }
   // "CBROperRights5" and "CBROperGroupRights5" take the rights of the bare name until they have
-  // been granted themselves; an unknown component grants nothing.
+  // been granted themselves; an unknown component grants nothing. Asked of the books each time, so
+  // a changed role or a blocked user counts at once.
   Flags rights(std::string_view component);
   NumberOffer& offer() { return offer_; }
   // The key of the present save for its row in the protocol. Asking for it promises that row: when

@@ -121,11 +121,8 @@ HostResult Session::call(std::string_view kind, std::string_view method,
 HostResult Session::load(std::string_view kind, std::string_view reference) {
   return guarded(Transaction::For::Read, [&]() -> Variant {
     const std::string_view asked = kindIn(kind, reference);
-    RowSetPtr record =
-        isRef(reference) ? handlerOf(asked).load(*this, asked, idOf(reference)) : nullptr;
-    if (!record) throw Refusal(kObjectGone, "Objektas panaikintas!");
-    record->MoveFirst();
-    return record;
+    if (!isRef(reference)) throw Refusal(kObjectGone, "Objektas panaikintas!");
+    return readRecord(*this, asked, idOf(reference));
   });
 }
 

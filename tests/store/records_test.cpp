@@ -133,7 +133,8 @@ TEST_P(Records, AUserWithoutTheRightChangesNothing) {
     fill(*record, about, random);
     EXPECT_EQ(nobody->save(about.kind, about.otype, *record, nullptr, nullptr).Code, kNoSaveRight);
     const std::string reference = stored(about, *record);
-    const RowSetPtr again = rowsIn(nobody->load(about.kind, reference));
+    EXPECT_EQ(nobody->load(about.kind, reference).Code, kNoSaveRight);
+    const RowSetPtr again = loaded(reference);
     again->MoveFirst();
     fill(*again, about, random);
     EXPECT_EQ(nobody->save(about.kind, about.otype, *again, nullptr, nullptr).Code, kNoSaveRight);

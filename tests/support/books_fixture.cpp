@@ -94,8 +94,8 @@ void BooksTest::TearDown() {
   place_.reset();
 }
 
-std::unique_ptr<Session> BooksTest::another(const std::string& login) {
-  return openSession(place_->connect(), login, "", clock());
+std::unique_ptr<Session> BooksTest::another(const std::string& login, const std::string& password) {
+  return openSession(place_->connect(), login, password, clock());
 }
 
 void BooksTest::reopen() {

@@ -53,7 +53,8 @@ class BooksTest : public ::testing::TestWithParam<Store> {
   Session& session() { return *session_; }
   Database& db() { return session_->db(); }
   // The same books once more, as another client; not in memory.
-  std::unique_ptr<Session> another(const std::string& login = "admin");
+  std::unique_ptr<Session> another(const std::string& login = "admin",
+                                   const std::string& password = "");
   // Closes and opens, as a program that is started again would; in memory nothing happens.
   void reopen();
   void addUser(const std::string& login, int role);
