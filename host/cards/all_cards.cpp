@@ -13,6 +13,7 @@ CardSet makeCards() {
   cards.addBranch(kDirectories, "Žinynai");
   cards.addBranch(kAdministration, "Administravimas");
   cards.add(kDirectories, cardOf(bankCard()));
+  cards.addKind(kAdministration, "CAllAccLock", "O0201300");
   return cards;
 }
 

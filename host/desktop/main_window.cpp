@@ -224,7 +224,7 @@ void MainWindow::showStatus(const Workspace::Status& status) {
     return words.join(QStringLiteral("   ·   "));
   };
   firm_->setText(joined({status.firm, status.user, status.books}));
-  place_->setText(joined({status.period}));
+  place_->setText(joined({status.locked, status.period}));
   setWindowTitle(
       joined({status.firm, "Tolvex"}).replace(QStringLiteral("   ·   "), QStringLiteral(" – ")));
 }

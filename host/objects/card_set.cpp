@@ -11,12 +11,21 @@ void CardSet::addBranch(std::string code, std::string caption) {
   branches_.push_back({"", std::move(caption), std::move(code), {}, {}});
 }
 
+LayoutNode& CardSet::branchOf(std::string_view code) {
+  const auto branch = std::find_if(branches_.begin(), branches_.end(),
+                                   [&](const LayoutNode& node) { return node.code == code; });
+  expect(branch != branches_.end(), "a card stands under a branch");
+  return *branch;
+}
+
 void CardSet::add(std::string_view branch, Card card) {
-  const auto root = std::find_if(branches_.begin(), branches_.end(),
-                                 [&](const LayoutNode& node) { return node.code == branch; });
-  expect(root != branches_.end(), "a card stands under a branch");
-  root->children.push_back({card.component, kindCaption(card.kind), card.kind, {}, {}});
+  addKind(branch, card.component, card.kind);
   cards_[card.kind] = std::move(card);
+}
+
+void CardSet::addKind(std::string_view branch, std::string component, std::string kind) {
+  branchOf(branch).children.push_back(
+      {std::move(component), kindCaption(kind), std::move(kind), {}, {}});
 }
 
 const Card* CardSet::find(std::string_view kind) const {

@@ -34,11 +34,14 @@ class CardSet {
   void addBranch(std::string code, std::string caption);
   // A card under a branch added before; its caption there is that of the kind.
   void add(std::string_view branch, Card card);
+  // A kind of the module's own, under a branch added before, for those who may view `component`.
+  void addKind(std::string_view branch, std::string component, std::string kind);
 
   const Card* find(std::string_view kind) const;  // null: no screen
   std::vector<LayoutNode> layout() const;
 
  private:
+  LayoutNode& branchOf(std::string_view code);
   std::vector<LayoutNode> branches_;
   std::map<std::string, Card, std::less<>> cards_;
 };

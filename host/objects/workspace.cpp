@@ -105,6 +105,7 @@ struct Workspace::Impl final : HostContext, ObjectTree, Navigator {
     treeForm->read();
     if (!layout.empty() && !layout.front().children.empty())
       treeForm->choose(layout.front().children.front().code);
+    readLocks();
     readStatus();
   }
 
@@ -176,7 +177,7 @@ struct Workspace::Impl final : HostContext, ObjectTree, Navigator {
     if (family == shown || (family == kOperations && shown == kOperationGroups)) listStale = true;
     if (const KindView* view = kindView(family); view && view->grouping != Grouping::None)
       treeStale = true;
-    if (family == kLocks) readStatus();
+    if (family == kLocks) locksStale = true;
     changedKinds.emplace(kind);
   }
   void tellScreens() {
@@ -191,6 +192,10 @@ struct Workspace::Impl final : HostContext, ObjectTree, Navigator {
     if (screenSet.modal()) return;
     tellScreens();
     if (std::exchange(treeStale, false)) treeForm->read();
+    if (std::exchange(locksStale, false)) {
+      readLocks();
+      readStatus();
+    }
     // A list that nobody sees is read when it comes to the front.
     if (listStale && screenSet.front() == nullptr) {
       listStale = false;
@@ -208,6 +213,15 @@ struct Workspace::Impl final : HostContext, ObjectTree, Navigator {
     period = form.period();
     listStale = true;
     return true;
+  }
+
+  void readLocks() {
+    HostResult read = watched.call(kLocks, "GetLockedTo", kNoParameters);
+    if (read.Code != kDone || !read.Data.IsRows()) return;  // the status line says what it knows
+    const RowSetPtr rows = read.Data.AsRows();
+    rows->MoveFirst();
+    const Variant day = rows->Eof() ? Variant() : (*rows)["Date"].Value();
+    status.locked = day.IsDate() ? "Užblokuota iki " + day.AsDate().Text() : std::string();
   }
 
   void readStatus() {
@@ -243,7 +257,7 @@ struct Workspace::Impl final : HostContext, ObjectTree, Navigator {
   std::unique_ptr<frmTree> treeForm;
   std::unique_ptr<frmList> listForm;
   Workspace::Status status;
-  bool listStale = false, treeStale = false;
+  bool listStale = false, treeStale = false, locksStale = false;
   std::set<std::string> changedKinds;  // since the open screens were told
 };
 
@@ -310,6 +324,7 @@ void Workspace::refresh() {
   impl_->rightsService.forget();
   impl_->treeForm->read();
   impl_->listForm->read();
+  impl_->readLocks();
   impl_->readStatus();
 }
 

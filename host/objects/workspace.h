@@ -60,6 +60,7 @@ class Workspace {
   struct Status {
     std::string firm, user, books;
     std::string period;  // viewing period of the kind in the list, "" where it has none
+    std::string locked;  // "Užblokuota iki 2004.03.31", the latest day of any account; "": none
   };
   const Status& status() const;
 

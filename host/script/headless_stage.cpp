@@ -11,8 +11,8 @@ void HeadlessStage::setDriver(std::function<bool()> step, std::function<void()> 
 
 void HeadlessStage::renewed(Workspace& workspace) {
   menu_ = nullptr;
-  workspace.tree().view = this;
-  workspace.list().view = this;
+  take(workspace.tree());
+  take(workspace.list());
 }
 
 void HeadlessStage::removed(ui::Form& form) {
@@ -29,7 +29,7 @@ void HeadlessStage::pump(const std::function<bool()>& done) {
 }
 
 void HeadlessStage::runModal(ui::Form& form) {
-  form.view = this;
+  take(form);
   layers_.push_back({&form, nullptr, std::nullopt});
   pump([&form] { return !form.isOpen(); });
   layers_.pop_back();

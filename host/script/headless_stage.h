@@ -16,7 +16,7 @@ class HeadlessStage final : public Stage, public Playground, private ui::FormVie
   // their safest button and modal forms closed, so that every call unwinds. `idle` runs between.
   void setDriver(std::function<bool()> step, std::function<void()> idle);
 
-  void shown(ui::Form& form) override { form.view = this; }
+  void shown(ui::Form& form) override { take(form); }
   void raised(ui::Form&) override {}
   void removed(ui::Form& form) override;
   void titleChanged(ui::Form&) override {}
@@ -52,6 +52,11 @@ class HeadlessStage final : public Stage, public Playground, private ui::FormVie
   const std::string& helpPage() const { return helpPage_; }  // shown last
 
  private:
+  // A panel reaches what stands in it once the picture was read.
+  void take(ui::Form& form) {
+    form.view = this;
+    (void)form.layout();
+  }
   struct Layer {
     ui::Form* form = nullptr;
     const Message* message = nullptr;

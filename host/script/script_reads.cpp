@@ -247,6 +247,21 @@ int readShown(lua_State* lua, Engine& engine) {
   return 1;
 }
 
+int readStatus(lua_State* lua, Engine& engine) {
+  const Workspace::Status& status = engine.world().workspace().status();
+  lua_newtable(lua);
+  const std::pair<const char*, const std::string&> fields[] = {{"firm", status.firm},
+                                                               {"user", status.user},
+                                                               {"books", status.books},
+                                                               {"period", status.period},
+                                                               {"locked", status.locked}};
+  for (const auto& [name, value] : fields) {
+    push(lua, value);
+    lua_setfield(lua, -2, name);
+  }
+  return 1;
+}
+
 int readToday(lua_State* lua, Engine& engine) {
   push(lua, engine.world().today().Text());
   return 1;
@@ -265,7 +280,7 @@ void addReads(lua_State* lua) {
       {"rows", guarded<readRows>},       {"menu", guarded<readMenu>},
       {"message", guarded<readMessage>}, {"dump", guarded<readDump>},
       {"screens", guarded<readScreens>}, {"today", guarded<readToday>},
-      {"shown", guarded<readShown>},
+      {"shown", guarded<readShown>},     {"status", guarded<readStatus>},
   };
   for (const Function& read : reads) lua_register(lua, read.name, read.function);
   luaL_newmetatable(lua, kLazyRows);

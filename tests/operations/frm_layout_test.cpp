@@ -1,27 +1,12 @@
 // The screens as text: every control stands in its layout once, and what a user sees of a new, a
 // stored and a read-only operation is kept beside this test.
-#include <cstdlib>
-#include <fstream>
-#include <iterator>
-#include <string>
-
 #include "operations/screen/currency_sides.h"
 #include "operations/screen/operation_rows.h"
-#include "platform/layout.h"
 #include "tests/operations/screen_fixture.h"
+#include "tests/support/screen_text.h"
 
 namespace tolvex::test {
 namespace {
-
-// With TOLVEX_ACCEPT set the kept text is written anew; look at the difference before committing.
-void expectScreen(ui::Form& form, const std::string& name) {
-  const std::string path = std::string(TOLVEX_SCREENS) + "/" + name + ".txt";
-  const std::string shown = ui::describe(form);
-  if (std::getenv("TOLVEX_ACCEPT")) std::ofstream(path) << shown;
-  std::ifstream file(path);
-  const std::string kept{std::istreambuf_iterator<char>(file), {}};
-  EXPECT_EQ(shown, kept) << path;
-}
 
 class ScreenTexts : public ScreenTest {};
 
