@@ -64,6 +64,13 @@ QVBoxLayout* column(QWidget* widget, int gap) {
   return layout;
 }
 
+// What is left at the bottom of a column stays empty. Where something grows it takes all, but it
+// may be hidden at the moment.
+void endColumn(QVBoxLayout* layout, bool grows) {
+  if (!grows) return layout->addStretch(1);
+  layout->addItem(new QSpacerItem(0, 0, QSizePolicy::Minimum, QSizePolicy::Expanding));
+}
+
 QLabel* captionLabel(QWidget* parent, const char* role) {
   auto* label = new QLabel(parent);
   label->setProperty("role", QString::fromLatin1(role));
@@ -84,7 +91,7 @@ void LayoutBuilder::build() {
   const bool bare = root.children.size() == 1 && growsDown(root);
   if (!bare) layout->setContentsMargins(14, 12, 14, 12);
   stack(root, &owner_, layout, 0);
-  if (!growsDown(root)) layout->addStretch(1);
+  endColumn(layout, growsDown(root));
 }
 
 void LayoutBuilder::stack(const ui::Node& node, QWidget* parent, QVBoxLayout* into, int depth) {
@@ -162,7 +169,7 @@ QWidget* LayoutBuilder::frame(const ui::Node& node, QWidget* parent, int depth) 
     owner_.watch(*box, *node.control);
   }
   stack(node, box, layout, band ? depth : depth + 1);
-  if (!growsDown(node)) layout->addStretch(1);
+  endColumn(layout, growsDown(node));
   return box;
 }
 
