@@ -68,7 +68,7 @@ MenuAction InnerUI::filtered() {
 }
 
 RowSetPtr InnerUI::GetVXObjectList(std::string parent, std::string filter1, std::string filter2) {
-  HostResult result = store_.list(code_, parent, filter1, filter2);
+  HostResult result = store_.list(oid_, parent, filter1, filter2);
   if (result.Code != kDone) {
     warn(host_, result.Text);
     return nullptr;

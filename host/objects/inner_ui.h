@@ -16,6 +16,7 @@ class InnerUI final : public VXObjectUI {
   // `card` is null for a kind without a screen of the program; it outlives this object.
   InnerUI(HostContext& host, store::StorePort& store, std::string code, const Card* card);
 
+  // The list of the code that is set; until then of the kind itself.
   void OID(std::string oid) override { oid_ = std::move(oid); }
   std::string OID() const override { return oid_; }
   std::string OName() const override;

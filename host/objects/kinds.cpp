@@ -102,6 +102,10 @@ std::string familyCode(std::string_view code) {
   return family;
 }
 
+std::string listCode(std::string_view code) {
+  return find(kindOf(code)) ? std::string(kindOf(code)) : familyCode(code);
+}
+
 std::string kindCaption(std::string_view code) {
   const KindView* view = kindView(code);
   return view ? view->caption : std::string(code);

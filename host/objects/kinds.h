@@ -38,6 +38,8 @@ struct KindView {
 const KindView* kindView(std::string_view code);
 // The code whose class and list a kind shares: "O0201504" -> "O0201500".
 std::string familyCode(std::string_view code);
+// The code whose list a kind shares: its own where it has one ("O0200401"), else its family's.
+std::string listCode(std::string_view code);
 std::string kindCaption(std::string_view code);
 // Columns of the kind's list; the preview alone for an unknown kind.
 const std::vector<ListColumn>& columnsOf(std::string_view code);

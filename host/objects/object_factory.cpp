@@ -19,17 +19,19 @@ bool Objects::serves(std::string_view code) const {
 }
 
 std::shared_ptr<VXObjectUI> Objects::kind(std::string_view code) {
-  // One list object a kind, for its mode lasts (the plan's "FULL"); narrow codes share their
-  // family's, whose OID must stay the family's code for menus to tell rows from the root.
+  // One list object a list, for its mode lasts (the plan's "FULL"). Narrow codes without a list of
+  // their own share their family's, whose OID must stay the family's code for menus to tell rows
+  // from the root.
   const std::string family = familyCode(code);
   const bool ofModule = classes_.contains(family);
-  const std::string key = ofModule ? family : std::string(kindOf(code));
+  const std::string key = ofModule ? listCode(code) : std::string(kindOf(code));
   if (const auto known = kinds_.find(key); known != kinds_.end()) return known->second;
   std::shared_ptr<VXObjectUI> ui;
   if (ofModule) ui = module_.createUI("UI" + family.substr(1));
   if (ui) {
     ui->VXS(host_);
-    ui->BO(store::businessObject(store_, family));
+    ui->BO(store::businessObject(store_, key));
+    ui->OID(key);
   } else {
     ui = innerUI(key);
   }

@@ -9,6 +9,8 @@
 namespace tolvex::store {
 namespace {
 
+constexpr const char* kNewPlan = "O0200401";
+
 constexpr FieldMap kFields[] = {
     number("ParentID", "parent_id").zeroIsNull(), text("Account", "code", 20).needed(),
     text("Name", "name", 300).needed(),           text("Type", "type", 1).needed(),
@@ -156,7 +158,7 @@ constexpr RecordMap planMap(const char* where, int plan) {
           .stored = placeNode};
 }
 constexpr RecordMap kWorking = planMap("t.plan = 0", 0);
-constexpr RecordMap kNew = planMap("t.plan = 1", 1);
+constexpr RecordMap kNext = planMap("t.plan = 1", 1);
 constexpr RecordMap kBoth = planMap("t.plan IN (0, 1)", 0);
 
 // The list may be asked in a mode: "FULL" shows both plans, "All" (for print) is the plan by
@@ -174,14 +176,40 @@ class PlanRecords final : public MappedRecords {
       const bool mode = equalNoCase(argument, "FULL") || equalNoCase(argument, "All");
       if (!mode) rest.push_back(argument);
     }
-    return full ? both.list(session, kind, rest) : MappedRecords::list(session, kind, rest);
+    if (!full) return MappedRecords::list(session, kind, rest);
+    RowSetPtr rows = both.list(session, kind, rest);
+    addNewPlanRoot(*rows);
+    return rows;
+  }
+
+ private:
+  // In the view of both plans the new one hangs below a row of its own, there even while it is
+  // empty, so that its first class can be made.
+  static void addNewPlanRoot(RowSet& rows) {
+    ForEachRow(rows, [](RowSet& row) {
+      if (row["OIDR"].Text().starts_with(kNewPlan) && row["ParentID"].IsNull())
+        row["ParentOIDR"] = kNewPlan;
+    });
+    rows.LoadRow();
+    rows["OIDR"] = kNewPlan;
+    rows["OID"] = kNewPlan;
+    rows["ParentID"] = Null{};
+    rows["ParentOIDR"] = "";
+    rows["OType"] = "Root";
+    rows["GroupFlag"] = 1;
+    rows["Name"] = "Naujas sąskaitų planas";
+    rows["Preview"] = "Naujas sąskaitų planas";
+    rows["Account"] = "";
+    rows["Type"] = "";
+    rows.AcceptChanges();
+    rows.MoveFirst();
   }
 };
 
 }  // namespace
 
 std::span<const HandlerRow> planRecords() {
-  static const PlanRecords working(kWorking), next(kNew);
+  static const PlanRecords working(kWorking), next(kNext);
   static const HandlerRow rows[] = {{"O0200400", &working}, {"O0200401", &next}};
   return rows;
 }

@@ -45,8 +45,9 @@ frmAccountPlan::frmAccountPlan(const ObjectFormRequest& request)
 const char* frmAccountPlan::picture() const {
   return R"(
 [SOPanel]
-  LbClass txtAccountClass | txtNameClass> | txtTypeClass
-  LbAccount>
+  []
+    LbClass txtAccountClass | txtNameClass> | txtTypeClass
+    LbAccount>
   [SSPSubAcc]
     txtAccount | txtType
     txtName>

@@ -41,7 +41,7 @@ class frmAccountPlan final : public ui::Form {
   ui::Button cmdNewAcc{this, "cmdNewAcc", "…", ui::Role::Small};
   ui::Button cmdCleanAcc{this, "cmdCleanAcc", "×", ui::Role::Small};
   ui::ListView LVProperties{
-      this, "LVProperties", {{"Atitikimas", 44, ui::Align::Left, true}, {"Sąskaita", 30}}};
+      this, "LVProperties", {{"Atitikimas", 36, ui::Align::Left, true}, {"Sąskaita", 18}}};
 
   ui::Button SSCClose{this, "SSCClose", "Uždaryti", ui::Role::Quiet};
   ui::Button SSCNew{this, "SSCNew", "Nauja"};

@@ -111,7 +111,12 @@ TEST_P(Plan, TheListIsByNumberAndInModes) {
   (*next)["ParentID"] = Null{};
   EXPECT_EQ(session().save("O0200401", "", *next, nullptr, nullptr).Code, kDone);
   EXPECT_EQ(count("", ""), 108U);
-  EXPECT_EQ(count("FULL", ""), 109U);
+  RowSetPtr full = rowsIn(session().list("O0200400", "FULL", "", ""));
+  EXPECT_EQ(full->RecordCount(), 110U) << "both plans, and a row above the new one";
+  full->SetFilter("OType='Root'");
+  EXPECT_EQ((*full)["OIDR"].Text(), "O0200401");
+  full->SetFilter("ParentOIDR='O0200401'");
+  EXPECT_EQ((*full)["Account"].Text(), "1");
   EXPECT_EQ(rowsIn(session().list("O0200401", "", "", ""))->RecordCount(), 1U);
 }
 
