@@ -8,23 +8,10 @@ using Part = std::span<const Routine> (*)();
 
 // What a kind answers in its own way stands before what every kind answers.
 constexpr Part kParts[] = {
-    listRoutines,
-    operationRoutines,
-    referenceRoutines,
-    commentRoutines,
-    numberRoutines,
-    debtRoutines,
-    advanceRoutines,
-    balanceRoutines,
-    bankRoutines,
-    planRoutines,
-    lockRoutines,
-    groupRoutines,
-    templateRoutines,
-    currencyRoutines,
-    vatRoutines,
-    rightRoutines,
-    hostRoutines,
+    listRoutines,  operationRoutines, referenceRoutines, commentRoutines,  numberRoutines,
+    debtRoutines,  advanceRoutines,   balanceRoutines,   bankRoutines,     planRoutines,
+    lockRoutines,  groupRoutines,     templateRoutines,  currencyRoutines, vatRoutines,
+    rightRoutines, hostRoutines,
 };
 
 }  // namespace
