@@ -24,13 +24,7 @@ class Plan : public testing::Test {
     (*record)["Account"] = account;
     (*record)["Name"] = std::string("Vardas ") + account;
     (*record)["OwnCode"] = path;
-    const std::string reference = kind + std::to_string(id);
-    (void)host.shelf().put(kPlanKind, id, *record);
-    if (std::string_view(kind) != kPlanKind) {
-      host.shelf().records[reference] = host.shelf().records["O0200400" + std::to_string(id)];
-      host.shelf().records.erase("O0200400" + std::to_string(id));
-    }
-    return reference;
+    return host.shelf().put(kind, id, *record);
   }
   // "id caption" of each entry, "-" before a disabled one, "*" before a ticked one.
   std::vector<std::string> menu(const char* id, const char* kind) {
@@ -48,6 +42,13 @@ class Plan : public testing::Test {
   std::shared_ptr<UI0200400> plan = std::make_shared<UI0200400>(forms);
 };
 
+struct PlanScreen final : ui::Form {
+  explicit PlanScreen(const ObjectFormRequest& request)
+      : Form(request.host, "frmAccountPlan"), node(request.object) {}
+  const char* picture() const override { return ""; }
+  std::shared_ptr<VXObjectUIO> node;
+};
+
 TEST_F(Plan, MenuFollowsPlaceAndRights) {
   EXPECT_EQ(menu("O0200400", ""), (Texts{"1", "3", "5", "-6", "4", "-", "8", "-"}));
   EXPECT_EQ(menu("O02004001", "Class"), (Texts{"0", "1", "-", "7", "4", "-", "8", "-"}));
@@ -61,6 +62,35 @@ TEST_F(Plan, MenuFollowsPlaceAndRights) {
 TEST_F(Plan, TheNewPlanHasNoChoiceOfPlans) {
   plan->OID("O0200401");
   EXPECT_EQ(menu("O0200401", ""), (Texts{"1", "3", "-6", "4", "-", "8", "-"}));
+}
+
+TEST_F(Plan, WhatIsOfTheOtherPlanIsDoneByThatPlan) {
+  const auto next = std::make_shared<UI0200400>(forms);
+  next->VXS(host);
+  next->OID(kNewPlanKind);
+  host.objects().kinds[kNewPlanKind] = next;
+  for (const char* root : {"O0200400", "O0200401"})
+    EXPECT_EQ(menu(root, "Root").size(), root == std::string(kPlanKind) ? 8u : 7u) << root;
+  EXPECT_EQ(menu("O02004017", "Class"), (Texts{"0", "1", "-", "7", "4", "-", "8", "-"}));
+
+  forms->add<ObjectFormRequest>("frmAccountPlan", [](const ObjectFormRequest& request) {
+    return std::make_shared<PlanScreen>(request);
+  });
+  const auto newClass = plan->ClickMenu(kNewPlanKind, "Root", "1", "").Value.As<PlanScreen>()->node;
+  EXPECT_EQ(newClass->UI()->OID(), kNewPlanKind);
+  ASSERT_EQ(newClass->Save(nullptr, nullptr).Code, kDone);
+  EXPECT_EQ(newClass->OID().substr(0, 8), kNewPlanKind);
+  const auto below =
+      plan->ClickMenu(newClass->OID(), "Class", "1", "").Value.As<PlanScreen>()->node;
+  EXPECT_EQ(below->Fields()["ParentID"].Number(), newClass->Fields()["ID"].Number());
+
+  forms->add<ObjectFormRequest>("frmAccountNewPlan", [](const ObjectFormRequest& request) {
+    return std::make_shared<PlanScreen>(request);
+  });
+  host.objects().makers[kPlanKind] = [] { return std::make_shared<UIO0200400>(); };
+  const auto conversion = plan->ClickMenu(kNewPlanKind, "Root", "6", "").Value.As<PlanScreen>();
+  ASSERT_TRUE(conversion);
+  EXPECT_EQ(conversion->node->OType(), kPlanKind) << "begun from either plan";
 }
 
 TEST_F(Plan, TheModeIsFlippedAndGoesOutWithTheList) {
@@ -79,13 +109,6 @@ TEST_F(Plan, TheModeIsFlippedAndGoesOutWithTheList) {
   EXPECT_EQ(host.tree().log, (Texts{"redraw O0200400", "redraw O0200400"}));
 }
 
-struct PlanScreen final : ui::Form {
-  explicit PlanScreen(const ObjectFormRequest& request)
-      : Form(request.host, "frmAccountPlan"), node(request.object) {}
-  const char* picture() const override { return ""; }
-  std::shared_ptr<VXObjectUIO> node;
-};
-
 TEST_F(Plan, ANewNodeLiesBelowTheClickedOne) {
   forms->add<ObjectFormRequest>("frmAccountPlan", [](const ObjectFormRequest& request) {
     return std::make_shared<PlanScreen>(request);
@@ -99,6 +122,15 @@ TEST_F(Plan, ANewNodeLiesBelowTheClickedOne) {
   EXPECT_EQ(plan->ClickMenu("O020040099", "Item", "1", "").Action, MenuAction::Nothing);
   EXPECT_EQ(host.dialogs().shown.back().text, "Sąskaita panaikinta!");
   EXPECT_EQ(host.dialogs().shown.back().title, "Norvanta");
+}
+
+TEST_F(Plan, ANodeThatCannotBeReadIsTold) {
+  const std::string node = putNode(kPlanKind, 24, Null{}, "24");
+  host.shelf().reads = {{1299, "Ryšys nutrūko"}};
+  EXPECT_FALSE(plan->AddToDeskTopVXObject(node));
+  EXPECT_EQ(host.dialogs().takeTexts(), Texts{"Ryšys nutrūko"});
+  EXPECT_FALSE(plan->AddToDeskTopVXObject("O020040099"));
+  EXPECT_EQ(host.dialogs().takeTexts(), Texts{"Sąskaita panaikinta!"});
 }
 
 TEST_F(Plan, MovingDownWarnsFirst) {

@@ -130,7 +130,8 @@ std::string FakeBusinessObject::trace() const {
 }
 
 std::string Shelf::put(std::string_view kind, int id, RowSet& header) {
-  const std::string reference = refOf(familyOf(kind), id);
+  const bool document = familyOf(kind) == "O0201500";
+  const std::string reference = refOf(document ? "O0201500" : kindOf(kind), id);
   RowSetPtr record = storedCopy(header);
   record->MoveFirst();
   (*record)["ID"] = Variant(id);
@@ -175,7 +176,7 @@ SaveResult FakeInnerUIO::Read() {
     if (result.Code != kDone) return result;
   }
   if (isNew(oid_)) {
-    rs_ = emptyRecord(otype_);
+    rs_ = emptyRecord(kind_);
     rs_->AddNew();
     return {};
   }
@@ -201,13 +202,21 @@ SaveResult FakeInnerUIO::Save(RowSetPtr, RowSetPtr) {
   const int id = isNew(oid_) ? shelf_->nextId++ : idOf(oid_);
   (*rs_)["ID"] = Variant(id);
   giveIds(*rs_, shelf_->nextId);
-  oid_ = shelf_->put(otype_, id, *rs_);
+  oid_ = shelf_->put(familyOf(kind_) == "O0201500" ? otype_ : kind_, id, *rs_);
   RowSet& stored = *shelf_->records[oid_];
   for (const char* name : {"OIDR", "OID", "OType", "FOIDR"}) {
     if (stored.Fields().contains(name)) (*rs_)[name] = stored[name].Value();
   }
   rs_->AcceptChanges();
   return {};
+}
+
+void FakeInnerUIO::CancelUpdate() {
+  if (isNew(oid_)) {
+    (void)Read();
+  } else {
+    rs_->CancelBatch();
+  }
 }
 
 // --- FakeInnerUI -------------------------------------------------------------------------------

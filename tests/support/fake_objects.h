@@ -93,7 +93,7 @@ class FakeInnerUIO final : public VXObjectUIO {
   std::shared_ptr<VXObjectUI> UI() const override { return ui_; }
   std::shared_ptr<BusinessObject> BO() const override { return bo_ ? bo_ : shelf_->bo; }
   void BO(std::shared_ptr<BusinessObject> bo) override { bo_ = std::move(bo); }
-  void CancelUpdate() override { rs_->CancelBatch(); }
+  void CancelUpdate() override;
   using VXObjectUIO::Methods;
 
  private:
