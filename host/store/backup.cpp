@@ -4,7 +4,9 @@
 #include <filesystem>
 #include <optional>
 
+#include "host/store/guid.h"
 #include "host/store/schema.h"
+#include "host/store/sql.h"
 #include "host/store/sqlite_database.h"
 
 namespace tolvex::store {
@@ -32,7 +34,7 @@ class Unfinished {
 
 bool proceed(void* context, double share) {
   const auto& progress = *static_cast<const Progress*>(context);
-  return !progress || progress("backup", share);
+  return !progress || progress("Daroma atsarginė kopija", share);
 }
 
 // A read transaction, unless the caller is in one already.
@@ -47,21 +49,20 @@ class Snapshot {
   std::optional<Transaction> transaction_;
 };
 
-bool writeCopy(Database& db, const std::string& file, const Progress& progress) {
+void writeCopy(Database& db, const std::string& file, const Progress& progress) {
   const Snapshot snapshot(db);
   if (db.engine() == Engine::Sqlite) {
     Progress asked = progress;
-    if (!copySqlite(db, file, proceed, &asked)) return false;
+    if (!copySqlite(db, file, proceed, &asked)) throw Stopped();
   } else {
     Database::Options options;
     options.create = true;
     const auto copy = Database::open(file, options);
     Transaction filling(*copy, Transaction::For::Write);
     migrate(*copy, 0);
-    if (!copyBaseTables(db, *copy, progress)) return false;
+    copyBaseTables(db, *copy, progress);
     filling.commit();
   }
-  return true;
 }
 
 // Journal mode back to a single file: a copy is carried around alone.
@@ -102,6 +103,15 @@ std::unique_ptr<Database> openConverted(const std::string& file, const std::stri
   return newer;
 }
 
+void refill(Database& db, Database& copy, const Progress& progress) {
+  const int epoch = storedEpoch(db);
+  emptyTables(db);
+  copyBaseTables(copy, db, progress);
+  rebuildBooks(db, progress);
+  setMetaValue(db, "epoch", std::to_string(std::max(epoch, storedEpoch(db)) + 1));
+  db.execute("ANALYZE");
+}
+
 BooksError explained(const std::string& file, const DatabaseError& error) {
   if (error.kind == Kind::Damaged) return problem(file, "failas sugadintas arba tai ne kopija.");
   if (error.kind == Kind::Full) return problem(file, "diske nebėra vietos.");
@@ -110,12 +120,44 @@ BooksError explained(const std::string& file, const DatabaseError& error) {
   return problem(file, error.what());
 }
 
+// A place as the name of a folder.
+std::string plainName(std::string_view place) {
+  std::string name;
+  for (const char letter : place) {
+    const bool plain = std::isalnum(static_cast<unsigned char>(letter)) != 0 || letter == '-';
+    if (plain || (!name.empty() && name.back() != '_')) name += plain ? letter : '_';
+  }
+  return name;
+}
+
+fs::path userDataFolder() {
+  for (const auto& [variable, below] :
+       {std::pair{"XDG_DATA_HOME", ""}, {"LOCALAPPDATA", ""}, {"HOME", ".local/share"}}) {
+    const char* const folder = std::getenv(variable);
+    if (folder && *folder) return fs::path(folder) / below;
+  }
+  return fs::temp_directory_path();
+}
+
 }  // namespace
+
+Stopped::Stopped() : BooksError("Darbas nutrauktas, duomenys nepakeisti.") {}
+
+void goOn(const Progress& progress, std::string_view what, double share) {
+  if (progress && !progress(what, share)) throw Stopped();
+}
+
+std::string backupFolderOf(Database& db, const std::string& place) {
+  if (!isPostgresUrl(place)) return place + "-kopijos";
+  // One server may hold the books of several companies, each in a schema of its own.
+  const std::string schema = textFrom(db, "SELECT current_schema()");
+  return (userDataFolder() / "tolvex" / plainName(shownPlace(place) + "/" + schema)).string();
+}
 
 void backupBooks(Database& db, const std::string& file, const Progress& progress) {
   try {
     Unfinished unfinished(file + ".part");
-    if (!writeCopy(db, unfinished.path(), progress)) return;
+    writeCopy(db, unfinished.path(), progress);
     closeAsOneFile(unfinished.path());
     unfinished.rename(file);
   } catch (const DatabaseError& error) {
@@ -127,18 +169,13 @@ void backupBooks(Database& db, const std::string& file, const Progress& progress
 
 void restoreBooks(Database& db, const std::string& file, const Progress& progress) {
   try {
-    const Unfinished converted(
-        (fs::temp_directory_path() / ("restore-" + fs::path(file).filename().string())).string());
+    const Unfinished converted((fs::temp_directory_path() / ("restore-" + newGuid())).string());
     const auto copy = openConverted(file, converted.path());
     const Transaction reading(*copy, Transaction::For::Read);
-    Transaction restoring(db, Transaction::For::Exclusive);
-    const int epoch = storedEpoch(db);
-    emptyTables(db);
-    if (!copyBaseTables(*copy, db, progress)) return;
-    rebuildBooks(db, progress);
-    setMetaValue(db, "epoch", std::to_string(std::max(epoch, storedEpoch(db)) + 1));
-    db.execute("ANALYZE");
-    restoring.commit();
+    std::optional<Transaction> restoring;
+    if (!db.inTransaction()) restoring.emplace(db, Transaction::For::Exclusive);
+    refill(db, *copy, progress);
+    if (restoring) restoring->commit();
   } catch (const DatabaseError& error) {
     throw explained(file, error);
   } catch (const fs::filesystem_error& error) {

@@ -6,8 +6,8 @@
 namespace tolvex::store {
 
 // Fills the empty base tables of `to`. Both must have the present schema; `to` is in a transaction.
-// False: `progress` stopped it.
-bool copyBaseTables(Database& from, Database& to, const Progress& progress);
+// Throws Stopped.
+void copyBaseTables(Database& from, Database& to, const Progress& progress);
 // Empties all tables, base and derived, but for the rows that the schema itself brings.
 void emptyTables(Database& db);
 

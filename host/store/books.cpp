@@ -172,7 +172,10 @@ std::unique_ptr<Session> openBooks(const std::string& place, const std::string& 
     }
     upgrade(*db, schema);
     db->waitWhenBusy(Database::Options().busyMilliseconds);
-    return openSession(std::move(db), login, password, std::move(clock));
+    std::string backups = backupFolderOf(*db, place);
+    auto session = openSession(std::move(db), login, password, std::move(clock));
+    session->setBackupFolder(std::move(backups));
+    return session;
   } catch (const DatabaseError& error) {
     throw explained(place, error);
   }

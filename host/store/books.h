@@ -19,7 +19,13 @@ class BooksError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-using Progress = std::function<bool(std::string_view what, double share)>;  // false: stop
+// A long work was stopped by its Progress; nothing has changed.
+class Stopped : public BooksError {
+ public:
+  Stopped();
+};
+// Tells `progress`, if there is one, how far a work is; throws Stopped when it says so.
+void goOn(const Progress& progress, std::string_view what, double share);
 
 // The place for messages and titles: an address without the name, password and settings in it.
 std::string shownPlace(const std::string& place);
@@ -59,9 +65,13 @@ std::vector<Finding> numberGaps(Database& db);
 void rebuildBooks(Database& db, const Progress& progress = {});
 
 // One format for both engines: an SQLite file with every base table, written under a temporary name
-// and renamed at the end.
+// and renamed at the end. An older copy of that name stays until then.
 void backupBooks(Database& db, const std::string& file, const Progress& progress = {});
-// Refuses a damaged, foreign or newer file before anything is touched; raises the epoch.
+// Refuses a damaged, foreign or newer file before anything is touched; raises the epoch. In the
+// open transaction, which has the books to itself, or in one of its own.
 void restoreBooks(Database& db, const std::string& file, const Progress& progress = {});
+// Where the copies of these books are kept: beside a file; of a server's books in the user's own
+// folder for data.
+std::string backupFolderOf(Database& db, const std::string& place);
 
 }  // namespace tolvex::store

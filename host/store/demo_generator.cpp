@@ -78,9 +78,7 @@ class Generator {
       const int end = std::min(operations_, done + kPerTransaction);
       for (; done < end; ++done) makeOperation(done);
       transaction.commit();
-      if (progress_ && !progress_("Kuriamos operacijos", done / double(operations_))) {
-        throw BooksError("Nutraukta.");
-      }
+      goOn(progress_, "Kuriamos operacijos", done / double(operations_));
     }
   }
 

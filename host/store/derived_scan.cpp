@@ -239,9 +239,7 @@ void DerivedScan::scanEntry(Cursors& at, Refs& sides) {
 }
 
 void DerivedScan::goOn(int entryId, int last) const {
-  if (progress_ && !progress_("Skaitomi įrašai", entryId / static_cast<double>(last))) {
-    throw BooksError("Nutraukta.");
-  }
+  tolvex::store::goOn(progress_, "Skaitomi įrašai", entryId / static_cast<double>(last));
 }
 
 void DerivedScan::scanEntries() {

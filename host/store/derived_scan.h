@@ -65,7 +65,7 @@ struct ScanHooks {
 class DerivedScan {
  public:
   DerivedScan(Database& db, ScanHooks hooks, Progress progress);
-  void run();  // throws BooksError when `progress` stops it
+  void run();  // throws Stopped
 
   CurrencyCodes& currencies() { return currencies_; }
   // Turnovers by day and, per set of addressees, by month.

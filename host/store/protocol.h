@@ -18,15 +18,17 @@ class ProtocolDetail {
  public:
   void header(const HeaderRow* before, const HeaderRow& after);
   void entry(const EntryRow* before, const EntryRow* after);
+  void line(std::string_view text);
   const std::string& text() const { return text_; }
 
  private:
-  void line(std::string_view text);
   std::string text_;
 };
 
 void writeProtocol(Session& session, const HeaderRow& header, Action action,
                    const ProtocolDetail& detail);
+// Of a change of the books as a whole; it belongs to no operation.
+void writeProtocol(Session& session, std::string_view what, const ProtocolDetail& detail);
 
 // Who changed the operation last, "name, yyyy.mm.dd hh:mm:ss"; "" when nobody did.
 std::string lastChange(Database& db, int operId);

@@ -23,6 +23,13 @@ const std::vector<Routine>& routineTable() {
       const std::span<const Routine> routines = part();
       all.insert(all.end(), routines.begin(), routines.end());
     }
+    // What a kind answers in its own way stands before what every kind answers.
+    for (const std::span<const Routine> part :
+         {listRoutines(), operationRoutines(), referenceRoutines(), commentRoutines(),
+          numberRoutines(), debtRoutines(), advanceRoutines(), balanceRoutines(), bankRoutines(),
+          planRoutines(), conversionRoutines(), groupRoutines(), templateRoutines(),
+          currencyRoutines(), vatRoutines(), hostRoutines()})
+      all.insert(all.end(), part.begin(), part.end());
     return all;
   }();
   return table;

@@ -22,6 +22,7 @@ std::span<const Routine> balanceRoutines();
 std::span<const Routine> bankRoutines();
 std::span<const Routine> planRoutines();
 std::span<const Routine> lockRoutines();
+std::span<const Routine> conversionRoutines();
 std::span<const Routine> groupRoutines();
 std::span<const Routine> templateRoutines();
 std::span<const Routine> currencyRoutines();

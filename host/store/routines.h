@@ -47,6 +47,7 @@ struct Routine {
   bool writes;                  // needs a write transaction
   Variant (*answer)(Session& session, const std::vector<Argument>& arguments,
                     std::string_view kind);
+  bool alone = false;  // needs the books to itself
 };
 
 // Of all files routines_*.cpp, joined in routine_table.cpp.

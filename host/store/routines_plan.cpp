@@ -80,46 +80,10 @@ Variant GetAccount(Session& session, const Arguments& arguments, std::string_vie
   return answer.done();
 }
 
-constexpr ColumnSpec kConverting[] = {col::text("OIDR", 30),     col::text("PreviewO", 330),
-                                      col::integer("ParentID"),  col::integer("GroupFlag"),
-                                      col::integer("cn"),        col::integer("NewID"),
-                                      col::text("PreviewN", 330)};
-
-// Entries are counted from the years of the roll-ups; one with the account on both sides stands
-// there twice and counts once.
-Variant GetConvertingTable(Session& session, const Arguments&, std::string_view) {
-  auto nodes = bound(session.db(),
-                     "SELECT a.id, a.code, a.name, a.parent_id, a.group_flag, a.new_id, n.code,"
-                     " n.name, (SELECT SUM(CASE WHEN t.corr_id = a.id THEN 0 ELSE t.n END)"
-                     " + SUM(CASE WHEN t.corr_id = a.id THEN t.n ELSE 0 END) / 2 FROM turn_acc t"
-                     " WHERE t.account_id = a.id AND t.period < 10000)"
-                     " FROM account a LEFT JOIN account n ON n.id = a.new_id"
-                     " WHERE a.plan = 0 ORDER BY a.code");
-  const auto shown = [&](int code) {
-    return std::string(nodes->text(code)) + " " + std::string(nodes->text(code + 1));
-  };
-  Answer answer(kConverting);
-  const auto integerOrNull = [&](int column) {
-    if (nodes->isNull(column))
-      answer.null();
-    else
-      answer.integer(nodes->integer(column));
-  };
-  while (nodes->step()) {
-    answer.row().text(nodeReference(kWorkingPlan, nodes->integer(0))).text(shown(1));
-    integerOrNull(3);
-    answer.integer(nodes->integer(4)).integer(nodes->integer(8));
-    integerOrNull(5);
-    answer.text(nodes->isNull(5) ? std::string() : shown(6));
-  }
-  return answer.done();
-}
-
 constexpr Routine kRoutines[] = {
     {"O0200400", "GetBRAProperties", "", false, GetBRAProperties},
     {"O0200400", "GetBRASettings", "", false, GetBRASettings},
     {"O0200400 O0200500", "GetAccountPlan", "", false, GetAccountPlan},
-    {"O0200400", "GetConvertingTable", "", false, GetConvertingTable},
     {"O0201500 O0200500", "GetAccount", "t", false, GetAccount},
 };
 

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <thread>
 
+#include "host/store/books.h"
 #include "host/store/guid.h"
 #include "host/store/moments.h"
 #include "host/store/schema.h"
@@ -53,6 +54,7 @@ HostResult Session::guarded(Transaction::For purpose, const std::function<Varian
   for (std::size_t attempt = 0;; ++attempt) {
     const bool last = attempt == std::size(kPausesMs);
     bool committing = false;
+    int epoch = epoch_;
     Variant value;
     saveKey_.clear();
     try {
@@ -61,24 +63,50 @@ HostResult Session::guarded(Transaction::For purpose, const std::function<Varian
         throw Refusal(kEpochChanged, "Duomenų bazė pakeista, atidarykite iš naujo!");
       }
       value = work();
+      if (purpose == Transaction::For::Exclusive) epoch = storedEpoch(*db_);
       committing = true;
       transaction.commit();
+      renew(epoch);
       return {kDone, "", value};
     } catch (const Refusal& refusal) {
       return {refusal.code, refusal.what(), {}};
     } catch (const DatabaseError& error) {
       const bool reconnected = error.kind == Kind::Lost && db_->reconnect();
       if (committing && reconnected && !saveKey_.empty()) {
-        if (storedDespiteLostConnection()) return {kDone, "", value};
+        if (storedDespiteLostConnection()) {
+          renew(epoch);
+          return {kDone, "", value};
+        }
       } else if (committing && purpose != Transaction::For::Read && error.kind == Kind::Lost) {
         return {kEngine, "Ryšys su duomenų baze nutrūko: patikrinkite, ar įrašas įrašytas!", {}};
       }
       if (last || (error.kind != Kind::Busy && !reconnected)) return answerTo(error);
+    } catch (const Stopped& stopped) {
+      return {kStopped, stopped.what(), {}};
     } catch (const std::exception& error) {
       return {kEngine, error.what(), {}};
     }
     std::this_thread::sleep_for(std::chrono::milliseconds(kPausesMs[attempt]));
   }
+}
+
+// Nothing that was remembered of the books as they were may be used; the user himself may have
+// become another.
+void Session::renew(int epoch) {
+  if (epoch == epoch_) return;
+  epoch_ = epoch;
+  kept_.clear();
+  offer_ = {};
+  auto row = db_->prepare(
+      "SELECT name, user_pref, role_id FROM app_user WHERE id = $1 AND login = $2 AND active = 1");
+  row->bind(1, user_.id).bind(2, user_.login);
+  user_.roleId = 0;  // gone with the restore: without any right
+  if (row->step()) {
+    user_.name = row->text(0);
+    user_.prefix = row->text(1);
+    user_.roleId = static_cast<int>(row->integer(2));
+  }
+  if (watch_.renewed) watch_.renewed();
 }
 
 bool Session::storedDespiteLostConnection() {

@@ -28,6 +28,15 @@ struct User {
   bool mustChangePassword = false;  // he has no rights until he does
 };
 
+// Told how far a long work is, from 0 to 1; answers false to stop it.
+using Progress = std::function<bool(std::string_view what, double share)>;
+
+// Who follows what a session does to the books as a whole.
+struct SessionWatch {
+  Progress progress = {};              // of a backup, a restore, a conversion
+  std::function<void()> renewed = {};  // after a restore or conversion: all that was read is stale
+};
+
 // The last number that GetAutoNumber offered to this client; see numbering.h.
 struct NumberOffer {
   int groupId = 0, userId = 0, day = 0;
@@ -57,6 +66,7 @@ enum StoreCode : int {
   kUnknownRoutine = 1206,
   kWrongParameters = 1207,
   kEpochChanged = 1208,
+  kStopped = 1209,
   kEngine = 1299,
 };
 
@@ -90,6 +100,11 @@ class Session final : public StorePort {
   // a changed role or a blocked user counts at once.
   Flags rights(std::string_view component);
   NumberOffer& offer() { return offer_; }
+  void watch(SessionWatch watch) { watch_ = std::move(watch); }
+  const Progress& progress() const { return watch_.progress; }
+  // Where BackUpDB writes; "" for books that have no place of their own.
+  const std::string& backupFolder() const { return backupFolder_; }
+  void setBackupFolder(std::string folder) { backupFolder_ = std::move(folder); }
   // The key of the present save for its row in the protocol. Asking for it promises that row: when
   // the connection breaks during the commit, the row tells whether the save took place.
   const std::string& saveKey();
@@ -103,17 +118,22 @@ class Session final : public StorePort {
     return *std::any_cast<T>(&slot);
   }
 
-  // Runs `work` in a transaction, retries a busy engine, and turns failures into code and text.
+  // Runs `work` in a transaction, retries a busy engine, and turns failures into code and text. A
+  // work that has the books to itself may raise the epoch; this session then goes on in the new
+  // one.
   HostResult guarded(Transaction::For purpose, const std::function<Variant()>& work);
 
  private:
   bool storedDespiteLostConnection();
+  void renew(int epoch);
 
   std::unique_ptr<Database> db_;
   User user_;
   ClockFunction clock_;
   NumberOffer offer_;
   std::map<std::type_index, std::any> kept_;
+  SessionWatch watch_;
+  std::string backupFolder_;
   int epoch_ = 0;
   std::string saveKey_;  // empty: the present call writes no protocol
 };

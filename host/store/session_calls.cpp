@@ -114,7 +114,8 @@ HostResult Session::call(std::string_view kind, std::string_view method,
   } catch (const Refusal& refusal) {
     return {refusal.code, refusal.what(), {}};
   }
-  const auto purpose = routine->writes ? Transaction::For::Write : Transaction::For::Read;
+  using For = Transaction::For;
+  const For purpose = routine->alone ? For::Exclusive : routine->writes ? For::Write : For::Read;
   return guarded(purpose, [&] { return routine->answer(*this, arguments, to.kind); });
 }
 

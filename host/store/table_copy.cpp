@@ -11,6 +11,8 @@
 namespace tolvex::store {
 namespace {
 
+constexpr const char* kCopying = "Kopijuojami duomenys";
+
 enum class Type { Integer, Real, Text };
 struct Column {
   std::string name;
@@ -106,9 +108,9 @@ Lists listsOf(const std::vector<Column>& columns) {
   return lists;
 }
 
-// One table; `tick` is asked after every portion of rows.
-bool copyTable(Database& from, Database& to, const std::string& table,
-               const std::vector<Column>& columns, const std::function<bool()>& tick) {
+// One table; `tick` is called after every portion of rows.
+void copyTable(Database& from, Database& to, const std::string& table,
+               const std::vector<Column>& columns, const std::function<void()>& tick) {
   const std::vector<std::string>& later = selfReferences(table);
   const Lists lists = listsOf(columns);
   auto insert =
@@ -125,9 +127,9 @@ bool copyTable(Database& from, Database& to, const std::string& table,
       }
     }
     insert->run();
-    if (++count % 5000 == 0 && !tick()) return false;
+    if (++count % 5000 == 0) tick();
   }
-  return tick();
+  tick();
 }
 
 void copySelfReferences(Database& from, Database& to, const std::string& table) {
@@ -144,7 +146,7 @@ void copySelfReferences(Database& from, Database& to, const std::string& table) 
 
 }  // namespace
 
-bool copyBaseTables(Database& from, Database& to, const Progress& progress) {
+void copyBaseTables(Database& from, Database& to, const Progress& progress) {
   Database& sqlite = from.engine() == Engine::Sqlite ? from : to;
   const auto total = static_cast<double>(baseTables().size());
   double done = 0;
@@ -152,16 +154,13 @@ bool copyBaseTables(Database& from, Database& to, const Progress& progress) {
   run(to, "DELETE FROM account");
   run(to, "DELETE FROM store_meta");
   for (const std::string& table : baseTables()) {
-    const auto tick = [&] { return !progress || progress(table, done / total); };
-    if (!copyTable(from, to, table, columnsOf(sqlite, table), tick)) return false;
+    copyTable(from, to, table, columnsOf(sqlite, table),
+              [&] { goOn(progress, kCopying, done / total); });
     done += 1;
   }
-  if (!copyTable(from, to, "store_meta", columnsOf(sqlite, "store_meta"), [] { return true; })) {
-    return false;
-  }
+  copyTable(from, to, "store_meta", columnsOf(sqlite, "store_meta"), [] {});
   for (const std::string& table : baseTables()) copySelfReferences(from, to, table);
   moveIdCounters(to);
-  return true;
 }
 
 void emptyTables(Database& db) {

@@ -75,12 +75,14 @@ TEST_P(Backup, IsOfOneMoment) {
 
 TEST_P(Backup, WhatIsStoppedOrRefusedChangesNothing) {
   const std::string before = copyOf(db(), "before");
-  backupBooks(db(), folder_.path("stopped"), [](std::string_view, double) { return false; });
+  const Progress stop = [](std::string_view, double) { return false; };
+  EXPECT_THROW(backupBooks(db(), folder_.path("stopped"), stop), Stopped);
   EXPECT_FALSE(std::filesystem::exists(folder_.path("stopped")));
   EXPECT_FALSE(std::filesystem::exists(folder_.path("stopped.part")));
 
   int tables = 0;
-  restoreBooks(db(), before, [&](std::string_view, double) { return ++tables < 20; });
+  const Progress stopLater = [&](std::string_view, double) { return ++tables < 20; };
+  EXPECT_THROW(restoreBooks(db(), before, stopLater), Stopped);
   EXPECT_EQ(differences(before, copyOf(db(), "after")), "") << "stopped half way";
 
   const auto refuses = [&](const std::string& file) {
