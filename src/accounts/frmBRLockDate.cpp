@@ -1,6 +1,6 @@
 #include "accounts/frmBRLockDate.h"
 
-#include "platform/host.h"
+#include "accounts/account_messages.h"
 
 namespace tolvex {
 
@@ -74,10 +74,7 @@ void frmBRLockDate::write() {
   if (saved.Code != kDone) {
     locks_->CancelBatch();
     locks_->SetBookmark(place_);
-    std::string text = "Klaida!";
-    text.append(kLineBreak).append(kLineBreak).append(saved.Text);
-    show(host(), {text, Icon::Stop, Buttons::Ok, Answer::Ok, std::nullopt});
-    return;
+    return showFailedWrite(host(), saved.Text);
   }
   result = 1;
   close();
