@@ -1,6 +1,10 @@
 #include "host/cards/all_cards.h"
 
 #include "host/cards/bank_cards.h"
+#include "host/cards/firm_card.h"
+#include "host/cards/list_cards.h"
+#include "host/cards/person_cards.h"
+#include "host/cards/vat_tariffs.h"
 
 namespace tolvex {
 namespace {
@@ -14,6 +18,12 @@ CardSet makeCards() {
   cards.addBranch(kAdministration, "Administravimas");
   cards.add(kDirectories, cardOf(bankCard()));
   cards.addKind(kAdministration, "CAllAccLock", "O0201300");
+  for (const CardSpec* card :
+       {&firmCard(), &personCard(), &employeeCard(), &bankCard(), &bankAccountCard()})
+    cards.add(kDirectories, cardOf(*card));
+  cards.add(kDirectories, vatTariffsCard());
+  for (const CardSpec* card : {&purposeCard(), &commentCard()})
+    cards.add(kDirectories, cardOf(*card));
   return cards;
 }
 

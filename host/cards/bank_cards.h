@@ -6,5 +6,6 @@
 namespace tolvex {
 
 const CardSpec& bankCard();
+const CardSpec& bankAccountCard();
 
 }  // namespace tolvex

@@ -28,16 +28,6 @@ std::string referenceIn(Field field, const std::string& kind) {
   return id == 0 ? std::string() : refOf(kind, id);
 }
 
-void assignReference(Field field, const std::string& reference) {
-  if (reference.empty()) {
-    assign(field, Null{});
-  } else if (field.Type() == FieldType::Text) {
-    assign(field, reference);
-  } else {
-    assign(field, idOf(reference));
-  }
-}
-
 class TextField final : public CardBox {
  public:
   TextField(ui::Form& form, const CardField& about, std::function<void()> changed)
@@ -129,7 +119,7 @@ class ChoiceField final : public CardBox {
     const std::string wanted = referenceIn(record[about().column], about().kinds);
     readItems(wanted);
   }
-  void write(RowSet& record) override { assignReference(record[about().column], box_.key()); }
+  void write(RowSet& record) override { setReference(record[about().column], box_.key()); }
   void lock(bool readOnly) override { box_.enabled = !readOnly; }
   bool isEmpty() const override { return box_.key().empty(); }
   std::string text() const override { return box_.text(); }
@@ -169,7 +159,7 @@ class ReferenceField final : public CardBox {
     box_.tag = referenceIn(record[about().column], about().kinds);
     refresh();
   }
-  void write(RowSet& record) override { assignReference(record[about().column], box_.tag); }
+  void write(RowSet& record) override { setReference(record[about().column], box_.tag); }
   void lock(bool readOnly) override { pick_.enabled = !readOnly; }
   bool isEmpty() const override { return box_.tag.empty(); }
   std::string text() const override { return box_.text(); }
@@ -203,6 +193,16 @@ class ReferenceField final : public CardBox {
 };
 
 }  // namespace
+
+void setReference(Field field, const std::string& reference) {
+  if (reference.empty()) {
+    assign(field, Null{});
+  } else if (field.Type() == FieldType::Text) {
+    assign(field, reference);
+  } else {
+    assign(field, idOf(reference));
+  }
+}
 
 std::unique_ptr<CardBox> makeCardBox(ui::Form& form, const CardField& about,
                                      std::function<void()> changed) {

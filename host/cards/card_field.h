@@ -36,6 +36,9 @@ struct CardField {
   Remark remark = nullptr;
 };
 
+// A reference into a column that holds references or ids; null for "".
+void setReference(Field field, const std::string& reference);
+
 // A field on a form, between the record's column and its control.
 class CardBox {
  public:

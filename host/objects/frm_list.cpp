@@ -145,8 +145,8 @@ void frmList::read() {
     std::erase_if(rows, [&](const ObjectRow& row) {
       return row.row.key == source_.parent || (known && row.parent != source_.parent);
     });
-  } else if (view && view->grouping == Grouping::Whole) {
-    rows = asTree(std::move(rows));
+  } else if (view && view->grouping != Grouping::None) {
+    rows = asTree(inViewOrder(std::move(rows), *view));
     int above = -1;
     std::erase_if(rows, [&](ObjectRow& row) {
       if (source_.parent.empty()) return false;

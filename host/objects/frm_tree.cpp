@@ -76,11 +76,10 @@ void frmTree::addLayout(const LayoutNode& node, const std::string& parent) {
   if (root) {
     nodes_.push_back(std::move(shown));
   } else {
-    const KindView* view = kindView(node.code);
     ListSource source;
     source.kind = node.code;
     source.caption = node.caption;
-    add(std::move(shown), std::move(source), view && view->grouping != Grouping::None);
+    add(std::move(shown), std::move(source), hasGroups(node.code));
   }
   for (const LayoutNode& child : node.children) addLayout(child, node.code);
 }

@@ -39,34 +39,42 @@ const std::vector<KindView>& views() {
       {"O0201700", "Apmokėjimo šablonai", Grouping::Tree, nameColumns()},
       {"O0000100",
        "Įmonės",
-       Grouping::None,
+       Grouping::Nested,
        {{"Preview", "Pavadinimas", 40, CellFormat::Text, true},
         {"Code", "Kodas", 12},
-        {"VATCode", "PVM kodas", 14}}},
+        {"VATCode", "PVM kodas", 14},
+        {"City", "Miestas", 14}}},
       {"O0001402",
        "Fiziniai asmenys",
-       Grouping::None,
+       Grouping::Nested,
        {{"Preview", "Vardas, pavardė", 40, CellFormat::Text, true},
         {"PersCode", "Asmens kodas", 14}}},
       {"O0001401",
        "Darbuotojai",
-       Grouping::None,
+       Grouping::Nested,
        {{"Preview", "Vardas, pavardė", 40, CellFormat::Text, true}, {"UsrTitle", "Pareigos", 24}}},
       {"O0000300",
        "Bankai",
-       Grouping::None,
+       Grouping::Nested,
        {{"Preview", "Pavadinimas", 40, CellFormat::Text, true},
         {"Code", "Kodas", 10},
         {"SWIFT", "SWIFT", 12}}},
       {"O0000500",
        "Banko sąskaitos",
-       Grouping::None,
-       {{"Preview", "Bankas, sąskaita", 50, CellFormat::Text, true}}},
+       Grouping::Nested,
+       {{"Preview", "Bankas, sąskaita", 44},
+        {"OwnerName", "Savininkas", 30, CellFormat::Text, true},
+        {"MainAccountFlag", "Pagrindinė", 11, CellFormat::Flag}}},
       {"O0002200",
        "Valiuta",
        Grouping::None,
        {{"Code", "Kodas", 8}, {"Name", "Pavadinimas", 30, CellFormat::Text, true}}},
-      {"O0001601", "Paskirtys", Grouping::None, nameColumns()},
+      {"O0001601",
+       "Paskirtys",
+       Grouping::Nested,
+       {{"Name", "Pavadinimas", 40, CellFormat::Text, true}, {"Code", "Kodas", 12}}},
+      {"O0000900", "Operacijų komentarai", Grouping::Nested, nameColumns()},
+      {"O0001629", "PVM tarifai", Grouping::None, {{"Preview", "Tarifas", 12}}},
       {"O0000200", "Prekės", Grouping::None, nameColumns()},
       {"O0202100", "Komandiruotės", Grouping::None, nameColumns()},
       {"O0001900", "Papildomos ataskaitos", Grouping::None, nameColumns()},
@@ -89,6 +97,13 @@ const std::vector<ListColumn>& operationColumns() {
       {"Comment", "Komentaras", 50, CellFormat::Text, true},
       {"SumA", "Suma, Lt", 14, CellFormat::Sum}};
   return columns;
+}
+
+bool hasOwnView(std::string_view code) { return find(kindOf(code)) != nullptr; }
+
+bool hasGroups(std::string_view code) {
+  const KindView* view = kindView(code);
+  return view && (view->grouping == Grouping::Tree || view->grouping == Grouping::Whole);
 }
 
 const KindView* kindView(std::string_view code) {
@@ -124,6 +139,7 @@ std::string cellText(RowSet& rows, const ListColumn& column, const NumberFormat&
   if (value.IsAbsent()) return {};
   if (column.format == CellFormat::Sum && value.IsNumber())
     return formatNumber(value.AsDouble(), 2, format);
+  if (column.format == CellFormat::Flag) return value.AsDouble() != 0 ? "✓" : std::string();
   return value.Show();
 }
 

@@ -11,7 +11,7 @@
 
 namespace tolvex {
 
-enum class CellFormat { Text, Date, Sum };
+enum class CellFormat { Text, Date, Sum, Flag };  // a flag shows a tick
 
 struct ListColumn {
   const char* field;
@@ -22,9 +22,10 @@ struct ListColumn {
 };
 
 enum class Grouping {
-  None,   // a plain list
-  Tree,   // groups are nodes of the tree, the list shows what lies right below the chosen one
-  Whole,  // as Tree, but the list shows everything below, indented by depth
+  None,    // a plain list, in the order of the store
+  Nested,  // a plain list by name, what belongs to another stands indented below it
+  Tree,    // groups are nodes of the tree, the list shows what lies right below the chosen one
+  Whole,   // as Tree, but the list shows everything below, indented by depth
 };
 
 struct KindView {
@@ -34,6 +35,10 @@ struct KindView {
   std::vector<ListColumn> columns;
 };
 
+// Whether the very kind has a view, and not only its family.
+bool hasOwnView(std::string_view code);
+// Whether groups of the kind are nodes of the tree.
+bool hasGroups(std::string_view code);
 // Of the kind itself or of its family; null for a kind that the program does not know.
 const KindView* kindView(std::string_view code);
 // The code whose class and list a kind shares: "O0201504" -> "O0201500".

@@ -4,6 +4,7 @@
 #include <map>
 #include <optional>
 
+#include "framework/parameters.h"
 #include "framework/references.h"
 #include "framework/text.h"
 
@@ -104,6 +105,26 @@ std::vector<ui::Row> narrowed(const std::vector<ui::Row>& rows, std::string_view
   return first;
 }
 
+std::vector<ObjectRow> inViewOrder(std::vector<ObjectRow> rows, const KindView& view) {
+  if (view.grouping == Grouping::Nested) {
+    std::stable_sort(rows.begin(), rows.end(), [](const ObjectRow& a, const ObjectRow& b) {
+      return compareLithuanian(a.row.hint, b.row.hint) < 0;
+    });
+  }
+  return rows;
+}
+
+std::vector<ObjectRow> listedRows(HostContext& host, const std::string& kind,
+                                  const std::string& filter) {
+  const auto ui = host.objects().kind(kind);
+  const RowSetPtr set =
+      ui->GetVXObjectList(filter.empty() ? std::string() : quoted(filter), "", "");
+  if (!set) return {};
+  auto rows = objectRows(*set, columnsOf(kind), host.numbers(), ui->GetIconsTable());
+  const KindView* view = kindView(kind);
+  return view ? inViewOrder(std::move(rows), *view) : rows;
+}
+
 std::vector<ObjectRow> groupRows(HostContext& host, const std::string& kind) {
   const KindView* view = kindView(kind);
   if (!view) return {};
@@ -135,10 +156,7 @@ std::vector<ObjectRow> groupRows(HostContext& host, const std::string& kind) {
 
 std::vector<ObjectRow> pickerRows(HostContext& host, const std::string& kind) {
   if (kind == kGroups) return groupRows(host, kind);
-  const auto ui = host.objects().kind(kind);
-  const RowSetPtr set = ui->GetVXObjectList("", "", "");
-  if (!set) return {};
-  return asTree(objectRows(*set, columnsOf(kind), host.numbers(), ui->GetIconsTable()));
+  return asTree(listedRows(host, kind, ""));
 }
 
 }  // namespace tolvex

@@ -28,6 +28,12 @@ std::vector<ObjectRow> asTree(std::vector<ObjectRow> rows);
 // The rows that have `text` in a cell: first those where a cell begins with it, then the others.
 std::vector<ui::Row> narrowed(const std::vector<ui::Row>& rows, std::string_view text);
 
+// Lists by name (Grouping::Nested) in Lithuanian order of what they show of an object.
+std::vector<ObjectRow> inViewOrder(std::vector<ObjectRow> rows, const KindView& view);
+
+// Objects of a kind that meet a filter, "" for all; none after a message.
+std::vector<ObjectRow> listedRows(HostContext& host, const std::string& kind,
+                                  const std::string& filter);
 // All groups of a kind, parents first; of operation groups too, which are read branch by branch.
 std::vector<ObjectRow> groupRows(HostContext& host, const std::string& kind);
 // Everything of a kind for a picker: groups and items, as a tree.

@@ -8,9 +8,12 @@
 namespace tolvex {
 namespace {
 
-// Documents are known by the reference of their exact kind and by that of their family.
+// Documents are known by the reference of their exact kind and by that of their family. Kinds with
+// a list of their own are themselves, however alike their codes.
 std::string identity(std::string_view reference) {
-  return familyCode(reference) + std::string(idTextOf(reference));
+  const bool own = hasOwnView(reference);
+  return (own ? std::string(kindOf(reference)) : familyCode(reference)) +
+         std::string(idTextOf(reference));
 }
 
 }  // namespace

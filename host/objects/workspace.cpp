@@ -175,8 +175,7 @@ struct Workspace::Impl final : HostContext, ObjectTree, Navigator {
     const std::string family = familyCode(kind);
     const std::string shown = familyCode(listForm ? listForm->source().kind : std::string());
     if (family == shown || (family == kOperations && shown == kOperationGroups)) listStale = true;
-    if (const KindView* view = kindView(family); view && view->grouping != Grouping::None)
-      treeStale = true;
+    if (hasGroups(family)) treeStale = true;
     if (family == kLocks) locksStale = true;
     changedKinds.emplace(kind);
   }

@@ -1,4 +1,5 @@
 // Firms, persons, employees, banks and bank accounts.
+#include "framework/references.h"
 #include "host/store/mapped_records.h"
 #include "host/store/record_table.h"
 #include "host/store/referrers.h"
@@ -35,7 +36,8 @@ constexpr FieldMap kFirmFields[] = {
     small("OwnFirm", "own_firm").zero(),
     computed("Address", FieldType::Text, kAddress),
 };
-constexpr FieldMap kFirmList[] = {text("Code", "code", 30), text("VATCode", "vat_code", 30)};
+constexpr FieldMap kFirmList[] = {text("Code", "code", 30), text("VATCode", "vat_code", 30),
+                                  text("City", "city", 100)};
 
 // Exactly one firm is the company itself: taking the mark takes it from the one that had it.
 void keepOneOwnFirm(const Saving& saving) {
@@ -147,15 +149,39 @@ constexpr FieldMap kAccountFields[] = {
     text("IntermediaryBankSWIFT", "im_swift", 20),
     text("IntermediaryAccountNumber", "im_account", 40),
 };
+// Whom a reference names; the store saw to it that it names somebody.
+constexpr const char* kOwnerName =
+    "CASE SUBSTR(t.owner_ref, 1, 8)"
+    " WHEN 'O0000100' THEN (SELECT o.name FROM firm o"
+    " WHERE o.id = CAST(SUBSTR(t.owner_ref, 9) AS INTEGER))"
+    " WHEN 'O0001402' THEN (SELECT o.name || ' ' || COALESCE(o.last_name, '') FROM person o"
+    " WHERE o.id = CAST(SUBSTR(t.owner_ref, 9) AS INTEGER))"
+    " WHEN 'O0001401' THEN (SELECT o.name || ' ' || COALESCE(o.last_name, '') FROM employee o"
+    " WHERE o.id = CAST(SUBSTR(t.owner_ref, 9) AS INTEGER)) END";
 constexpr FieldMap kAccountList[] = {
     text("AccountNumber", "account_number", 40),
     computed("BankName", FieldType::Text, kBankName),
+    computed("BankOIDR", FieldType::Text, "'O0000300' || CAST(t.bank_id AS VARCHAR(12))"),
     text("OwnerOIDR", "owner_ref", 30),
+    computed("OwnerName", FieldType::Text, kOwnerName),
     small("MainAccountFlag", "main_flag"),
 };
 
-void keepOneMainAccount(const Saving& saving) {
+void requireOwner(const Saving& saving) {
+  const std::string owner(saving.row["OwnerOIDR"].Text());
+  for (const auto& [kind, table] :
+       {std::pair("O0000100", "firm"), {"O0001402", "person"}, {"O0001401", "employee"}}) {
+    if (kindOf(owner) == kind &&
+        anyRow(saving.session.db(), "SELECT 1 FROM " + std::string(table) + " WHERE id = $1",
+               idOf(owner)))
+      return;
+  }
+  throw Refusal(kReferred, "Nurodytas sąskaitos savininkas neegzistuoja!");
+}
+
+void checkAccount(const Saving& saving) {
   Database& db = saving.session.db();
+  requireOwner(saving);
   if (!anyRow(db, "SELECT 1 FROM bank WHERE id = $1",
               static_cast<int>(saving.row["BankID"].Number()))) {
     throw Refusal(kReferred, "Nurodytas bankas neegzistuoja!");
@@ -173,7 +199,7 @@ constexpr RecordMap kBankAccounts = {
     .component = "CBanks",
     .preview = "(SELECT b.name FROM bank b WHERE b.id = t.bank_id) || ', ' || t.account_number",
     .name = "t.account_number",
-    .check = keepOneMainAccount};
+    .check = checkAccount};
 
 }  // namespace
 

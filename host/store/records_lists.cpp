@@ -6,6 +6,8 @@
 #include "host/store/record_table.h"
 #include "host/store/referrers.h"
 #include "host/store/sql.h"
+#include "host/store/vat_tariff.h"
+#include "host/store/whole_parts.h"
 
 namespace tolvex::store {
 namespace {
@@ -61,16 +63,28 @@ constexpr RecordMap kCurrencies = {.table = "currency",
 constexpr const char* kPercent =
     "CAST(t.value / 100 AS VARCHAR(5)) || CASE WHEN t.value % 100 = 0 THEN '%' ELSE '.' ||"
     " SUBSTR(CAST(100 + t.value % 100 AS VARCHAR(3)), 2) || '%' END";
+void checkTariff(const Saving& saving) { (void)tariffHundredths(saving.row["Value"].Number()); }
+
 constexpr FieldMap kTariffFields[] = {real("Value", "value").decimals(2).zero(),
                                       number("SortOrder", "sort_order").zero()};
 constexpr RecordMap kTariffs = {.table = "vat_tariff",
                                 .fields = kTariffFields,
                                 .listFields = kTariffFields,
-                                .component = "CBookLayout",
+                                .component = kTariffComponent,
                                 .versioned = false,
                                 .preview = kPercent,
                                 .name = kPercent,
-                                .order = "t.sort_order, t.id"};
+                                .order = "t.sort_order, t.id",
+                                .check = checkTariff};
+
+// Texts that documents of a kind offer for their comment; who writes operations keeps them.
+constexpr FieldMap kCommentFields[] = {text("Name", "name", 1000).needed(),
+                                       text("Kind", "kind", 8).preset("O0201500").needed()};
+constexpr RecordMap kComments = {.table = "comment_text",
+                                 .fields = kCommentFields,
+                                 .component = "CBROperRights",
+                                 .versioned = false,
+                                 .where = "t.kind = 'O0201500'"};
 
 constexpr FieldMap kObjectFields[] = {
     number("ParentID", "parent_id").zeroIsNull(),
@@ -99,10 +113,21 @@ constexpr std::string_view kObjectKinds =
 
 }  // namespace
 
+int tariffHundredths(double percent) {
+  constexpr int kWhole = 10000;
+  const auto stored = wholeParts(percent, 100);
+  if (!stored || *stored < 0 || *stored > kWhole)
+    refuseRule("PVM tarifas turi būti nuo 0 iki 100, ne daugiau kaip du ženklai po kablelio!");
+  return static_cast<int>(*stored);
+}
+
 std::span<const HandlerRow> listRecords() {
-  static const MappedRecords currencies(kCurrencies), tariffs(kTariffs), objects(kObjects);
-  static const HandlerRow rows[] = {
-      {"O0002200", &currencies}, {"O0001629", &tariffs}, {kObjectKinds, &objects}};
+  static const MappedRecords currencies(kCurrencies), tariffs(kTariffs), objects(kObjects),
+      comments(kComments);
+  static const HandlerRow rows[] = {{"O0002200", &currencies},
+                                    {"O0001629", &tariffs},
+                                    {kObjectKinds, &objects},
+                                    {"O0000900", &comments}};
   return rows;
 }
 

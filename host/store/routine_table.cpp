@@ -29,6 +29,8 @@ const std::vector<Routine>& routineTable() {
           numberRoutines(), debtRoutines(), advanceRoutines(), balanceRoutines(), bankRoutines(),
           planRoutines(), conversionRoutines(), groupRoutines(), templateRoutines(),
           currencyRoutines(), vatRoutines(), hostRoutines()})
+          planRoutines(), groupRoutines(), templateRoutines(), currencyRoutines(), vatRoutines(),
+          cardRoutines(), hostRoutines()})
       all.insert(all.end(), part.begin(), part.end());
     return all;
   }();

@@ -28,5 +28,6 @@ std::span<const Routine> templateRoutines();
 std::span<const Routine> currencyRoutines();
 std::span<const Routine> vatRoutines();
 std::span<const Routine> rightRoutines();
+std::span<const Routine> cardRoutines();
 
 }  // namespace tolvex::store

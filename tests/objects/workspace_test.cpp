@@ -76,6 +76,12 @@ TEST_F(WorkspaceTest, OneScreenAnObjectWhateverItsReferenceIsCalled) {
   EXPECT_EQ(first->title(), "2004.03.31 1");
 }
 
+TEST_F(WorkspaceTest, KindsWithCodesAlikeAreOthers) {
+  for (const char* reference : {"O00014011", "O00014021", "O00016011", "O00016291"})
+    host().screens().show(card(reference));
+  EXPECT_EQ(workspace_->screens().size(), 4u);
+}
+
 TEST_F(WorkspaceTest, NewScreensWithoutAReferenceAreNeverTheSame) {
   host().screens().show(card(""));
   host().screens().show(card(""));
