@@ -10,6 +10,7 @@
 #include "accounts/UIO0201300.h"
 #include "accounts/account_forms.h"
 #include "accounts/lock_forms.h"
+#include "currency/currency_forms.h"
 #include "framework/module_header.h"
 #include "framework/object_contract.h"
 #include "operations/UI0201400.h"
@@ -30,6 +31,7 @@ OperationTablesPtr fillTables() {
   registerOperationForms(tables->forms);
   registerAccountForms(tables->forms);
   registerLockForms(tables->forms);
+  registerCurrencyForms(tables->forms);
   return tables;
 }
 

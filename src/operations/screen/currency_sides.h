@@ -13,7 +13,7 @@ struct CurrencySide {
   std::string code = std::string(kNoCurrency);
   double rateLtPerUnit = 0;
   double sumCurr = 0;
-  bool hasCode() const { return code.find_first_not_of(' ') != std::string::npos; }
+  bool hasCode() const { return isCurrency(code); }
   bool operator==(const CurrencySide&) const = default;
 };
 

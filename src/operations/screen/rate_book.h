@@ -7,12 +7,15 @@
 #include <vector>
 
 #include "framework/param_dictionary.h"
-#include "platform/objects.h"
+#include "platform/host.h"
 
 namespace tolvex {
 
 // Three blanks: a side in litas has no currency.
 inline constexpr std::string_view kNoCurrency = "   ";
+
+// Whether a code names a currency other than the litas.
+bool isCurrency(std::string_view code);
 
 class RateBook {
  public:
@@ -23,8 +26,13 @@ class RateBook {
   // Nothing for a currency without a rate on that day.
   std::optional<double> rate(std::string_view code) const;
 
+  // Stores a rate as that of the day, if the book knows the currency and has no rate for it; it
+  // has then. A refusal of the store is returned and leaves the book as it was.
+  MethodResult keep(HostContext& host, std::string_view code, double rate);
+
  private:
   DictionaryPtr rates_;
+  DateTime day_;
 };
 
 }  // namespace tolvex
