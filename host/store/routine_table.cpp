@@ -8,10 +8,10 @@ using Part = std::span<const Routine> (*)();
 
 // What a kind answers in its own way stands before what every kind answers.
 constexpr Part kParts[] = {
-    listRoutines,  operationRoutines, referenceRoutines, commentRoutines,  numberRoutines,
-    debtRoutines,  advanceRoutines,   balanceRoutines,   bankRoutines,     planRoutines,
-    lockRoutines,  groupRoutines,     templateRoutines,  currencyRoutines, vatRoutines,
-    rightRoutines, hostRoutines,
+    listRoutines,       operationRoutines, referenceRoutines, commentRoutines,  numberRoutines,
+    debtRoutines,       advanceRoutines,   balanceRoutines,   bankRoutines,     planRoutines,
+    conversionRoutines, lockRoutines,      groupRoutines,     templateRoutines, currencyRoutines,
+    vatRoutines,        cardRoutines,      rightRoutines,     hostRoutines,
 };
 
 }  // namespace
@@ -23,15 +23,6 @@ const std::vector<Routine>& routineTable() {
       const std::span<const Routine> routines = part();
       all.insert(all.end(), routines.begin(), routines.end());
     }
-    // What a kind answers in its own way stands before what every kind answers.
-    for (const std::span<const Routine> part :
-         {listRoutines(), operationRoutines(), referenceRoutines(), commentRoutines(),
-          numberRoutines(), debtRoutines(), advanceRoutines(), balanceRoutines(), bankRoutines(),
-          planRoutines(), conversionRoutines(), groupRoutines(), templateRoutines(),
-          currencyRoutines(), vatRoutines(), hostRoutines()})
-          planRoutines(), groupRoutines(), templateRoutines(), currencyRoutines(), vatRoutines(),
-          cardRoutines(), hostRoutines()})
-      all.insert(all.end(), part.begin(), part.end());
     return all;
   }();
   return table;

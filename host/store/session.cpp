@@ -98,13 +98,13 @@ void Session::renew(int epoch) {
   kept_.clear();
   offer_ = {};
   auto row = db_->prepare(
-      "SELECT name, user_pref, role_id FROM app_user WHERE id = $1 AND login = $2 AND active = 1");
+      "SELECT name, user_pref FROM app_user WHERE id = $1 AND login = $2 AND active = 1");
   row->bind(1, user_.id).bind(2, user_.login);
-  user_.roleId = 0;  // gone with the restore: without any right
   if (row->step()) {
     user_.name = row->text(0);
     user_.prefix = row->text(1);
-    user_.roleId = static_cast<int>(row->integer(2));
+  } else {
+    user_.id = 0;  // gone with the restore: without any right
   }
   if (watch_.renewed) watch_.renewed();
 }
