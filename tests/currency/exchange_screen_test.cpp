@@ -55,7 +55,7 @@ class ExchangeScreen : public ScreenTest {
   }
   std::shared_ptr<frmCurrencyExchange> exchange(std::shared_ptr<VXObjectUIO> object) {
     auto form =
-        std::make_shared<frmCurrencyExchange>(ObjectFormRequest{host, std::move(object), "", true});
+        std::make_shared<frmCurrencyExchange>(OperationToolRequest{host, std::move(object), below});
     form->markOpen(true);
     form->opened();
     return form;
