@@ -118,7 +118,7 @@ TEST_F(EngineTest, RowsAreReadWhenAsked) {
       select("tvwLayout", "Įmonės")
       local all = rows "lvwObjects"
       expect(#all, 5)
-      expect(all[2]["Pavadinimas"], "UAB Tiekėjas")
+      expect(all[5]["Pavadinimas"], "UAB Tiekėjas")
       expect(all[6], nil)
       enter("txtFind", "tiek")
       expect(#all, 1)
