@@ -138,6 +138,11 @@ void CardForm::leave() {
 }
 
 void CardForm::recordsChanged(const std::string& kind) {
+  // Another screen may have changed this very record; what was typed here is not thrown away.
+  if (kind == spec_.kind && isStored() && !changed_ && object_->Read().Code == kDone) {
+    showRecord();
+    return;
+  }
   for (const auto& box : boxes_)
     if (std::string_view(box->about().kinds).find(kind) != std::string_view::npos) box->refresh();
   if (part_) part_->recordsChanged(kind);

@@ -22,6 +22,7 @@ namespace {
 constexpr std::string_view kOperationGroups = "O0201400";
 constexpr std::string_view kOperations = "O0201500";
 constexpr std::string_view kLocks = "O0201300";
+constexpr std::string_view kFirms = "O0000100";
 
 // The module's registration: what it brings is taken into the tree and the class table.
 class Registration final : public ModuleRegistrar {
@@ -177,6 +178,7 @@ struct Workspace::Impl final : HostContext, ObjectTree, Navigator {
     if (family == shown || (family == kOperations && shown == kOperationGroups)) listStale = true;
     if (hasGroups(family)) treeStale = true;
     if (family == kLocks) locksStale = true;
+    if (kind == kFirms) status.firm.clear();  // the own firm may have another name
     changedKinds.emplace(kind);
   }
   void tellScreens() {

@@ -6,6 +6,7 @@
 #include "framework/text.h"
 #include "host/store/guid.h"
 #include "host/store/mapped_records.h"
+#include "host/store/record_log.h"
 #include "host/store/sql.h"
 #include "host/store/whole_parts.h"
 
@@ -256,8 +257,10 @@ void updateHeader(const Saving& saving, const std::string& kind) {
   if (map.idsByKind) update->bind(index, kind);
   if (update->run() > 0) return;
   if (stands(db, map, kind, saving.id)) {
+    const std::string whoWhen = lastChange(db, kind, saving.id);
     throw Refusal(kChangedByOther,
-                  "Įrašą pakeitė kitas vartotojas: " + std::string(saving.row["Preview"].Text()));
+                  "Įrašą pakeitė kitas vartotojas: " +
+                      (whoWhen.empty() ? std::string(saving.row["Preview"].Text()) : whoWhen));
   }
   throw Refusal(kEditedGone, "Redaguojamas įrašas nebeegzistuoja!");
 }
@@ -294,6 +297,7 @@ int MappedRecords::save(Session& session, std::string_view kind, std::string_vie
   }
   requireParent(saving);
   if (map.check) map.check(saving);
+  const std::string detail = changedFields(map, changes);
   if (isNew) {
     saving.id = insertHeader(saving, exact);
   } else {
@@ -302,6 +306,8 @@ int MappedRecords::save(Session& session, std::string_view kind, std::string_vie
   saveChildren(session.db(), map.children, changes, second, saving.id);
   if (map.stored) map.stored(saving);
   tellStored(*this, saving);
+  writeRecordLog(session, isNew ? Action::Create : Action::Update,
+                 {exact, saving.id, std::string(changes["Preview"].Text()), detail});
   return saving.id;
 }
 
@@ -327,6 +333,7 @@ void MappedRecords::erase(Session& session, std::string_view kind, int id) const
     if (query->step()) throw Refusal(kReferred, referrer.text + std::string(query->text(0)));
   }
   if (map.erasing) map.erasing(session, id);
+  writeRecordLog(session, Action::Delete, {kind, id, std::string((*record)["Preview"].Text())});
   std::string sql = "DELETE FROM " + std::string(map.table) + " WHERE id = $1";
   if (map.idsByKind) {
     run(db, sql + " AND " + map.kindColumn + " = $2", id, kind);

@@ -1,12 +1,33 @@
 // Firms, persons, employees, banks and bank accounts.
 #include "framework/references.h"
 #include "host/store/mapped_records.h"
+#include "host/store/record_log.h"
 #include "host/store/record_table.h"
 #include "host/store/referrers.h"
 #include "host/store/sql.h"
 
 namespace tolvex::store {
 namespace {
+
+// A mark that one record bears passes to another: the records that had it are changed by this save,
+// so whoever has one of them open is told. `bearers` gives their ids and names.
+void takeMark(const Saving& saving, const char* column, Statement& bearers) {
+  struct Bearer {
+    int id;
+    std::string name;
+  };
+  std::vector<Bearer> all;
+  while (bearers.step())
+    all.push_back({static_cast<int>(bearers.integer(0)), std::string(bearers.text(1))});
+  for (const Bearer& bearer : all) {
+    run(saving.session.db(),
+        "UPDATE " + std::string(saving.map.table) + " SET " + column +
+            " = 0, row_version = row_version + 1 WHERE id = $1",
+        bearer.id);
+    writeRecordLog(saving.session, Action::Update,
+                   {saving.kind, bearer.id, bearer.name, std::string(column) + ": 1 -> 0"});
+  }
+}
 
 // --- firms
 
@@ -44,7 +65,8 @@ void keepOneOwnFirm(const Saving& saving) {
   Database& db = saving.session.db();
   const bool own = saving.row["OwnFirm"].Number() != 0;
   if (own) {
-    run(db, "UPDATE firm SET own_firm = 0 WHERE own_firm = 1 AND id <> $1", saving.id);
+    takeMark(saving, "own_firm",
+             *bound(db, "SELECT id, name FROM firm WHERE own_firm = 1 AND id <> $1", saving.id));
   } else if (!anyRow(db, "SELECT 1 FROM firm WHERE own_firm = 1 AND id <> $1", saving.id)) {
     refuseRule("Viena įmonė turi būti pažymėta kaip sava!");
   }
@@ -187,8 +209,11 @@ void checkAccount(const Saving& saving) {
     throw Refusal(kReferred, "Nurodytas bankas neegzistuoja!");
   }
   if (saving.row["MainAccountFlag"].Number() == 0) return;
-  run(db, "UPDATE bank_account SET main_flag = 0 WHERE owner_ref = $1 AND id <> $2",
-      saving.row["OwnerOIDR"].Text(), saving.id);
+  takeMark(saving, "main_flag",
+           *bound(db,
+                  "SELECT id, account_number FROM bank_account"
+                  " WHERE main_flag = 1 AND owner_ref = $1 AND id <> $2",
+                  saving.row["OwnerOIDR"].Text(), saving.id));
 }
 
 constexpr RecordMap kBankAccounts = {

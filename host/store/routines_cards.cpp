@@ -14,7 +14,7 @@ constexpr ColumnSpec kFirms[] = {col::text("OIDR"), col::text("Name")};
 Variant GetFirmsByCode(Session& session, const Arguments& arguments, std::string_view) {
   auto firms = bound(session.db(),
                      "SELECT id, name FROM firm WHERE code = $1 AND id <> $2 AND id <> $3 AND"
-                     " COALESCE(parent_id, 0) <> $2 AND (parent_id IS NULL OR parent_id <> $3)"
+                     " COALESCE(parent_id, -1) <> $2 AND COALESCE(parent_id, -1) <> $3"
                      " ORDER BY id",
                      arguments[0].str(), arguments[1].integer(), arguments[2].integer());
   Answer answer(kFirms);

@@ -10,7 +10,7 @@ namespace {
 struct Migration {
   std::string (*text)();
 };
-constexpr Migration kMigrations[] = {{schemaOne}, {administrationSchema}};
+constexpr Migration kMigrations[] = {{schemaOne}, {administrationSchema}, {recordLogSchema}};
 
 bool hasMeta(Database& db) {
   const char* sql = db.engine() == Engine::Sqlite
@@ -93,6 +93,7 @@ const std::vector<std::string>& baseTables() {
                                                   "posting",
                                                   "entry_ref",
                                                   "oper_log",
+                                                  "record_log",
                                                   "comment_text",
                                                   "journal",
                                                   "journal_row",
@@ -104,35 +105,15 @@ const std::vector<std::string>& baseTables() {
 }
 
 const std::vector<std::string>& tablesWithIds() {
-  static const std::vector<std::string> tables = {"firm",
-                                                  "person",
-                                                  "employee",
-                                                  "bank",
-                                                  "bank_account",
-                                                  "currency",
-                                                  "vat_tariff",
-                                                  "app_role",
-                                                  "app_user",
-                                                  "admin_log",
-                                                  "account_mark",
-                                                  "account",
-                                                  "account_lock",
-                                                  "template",
-                                                  "template_line",
-                                                  "template_addr",
-                                                  "oper_group",
-                                                  "an_bucket",
-                                                  "oper",
-                                                  "entry",
-                                                  "entry_ref",
-                                                  "dimset",
-                                                  "oper_log",
-                                                  "comment_text",
-                                                  "journal",
-                                                  "journal_row",
-                                                  "journal_row_pointer",
-                                                  "pay_template",
-                                                  "pay_template_item"};
+  static const std::vector<std::string> tables = {
+      "firm",         "person",           "employee",      "bank",
+      "bank_account", "currency",         "vat_tariff",    "app_role",
+      "app_user",     "admin_log",        "account_mark",  "account",
+      "account_lock", "template",         "template_line", "template_addr",
+      "oper_group",   "an_bucket",        "oper",          "entry",
+      "entry_ref",    "dimset",           "oper_log",      "record_log",
+      "comment_text", "journal",          "journal_row",   "journal_row_pointer",
+      "pay_template", "pay_template_item"};
   return tables;
 }
 

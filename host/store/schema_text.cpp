@@ -344,9 +344,19 @@ INSERT INTO right_grant
   WHERE component = 'CBookLayout' AND can_admin = 1;
 )sql";
 
+constexpr const char* kRecordLog = R"sql(
+CREATE TABLE record_log (
+  id @KEY@, kind VARCHAR(8) NOT NULL, record_id INTEGER NOT NULL, name VARCHAR(600) NOT NULL,
+  act VARCHAR(1) NOT NULL, user_id INTEGER NOT NULL, user_name VARCHAR(200) NOT NULL,
+  at VARCHAR(19) NOT NULL, detail TEXT NOT NULL
+);
+CREATE INDEX record_log_record ON record_log(kind, record_id, id);
+)sql";
+
 }  // namespace
 
 std::string administrationSchema() { return kAdministration; }
+std::string recordLogSchema() { return kRecordLog; }
 
 std::string schemaOne() {
   std::string all;

@@ -7,5 +7,6 @@ namespace tolvex::store {
 
 std::string schemaOne();
 std::string administrationSchema();
+std::string recordLogSchema();
 
 }  // namespace tolvex::store

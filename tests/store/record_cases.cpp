@@ -74,6 +74,7 @@ const std::vector<RecordCase>& recordCases() {
       {"O0002200", "", {{"Code", "GBP"}, {"BaseCurrency", 0}, {"FixedRate", 5.123456789}}},
       {"O0001629", "", {{"Value", 21.5}}},
       {"O0001601", "", {}},
+      {"O0000900", "", {{"Kind", "O0201500"}}},
       {"O0202100", "", {}},
   };
   return cases;

@@ -1,5 +1,6 @@
 // What single kinds do beyond keeping their fields.
 #include "framework/references.h"
+#include "framework/text.h"
 #include "host/store/sql.h"
 #include "tests/support/books_fixture.h"
 
@@ -41,6 +42,117 @@ TEST_P(RecordRules, ExactlyOneFirmIsTheOwn) {
   RowSetPtr mine = rowsIn(session().call("O0000100", "GetMyFirm", "None"));
   EXPECT_EQ((*mine)["OIDR"].Text(), other);
   EXPECT_EQ(session().erase("O0000100", "O00001001").Code, kDone);
+}
+
+TEST_P(RecordRules, TheProtocolTellsWhoChangedWhatAndASecondSaverHearsIt) {
+  const std::string reference = newFirm("UAB Kita");
+  RowSetPtr mine = loaded(reference), stale = loaded(reference);
+  (*mine)["Name"] = "UAB Kitokia";
+  (*mine)["City"] = "Alytus";
+  (*mine)["Code"] = Null{};  // as it was
+  ASSERT_EQ(save("O0000100", *mine).Code, kDone);
+  (*stale)["Name"] = "UAB Pasenusi";
+  const SaveOutcome second = save("O0000100", *stale);
+  EXPECT_EQ(second.Code, kChangedByOther);
+  EXPECT_EQ(second.Text, "Įrašą pakeitė kitas vartotojas: Administratorius, 2004.03.31 12:00:00");
+  EXPECT_EQ((*stale)["Name"].Text(), "UAB Pasenusi") << "what was typed stays";
+  ASSERT_EQ(session().erase("O0000100", reference).Code, kDone);
+
+  std::string told;
+  auto rows = db().prepare("SELECT act, name, detail FROM record_log ORDER BY id");
+  while (rows->step()) {
+    told += std::string(rows->text(0)) + " " + std::string(rows->text(1)) + "|" +
+            std::string(rows->text(2)) + "\n";
+  }
+  EXPECT_EQ(told,
+            "C UAB Kita|\n"
+            "U UAB Kitokia|Name: UAB Kita -> UAB Kitokia\nCity:  -> Alytus\n"
+            "D UAB Kitokia|\n")
+      << "the refused save left no trace";
+}
+
+TEST_P(RecordRules, TakingTheMarkOfTheOwnFirmIsAChangeOfBoth) {
+  RowSetPtr before = loaded("O00001001");
+  RowSetPtr taking = loaded(newFirm("UAB Kita"));
+  (*taking)["OwnFirm"] = Variant(1);
+  ASSERT_EQ(save("O0000100", *taking).Code, kDone);
+  (*before)["Phone"] = "123";  // of a card opened before; it still bears the mark
+  EXPECT_EQ(save("O0000100", *before).Code, kChangedByOther);
+}
+
+TEST_P(RecordRules, AnAccountBelongsToSomebodyWhoExists) {
+  run(db(), "INSERT INTO bank (id, name) VALUES (50, 'Bankas')");
+  for (const char* owner : {"O00001009", "O000014021x", "O00003001", "O0201500", "UAB"}) {
+    SCOPED_TRACE(owner);
+    RowSetPtr record = created("O0000500");
+    (*record)["AccountNumber"] = "LT1";
+    (*record)["BankID"] = Variant(50);
+    (*record)["OwnerOIDR"] = owner;
+    EXPECT_EQ(save("O0000500", *record).Code, kReferred);
+  }
+}
+
+struct TariffCase {
+  const char *name, *before, *after;
+  int code;
+};
+constexpr TariffCase kTariffs[] = {
+    {"another order and a new one", "18;5;0", "21;0;5.5;18", kDone},
+    {"the ends", "18;5;0", "0;100", kDone},
+    {"none at all", "18;5;0", "", kDone},
+    {"somebody was faster", "18;9;0", "21", kChangedByOther},
+    {"below", "18;5;0", "18;-1", kRuleBroken},
+    {"above", "18;5;0", "100.01", kRuleBroken},
+    {"a third decimal", "18;5;0", "5.125", kRuleBroken},
+    {"twice", "18;5;0", "5;18;5.00", kRuleBroken},
+    {"no number", "18;5;0", "18;penki", kWrongParameters},
+    {"an empty one", "18;5;0", "18;;5", kWrongParameters},
+};
+
+TEST_P(RecordRules, TariffsAreSavedAllOrNone) {
+  const auto stored = [this] {
+    std::string values;
+    ForEachRow(*rowsIn(session().call("O0001629", "GetVATtariffs", "None")), [&](RowSet& row) {
+      values += (values.empty() ? "" : ";") + plainNumber(row["Value"].Number());
+    });
+    return values;
+  };
+  for (const TariffCase& c : kTariffs) {
+    SCOPED_TRACE(c.name);
+    run(db(), "DELETE FROM vat_tariff");
+    run(db(), "INSERT INTO vat_tariff (value, sort_order) VALUES (1800, 1), (500, 2), (0, 3)");
+    const std::string both = "'" + std::string(c.before) + "','" + c.after + "'";
+    EXPECT_EQ(session().call("O0001629", "SaveVATtariffs", both).Code, c.code);
+    EXPECT_EQ(stored(), c.code == kDone ? c.after : "18;5;0");
+  }
+  RowSetPtr tariff = created("O0001629");
+  (*tariff)["Value"] = 100.5;
+  EXPECT_EQ(save("O0001629", *tariff).Code, kRuleBroken) << "the same rule at the other door";
+}
+
+TEST_P(RecordRules, FirmsOfACodeAreFoundButForTheOwnFamily) {
+  const auto add = [this](const char* name, const char* code, int parent) {
+    RowSetPtr firm = created("O0000100");
+    (*firm)["Name"] = name;
+    (*firm)["Code"] = code;
+    if (parent) (*firm)["ParentID"] = Variant(parent);
+    return idOf(save("O0000100", *firm).reference);
+  };
+  const int firm = add("UAB Viena", "110", 0);
+  const int branch = add("Filialas", "110", firm);
+  const int other = add("O'Neil", "110", 0);
+  const auto found = [this](int id, int parent) {
+    std::string names;
+    const std::string arguments = "'110'," + std::to_string(id) + "," + std::to_string(parent);
+    ForEachRow(*rowsIn(session().call("O0000100", "GetFirmsByCode", arguments)),
+               [&](RowSet& row) { names += std::string(row["Name"].Text()) + ";"; });
+    return names;
+  };
+  EXPECT_EQ(found(0, 0), "UAB Viena;Filialas;O'Neil;");
+  EXPECT_EQ(found(firm, 0), "O'Neil;");
+  EXPECT_EQ(found(branch, firm), "O'Neil;");
+  EXPECT_EQ(found(0, firm), "O'Neil;") << "a new branch";
+  EXPECT_EQ(found(other, 0), "UAB Viena;Filialas;");
 }
 
 TEST_P(RecordRules, ATemplateKeepsLinesAndWhatTheyRequire) {
