@@ -6,7 +6,8 @@
 namespace tolvex::report {
 namespace {
 
-constexpr float kSideMm = 0.7F;   // free at both sides of a text
+constexpr float kSideMm = 0.9F;   // free at both sides of a text
+constexpr float kUnderMm = 0.5F;  // free below an upper line
 constexpr float kBelowMm = 1.0F;  // from the base line to the line to write on
 constexpr float kStep = 0.5F;     // points by which a long text is made smaller
 
@@ -19,6 +20,8 @@ struct Fitted {
 float pointsOf(const Box& box, const PageSetup& page) {
   return box.style.size > 0 ? box.style.size : page.size;
 }
+
+float above(const Box& box) { return (box.flags & Top) ? kUnderMm : 0; }
 
 bool isComb(const Box& box, const QString& words) {
   return box.comb > 0 && words.size() <= box.comb;  // a longer text is written as a plain one
@@ -38,7 +41,8 @@ bool lettersFit(const Box& box, const QString& letters, const Typeface& face) {
 
 bool fits(const Box& box, const QStringList& lines, double width, const Typeface& face) {
   // A single line may be higher than its box: a form is drawn with its first line in mind.
-  if (lines.size() > 1 && face.lineHeight() * double(lines.size()) > double(twips(box.h)))
+  if (lines.size() > 1 &&
+      face.lineHeight() * double(lines.size()) > double(twips(box.h - above(box))))
     return false;
   return std::all_of(lines.begin(), lines.end(),
                      [&](const QString& line) { return face.width(line) <= width; });
@@ -59,8 +63,8 @@ Fitted fit(FontSet& fonts, const Box& box, const PageSetup& page) {
     QStringList lines = linesOf(box, words, width, face);
     if (fits(box, lines, width, face)) return {points, font, std::move(lines)};
     if (points - kStep >= kSmallestPoints) continue;
-    const auto room =
-        std::max<qsizetype>(1, static_cast<qsizetype>(double(twips(box.h)) / face.lineHeight()));
+    const auto room = std::max<qsizetype>(
+        1, static_cast<qsizetype>(double(twips(box.h - above(box))) / face.lineHeight()));
     if (lines.size() > room) {
       lines = lines.first(room);
       lines.back() += u'…';
@@ -78,7 +82,7 @@ float firstBaseline(const Box& box, float top, const Typeface& face, qsizetype l
   if (box.flags & Middle) return (top + bottom - height + ascent - descent) / 2;
   const bool written = (box.flags & Base) || ((box.flags & Bottom) && !(box.flags & Top));
   if (written) return bottom - twips(kBelowMm) - height;
-  return top + ascent;
+  return top + twips(above(box)) + ascent;
 }
 
 void placeFrame(PageFlow& flow, const Box& box, float x, float y, bool comb) {

@@ -10,7 +10,6 @@ constexpr float kSideMm = 1;          // beside the text of a cell
 constexpr float kRowMm = 0.35F;       // above and below it
 constexpr float kHeadMm = 0.7F;       // the same in the head
 constexpr float kHeadShare = 0.4F;    // of a page, that a head takes at the most
-constexpr float kTiedShare = 0.5F;    // of a page, that rows are held together for
 constexpr float kStep = 0.5F;         // points by which a long number is made smaller
 constexpr std::size_t kFewLines = 2;  // of a row higher than a page, that are worth beginning it
 
@@ -153,16 +152,19 @@ const TablePages::Shape& TablePages::ahead(std::size_t row) {
 }
 
 float TablePages::tiedHeight(std::size_t row) {
-  const float most = (flow_.bottom() - flow_.top()) * kTiedShare;
   ahead(row);  // drops what lies before it
   float sum = ahead_.front().height;
-  for (std::size_t next = row; isTied(next) && sum < most; ++next) {
+  for (std::size_t next = row; isTied(next); ++next) {
     while (ahead_.size() <= next + 1 - firstAhead_)
       ahead_.push_back(shapeOf(table_.rows[firstAhead_ + ahead_.size()]));
-    sum += ahead_[next + 1 - firstAhead_].height;
+    const float more = ahead_[next + 1 - firstAhead_].height;
+    if (sum + more > wholePage()) break;
+    sum += more;
   }
   return sum;
 }
+
+float TablePages::wholePage() const { return flow_.bottom() - flow_.top() - headHeight_; }
 
 float TablePages::leastHeight() { return headHeight_ + (table_.rows.empty() ? 0 : tiedHeight(0)); }
 
@@ -271,8 +273,7 @@ bool TablePages::place(const std::function<bool()>& more) {
   for (std::size_t row = 0; row < table_.rows.size(); ++row) {
     const float needed = tiedHeight(row);
     const Shape& shape = ahead(row);
-    const float wholePage = flow_.bottom() - flow_.top() - headHeight_;
-    const bool tooHigh = shape.height > wholePage;
+    const bool tooHigh = shape.height > wholePage();
     const float least = tooHigh ? static_cast<float>(shape.lineHeight * double(kFewLines)) : needed;
     if (least > flow_.room() && flow_.y > bodyTop_) nextPage();
     placeRow(row, shape);

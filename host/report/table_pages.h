@@ -46,6 +46,7 @@ class TablePages {
   bool isTied(std::size_t row) const;  // must stand on the page of the next one
   const Shape& ahead(std::size_t row);
   float tiedHeight(std::size_t row);
+  float wholePage() const;  // for rows
 
   void shapeHead();
   void placeHead();
