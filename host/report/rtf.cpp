@@ -1,6 +1,5 @@
 #include "host/report/rtf.h"
 
-#include <QSaveFile>
 #include <algorithm>
 
 #include "host/objects/report_service.h"
@@ -16,6 +15,7 @@ namespace {
 
 constexpr std::size_t kPiece = 1 << 16;
 constexpr int kFooterFromEdge = 340;  // twips
+constexpr float kFooterPoints = 8;
 constexpr const char* kTableRow = "\\trowd\\trgaph57\\trkeep";
 // A paragraph of no height, between two tables that would join otherwise.
 constexpr const char* kNothing = "\\pard\\plain\\fs2\\sl-20\\slmult0 ";
@@ -74,7 +74,7 @@ class Writer {
     // The format knows a first page of its own and no other exception.
     if (document_.footerFrom > 1) out_ += "\\titlepg{\\footerf\\pard\\plain\\par}\n";
     out_.append("{\\footer\\pard").append(alignWord(document_.footerAlign));
-    out_ += typeWords({}, document_.page.size) + " ";
+    out_ += typeWords({}, kFooterPoints) + " ";
     for (const FooterPiece& piece : footerPieces(document_.footer)) {
       if (piece.kind == FooterPiece::Words) {
         appendRtf(out_, piece.words);
@@ -267,10 +267,10 @@ class Writer {
 std::string writeRtf(const ReportDocument& document, const std::string& path,
                      const FileNotes& notes) {
   needFonts();
-  QSaveFile file(QString::fromStdString(path));
-  if (!file.open(QIODevice::WriteOnly)) return notWritten(file, path);
+  SavedFile file(path);
+  if (!file.open()) return file.failure();
   if (!Writer(document, file, notes).write()) return ReportOutput::kStopped;
-  return file.commit() ? std::string() : notWritten(file, path);
+  return file.put();
 }
 
 }  // namespace tolvex::report

@@ -1,6 +1,5 @@
 #include "host/report/xlsx.h"
 
-#include <QSaveFile>
 #include <QTemporaryFile>
 #include <algorithm>
 #include <set>
@@ -334,16 +333,17 @@ void copy(QIODevice& from, QIODevice& to) {
 std::string writeXlsx(const ReportDocument& document, const std::string& path,
                       const FileNotes& notes) {
   needFonts();
-  QSaveFile file(QString::fromStdString(path));
-  if (!file.open(QIODevice::WriteOnly)) return notWritten(file, path);
+  SavedFile file(path);
+  if (!file.open()) return file.failure();
   // The library writes files by name only.
   QTemporaryFile whole;
-  if (!whole.open()) return notWritten(whole, whole.fileTemplate().toStdString());
-  Writer writer(document, whole.fileName().toStdString(), notes);
+  if (!whole.open()) return diskFull(whole.fileTemplate().toStdString());
+  const std::string beside = whole.fileName().toStdString();
+  Writer writer(document, beside, notes);
   if (std::string why = writer.write(); !why.empty()) return why;
-  if (!writer.close()) return diskFull(whole.fileName().toStdString());
+  if (!writer.close()) return diskFull(beside);
   copy(whole, file);
-  return file.commit() ? std::string() : notWritten(file, path);
+  return file.put();
 }
 
 }  // namespace tolvex::report
