@@ -1,31 +1,16 @@
 #include "host/report/pdf.h"
 
-#include <QBuffer>
 #include <QPainter>
 #include <QPdfWriter>
-#include <QSaveFile>
 
 #include "host/objects/report_service.h"
+#include "host/report/saving.h"
 
 namespace tolvex::report {
 namespace {
 
 constexpr int kTwipsPerInch = 1440;
 constexpr double kLayoutShare = 0.05;  // of the whole work
-
-std::string whyNot(const QFileDevice& file, const std::string& path) {
-  const std::string which = "Nepavyko įrašyti bylos " + path + ".\r\n";
-  switch (file.error()) {
-    case QFileDevice::ResourceError:
-      return which + "Diske nebėra vietos.";
-    case QFileDevice::PermissionsError:
-      return which + "Nėra teisės čia rašyti arba bylą laiko atvertą kita programa.";
-    case QFileDevice::OpenError:
-      return which + "Nėra tokio katalogo arba į jį negalima rašyti.";
-    default:
-      return which + file.errorString().toStdString();
-  }
-}
 
 // False when it was stopped.
 bool drawPages(QPdfWriter& writer, const Pages& pages, const ReportProgress& progress) {
@@ -43,14 +28,11 @@ bool drawPages(QPdfWriter& writer, const Pages& pages, const ReportProgress& pro
 
 std::string writePdf(const Pages& pages, const std::string& title, const std::string& path,
                      const ReportProgress& progress) {
-  QSaveFile file(QString::fromStdString(path));
-  if (!file.open(QIODevice::WriteOnly)) return whyNot(file, path);
-  // The writer does not ask whether its device took the bytes; so they are gathered first.
-  QBuffer bytes;
-  bytes.open(QIODevice::WriteOnly);
+  SavedFile file(path);
+  if (!file.open()) return file.failure();
   bool whole = false;
   {
-    QPdfWriter writer(&bytes);
+    QPdfWriter writer(&file);
     const QSizeF mm(double(pages.width) / (kTwipsPerInch / 25.4),
                     double(pages.height) / (kTwipsPerInch / 25.4));
     writer.setPageSize(QPageSize(mm, QPageSize::Millimeter, QString(), QPageSize::ExactMatch));
@@ -64,14 +46,7 @@ std::string writePdf(const Pages& pages, const std::string& title, const std::st
     file.cancelWriting();
     return ReportOutput::kStopped;
   }
-  const QByteArray& all = bytes.data();
-  const bool written = file.write(all) == all.size() && file.flush();
-  if (!written) {
-    const std::string why = whyNot(file, path);
-    file.cancelWriting();
-    return why;
-  }
-  return file.commit() ? std::string() : whyNot(file, path);
+  return file.put();
 }
 
 std::string writePdf(const ReportDocument& document, const std::string& path,

@@ -2,6 +2,8 @@
 
 #include "host/report/fonts.h"
 #include "host/report/pdf.h"
+#include "host/report/rtf.h"
+#include "host/report/xlsx.h"
 
 namespace tolvex {
 
@@ -12,10 +14,11 @@ std::string ReportFiles::write(const ReportDocument& document, ReportFormat form
     case ReportFormat::Pdf:
       return report::writePdf(document, path, progress);
     case ReportFormat::Excel:
+      return report::writeXlsx(document, path, {clock_(), progress});
     case ReportFormat::Rtf:
       break;
   }
-  return "Šio formato bylų programa dar nerašo.";
+  return report::writeRtf(document, path, {clock_(), progress});
 }
 
 }  // namespace tolvex

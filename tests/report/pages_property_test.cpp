@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "framework/text.h"
 #include "host/report/page_flow.h"
 #include "host/report/table_pages.h"
 #include "tests/report/page_reading.h"
@@ -138,7 +139,9 @@ RC_GTEST_PROP(PagesProperty, PagesOfATableBeginWithItsHeadAndNeverWithATotal, ()
       const auto body = bodyOf(marks);
       RC_ASSERT(!body.empty());
       if (body.front().rfind("#", 0) == 0) {
-        const auto row = static_cast<std::size_t>(std::stoi(body.front().substr(1)));
+        double number = -1;
+        RC_ASSERT(parsePlainNumber(body.front().substr(1), number));
+        const auto row = static_cast<std::size_t>(number);
         const auto& rows = reader.table.rows;
         const bool total =
             row > 0 && rows[row].style.bold && !rows[row].heading && !rows[row - 1].style.bold;
