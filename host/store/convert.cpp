@@ -6,9 +6,9 @@
 #include <set>
 #include <tuple>
 
+#include "host/store/admin_log.h"
 #include "host/store/books.h"
 #include "host/store/plan_mapping.h"
-#include "host/store/protocol.h"
 #include "host/store/schema.h"
 #include "host/store/sql.h"
 
@@ -170,12 +170,12 @@ RenamedAccounts renamedBy(Database& db, const std::vector<MappedAccount>& mappin
 
 void writeProtocol(Session& session, const std::vector<MappedAccount>& mapping,
                    const std::vector<AccountText>& left) {
-  ProtocolDetail detail;
+  std::string detail;
   for (const MappedAccount& account : mapping) {
-    detail.line(account.code + " -> " + account.newCode);
+    detail += account.code + " -> " + account.newCode + "\n";
   }
-  for (const AccountText& text : left) detail.line("! " + text.where + ": " + text.text);
-  writeProtocol(session, "Sąskaitų plano konvertavimas", detail);
+  for (const AccountText& text : left) detail += "! " + text.where + ": " + text.text + "\n";
+  writeAdminLog(session, AdminAct::Changed, "Sąskaitų plano konvertavimas", detail);
 }
 
 }  // namespace

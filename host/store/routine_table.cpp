@@ -7,11 +7,8 @@ namespace {
 using Part = std::span<const Routine> (*)();
 
 // What a kind answers in its own way stands before what every kind answers.
+// clang-format off
 constexpr Part kParts[] = {
-    listRoutines,       operationRoutines, referenceRoutines, commentRoutines,  numberRoutines,
-    debtRoutines,       advanceRoutines,   balanceRoutines,   bankRoutines,     planRoutines,
-    conversionRoutines, lockRoutines,      groupRoutines,     templateRoutines, currencyRoutines,
-    vatRoutines,        cardRoutines,      rightRoutines,     hostRoutines,
     listRoutines,
     operationRoutines,
     referenceRoutines,
@@ -22,6 +19,7 @@ constexpr Part kParts[] = {
     balanceRoutines,
     bankRoutines,
     planRoutines,
+    conversionRoutines,
     lockRoutines,
     groupRoutines,
     templateRoutines,
@@ -30,11 +28,8 @@ constexpr Part kParts[] = {
     cardRoutines,
     rightRoutines,
     hostRoutines,
-    listRoutines, operationRoutines, referenceRoutines, commentRoutines,  numberRoutines,
-    debtRoutines, advanceRoutines,   balanceRoutines,   bankRoutines,     planRoutines,
-    lockRoutines, groupRoutines,     templateRoutines,  currencyRoutines, vatRoutines,
-    cardRoutines, rightRoutines,     hostRoutines,
 };
+// clang-format on
 
 }  // namespace
 

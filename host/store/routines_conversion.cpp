@@ -2,6 +2,7 @@
 #include <filesystem>
 
 #include "framework/references.h"
+#include "host/store/admin_log.h"
 #include "host/store/answer.h"
 #include "host/store/books.h"
 #include "host/store/convert.h"
@@ -129,6 +130,7 @@ Variant RestoreDB(Session& session, const Arguments& arguments, std::string_view
     throw Refusal(kObjectGone, "Atsarginės kopijos nėra: " + file.filename().string());
   }
   restoreBooks(session.db(), file.string(), session.progress());
+  writeAdminLog(session, AdminAct::Changed, "Duomenų atstatymas iš kopijos", file.string());
   return {};
 }
 

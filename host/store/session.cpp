@@ -90,8 +90,8 @@ HostResult Session::guarded(Transaction::For purpose, const std::function<Varian
   }
 }
 
-// Nothing that was remembered of the books as they were may be used; the user himself may have
-// become another.
+// Nothing that was remembered of the books as they were may be used. Of a user whom a restore took
+// away nothing is left either: the id is another's, or nobody's.
 void Session::renew(int epoch) {
   if (epoch == epoch_) return;
   epoch_ = epoch;
