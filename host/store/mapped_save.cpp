@@ -13,6 +13,10 @@
 namespace tolvex::store {
 namespace {
 
+constexpr const char* kEditedGoneText = "Redaguojamas įrašas nebeegzistuoja!";
+
+int versionIn(const Saving& saving) { return static_cast<int>(saving.row["RowVersion"].Number()); }
+
 std::string quotedName(const FieldMap& field) { return "„" + std::string(field.field) + "“"; }
 
 void bindText(Statement& statement, int index, const FieldMap& field, Field value) {
@@ -137,7 +141,7 @@ int updateRow(Database& db, const ChildMap& child, RowSet& row, int owner) {
   auto update = db.prepare("UPDATE " + std::string(child.table) + " SET " + columns.pairs +
                            " WHERE id = $" + std::to_string(columns.count + 1));
   update->bind(bindFields(db, *update, 1, child.fields, row, owner), id);
-  if (update->run() == 0) throw Refusal(kEditedGone, "Redaguojamas įrašas nebeegzistuoja!");
+  if (update->run() == 0) throw Refusal(kEditedGone, kEditedGoneText);
   return id;
 }
 
@@ -234,8 +238,17 @@ int insertHeader(const Saving& saving, const std::string& kind) {
   return static_cast<int>(insert->integer(0));
 }
 
-bool stands(Database& db, const RecordMap& map, std::string_view kind, int id) {
-  return recordQuery(db, map, "1", "id", id, kind)->step();
+// The record that was read must be the one that stands.
+void requireVersion(const Saving& saving) {
+  const RecordMap& map = saving.map;
+  auto row = recordQuery(saving.session.db(), map, map.versioned ? "t.row_version" : "1", "id",
+                         saving.id, saving.kind);
+  if (!row->step()) throw Refusal(kEditedGone, kEditedGoneText);
+  if (!map.versioned || row->integer(0) == versionIn(saving)) return;
+  const std::string whoWhen = lastChange(saving.session.db(), saving.kind, saving.id);
+  throw Refusal(kChangedByOther,
+                "Įrašą pakeitė kitas vartotojas: " +
+                    (whoWhen.empty() ? std::string(saving.row["Preview"].Text()) : whoWhen));
 }
 
 void updateHeader(const Saving& saving, const std::string& kind) {
@@ -253,16 +266,11 @@ void updateHeader(const Saving& saving, const std::string& kind) {
   auto update = db.prepare(sql);
   int index = bindFields(db, *update, 1, map.fields, saving.row, saving.id);
   update->bind(index++, saving.id);
-  if (map.versioned) update->bind(index++, static_cast<int>(saving.row["RowVersion"].Number()));
+  if (map.versioned) update->bind(index++, versionIn(saving));
   if (map.idsByKind) update->bind(index, kind);
   if (update->run() > 0) return;
-  if (stands(db, map, kind, saving.id)) {
-    const std::string whoWhen = lastChange(db, kind, saving.id);
-    throw Refusal(kChangedByOther,
-                  "Įrašą pakeitė kitas vartotojas: " +
-                      (whoWhen.empty() ? std::string(saving.row["Preview"].Text()) : whoWhen));
-  }
-  throw Refusal(kEditedGone, "Redaguojamas įrašas nebeegzistuoja!");
+  requireVersion(saving);  // somebody was faster
+  throw Refusal(kEditedGone, kEditedGoneText);
 }
 
 // The header as it is stored now: identity, version, and what the rules of the kind put in.
@@ -287,14 +295,13 @@ int MappedRecords::save(Session& session, std::string_view kind, std::string_vie
   const RecordMap& map = this->map();
   changes.MoveFirst();
   const bool isNew = changes.State() == RowState::Added;
-  std::string exact(changes["OType"].Text());
+  // In a table of one kind the type says something else: that a node is a group.
+  std::string exact(map.kindColumn ? changes["OType"].Text() : kind);
   if (exact.empty()) exact = otype.empty() ? kind : otype;
   const int id = isNew ? 0 : changes["ID"].Value().AsInt();
   Saving saving{session, map, exact, changes, second, id, isNew};
   requireRight(saving);
-  if (!isNew && !stands(session.db(), map, exact, id)) {
-    throw Refusal(kEditedGone, "Redaguojamas įrašas nebeegzistuoja!");
-  }
+  if (!isNew) requireVersion(saving);
   requireParent(saving);
   if (map.check) map.check(saving);
   const std::string detail = changedFields(map, changes);

@@ -2,7 +2,9 @@
 #include <vector>
 
 #include "framework/text.h"
+#include "host/store/account_texts.h"
 #include "host/store/mapped_records.h"
+#include "host/store/record_log.h"
 #include "host/store/record_table.h"
 #include "host/store/sql.h"
 
@@ -77,18 +79,19 @@ void checkFields(const Saving& saving, int plan) {
 
 struct Below {
   int id;
-  std::string code, path;
+  std::string code, name, path;
 };
 
 // The branch below a node, nearest first.
 std::vector<Below> branchBelow(Database& db, int id) {
-  std::vector<Below> branch{{id, "", ""}};
+  std::vector<Below> branch{{id, "", "", ""}};
   for (std::size_t i = 0; i < branch.size(); ++i) {
-    auto children = bound(db, "SELECT id, code, path FROM account WHERE parent_id = $1 ORDER BY id",
-                          branch[i].id);
+    auto children =
+        bound(db, "SELECT id, code, name, path FROM account WHERE parent_id = $1 ORDER BY id",
+              branch[i].id);
     while (children->step()) {
       branch.push_back({static_cast<int>(children->integer(0)), std::string(children->text(1)),
-                        std::string(children->text(2))});
+                        std::string(children->text(2)), std::string(children->text(3))});
     }
   }
   branch.erase(branch.begin());
@@ -97,14 +100,35 @@ std::vector<Below> branchBelow(Database& db, int id) {
 
 // Numbers below a renumbered node begin with its new number. They pass through numbers that no
 // account can have, since one branch may move onto numbers that another part of it still holds.
-void renumberBranch(Database& db, const std::vector<Below>& branch, const std::string& before,
-                    const std::string& after) {
-  constexpr const char* kRenumber = "UPDATE account SET code = $2 WHERE id = $1";
+RenamedAccounts renumberBranch(const Saving& saving, const std::string& before,
+                               const std::string& after) {
+  Database& db = saving.session.db();
+  const std::vector<Below> branch = branchBelow(db, saving.id);
+  constexpr const char* kRenumber =
+      "UPDATE account SET code = $2, row_version = row_version + 1 WHERE id = $1";
+  RenamedAccounts renamed;
   for (const Below& node : branch) run(db, kRenumber, node.id, "#" + std::to_string(node.id));
   for (const Below& node : branch) {
     const std::string code = after + node.code.substr(before.size());
     if (code.size() > 20) refuseRule("Sąskaitos numeris " + code + " per ilgas!");
     run(db, kRenumber, node.id, code);
+    writeRecordLog(saving.session, Action::Update,
+                   {saving.kind, node.id, node.name, "Account: " + node.code + " -> " + code});
+    renamed[node.code] = {code, node.name};
+  }
+  return renamed;
+}
+
+// Settings that name an account by its number go on meaning the same one. What they cannot tell by
+// itself (the beginning of a number in a formula of a statement) is told in the protocol.
+void followNumbers(const Saving& saving, const RenamedAccounts& renamed) {
+  rewriteAccountTexts(saving.session.db(), renamed);
+  std::string left;
+  for (const AccountText& text : accountTextsLeft(saving.session.db(), renamed))
+    left += "! " + text.where + ": " + text.text + "\n";
+  if (!left.empty()) {
+    writeRecordLog(saving.session, Action::Update,
+                   {saving.kind, saving.id, std::string(saving.row["Preview"].Text()), left});
   }
 }
 
@@ -116,7 +140,10 @@ void checkNode(const Saving& saving) {
   Database& db = saving.session.db();
   const std::string before = textFrom(db, "SELECT code FROM account WHERE id = $1", saving.id);
   const std::string after(saving.row["Account"].Text());
-  if (before != after) renumberBranch(db, branchBelow(db, saving.id), before, after);
+  if (before == after || before.empty()) return;
+  RenamedAccounts renamed = renumberBranch(saving, before, after);
+  renamed[before] = {after, std::string(saving.row["Name"].Text())};
+  if (plan == 0) followNumbers(saving, renamed);
 }
 
 // The path of ids tells the class of a node; a new account is matched with documents as its parent.

@@ -81,6 +81,21 @@ TEST_P(Plan, RenumberingANodeRenumbersAllBelow) {
             10);
 }
 
+TEST_P(Plan, SettingsFollowARenumberedAccount) {
+  run(db(), "UPDATE oper_group SET parameters = '2721#27#271#x' WHERE form_oid = 'O0201505'");
+  RowSetPtr below = node("2711");  // open in a screen meanwhile
+  RowSetPtr record = node("27");
+  (*record)["Account"] = "28";
+  ASSERT_EQ(save(*record), kDone);
+  EXPECT_EQ(textFrom(db(), "SELECT parameters FROM oper_group WHERE form_oid = 'O0201505'"),
+            "2821#28#281#x");
+  EXPECT_TRUE(anyRow(db(), "SELECT 1 FROM record_log WHERE detail LIKE '%2711 -> 2811%'"));
+  EXPECT_TRUE(anyRow(db(), "SELECT 1 FROM record_log WHERE detail LIKE '! %'"))
+      << "formulas are left to a person";
+  (*below)["Name"] = "Kita";
+  EXPECT_EQ(save(*below), kChangedByOther);
+}
+
 TEST_P(Plan, AMovedBranchHasItsNewPath) {
   EXPECT_EQ(save(*newNode("2", "277")), kDone);
   RowSetPtr moved = node("277");
