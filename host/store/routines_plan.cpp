@@ -1,6 +1,9 @@
-// Reads of the chart of accounts.
+// The chart of accounts as a whole: its nodes and marks, and an account moved one level down.
+#include <cstdlib>
+
 #include "framework/references.h"
 #include "host/store/answer.h"
+#include "host/store/move_account.h"
 #include "host/store/routine_table.h"
 #include "host/store/sql.h"
 
@@ -80,10 +83,18 @@ Variant GetAccount(Session& session, const Arguments& arguments, std::string_vie
   return answer.done();
 }
 
+Variant MoveAccountDown(Session& session, const Arguments& arguments, std::string_view) {
+  if (!session.rights("CAccountPlanRights").edit) {
+    throw Refusal(kNoSaveRight, "Nėra teisės keisti sąskaitų plano!");
+  }
+  return moveAccountDown(session, std::atoi(arguments[0].str().c_str()));
+}
+
 constexpr Routine kRoutines[] = {
     {"O0200400", "GetBRAProperties", "", false, GetBRAProperties},
     {"O0200400", "GetBRASettings", "", false, GetBRASettings},
     {"O0200400 O0200500", "GetAccountPlan", "", false, GetAccountPlan},
+    {"O0200400", "MoveAccountDown", "t", true, MoveAccountDown, true},
     {"O0201500 O0200500", "GetAccount", "t", false, GetAccount},
 };
 
