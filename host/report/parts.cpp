@@ -99,6 +99,9 @@ std::optional<double> numberIn(std::string_view text) {
       return std::nullopt;
     }
   }
+  // "007" is a mark of something; as a number it would lose its noughts.
+  const std::string_view whole = std::string_view(plain).substr(plain.starts_with('-') ? 1 : 0);
+  if (whole.size() > 1 && whole[0] == '0' && whole[1] != '.') return std::nullopt;
   double value = 0;
   if (digits == 0 || digits > kDigits || plain.back() == '.' || !parsePlainNumber(plain, value))
     return std::nullopt;
