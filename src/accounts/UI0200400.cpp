@@ -162,16 +162,14 @@ bool UI0200400::AddToDeskTopVXObject(std::string id) {
 }
 
 std::shared_ptr<VXObjectUIO> UI0200400::GetVXObject(std::string id) {
-  auto [node, read] = readNode(std::move(id));
+  auto [node, read] = readNode(id);
   return read.Code == kDone ? node : nullptr;
 }
 
-std::pair<std::shared_ptr<VXObjectUIO>, SaveResult> UI0200400::readNode(std::string id) {
-  auto node = std::make_shared<UIO0200400>(isRef(id) ? std::string(kindOf(id)) : OID());
-  node->UI(shared_from_this());
-  node->OID(std::move(id));
-  SaveResult read = node->Read();
-  return {std::move(node), std::move(read)};
+PlanNode UI0200400::readNode(const std::string& id) {
+  PlanNode found = readPlanNode(isRef(id) ? kindOf(id) : std::string_view(OID()), id);
+  found.node->UI(shared_from_this());
+  return found;
 }
 
 // The node that a command is given for; the user is told when there is none.

@@ -3,9 +3,9 @@
 
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
+#include "accounts/UIO0200400.h"
 #include "framework/form_registry.h"
 #include "framework/object_contract.h"
 
@@ -35,7 +35,7 @@ class UI0200400 final : public ForwardingUI {
   void moveDown(const std::string& id);
   MenuAction screen(const char* name, std::shared_ptr<VXObjectUIO> node) const;
   std::shared_ptr<VXObjectUI> otherPlan(std::string_view id) const;
-  std::pair<std::shared_ptr<VXObjectUIO>, SaveResult> readNode(std::string id);
+  PlanNode readNode(const std::string& id);
   std::shared_ptr<VXObjectUIO> standing(const std::string& id);
 
   std::shared_ptr<const FormRegistry> forms_;

@@ -7,13 +7,12 @@
 
 namespace tolvex {
 
-namespace {
-
-Variant objectValue(std::shared_ptr<VXObjectUIO> object) {
-  return object ? Variant(ObjectPtr(std::move(object))) : Variant();
+PlanNode readPlanNode(std::string_view plan, std::string oid) {
+  auto node = std::make_shared<UIO0200400>(plan);
+  node->OID(std::move(oid));
+  SaveResult read = node->Read();
+  return {std::move(node), std::move(read)};
 }
-
-}  // namespace
 
 // The plan that the node belongs to; its code stands at the beginning of the node's reference.
 std::string UIO0200400::planKind() const {
@@ -26,7 +25,7 @@ MethodResult UIO0200400::Properties(std::string key, std::string parameters) {
     if (equalNoCase(key, "Parent")) {
       const int parent = static_cast<int>(Fields()["ParentID"].Number());
       if (parent == 0) return done();
-      return done(objectValue(ObjectOf(hostContext(), refOf(planKind(), parent))));
+      return nodeAt(refOf(planKind(), parent));
     }
     if (equalNoCase(key, "Class")) return parentClass();
     if (equalNoCase(key, "NewAccount")) return newAccount();
@@ -37,23 +36,32 @@ MethodResult UIO0200400::Properties(std::string key, std::string parameters) {
   });
 }
 
+// Empty for a node that is gone; one that could not be read is told.
+MethodResult UIO0200400::nodeAt(const std::string& reference) const {
+  auto [node, read] = readPlanNode(kindOf(reference), reference);
+  if (read.Code == kDone) return done(Variant(ObjectPtr(std::move(node))));
+  if (read.Code == kGone) return done();
+  warn(hostContext(), read.Text);
+  return {read.Code, read.Text, {}};
+}
+
 MethodResult UIO0200400::parentClass() {
   const MethodResult above = Properties("Parent", "");
   const auto parent = above.Value.As<VXObjectUIO>();
-  if (!parent) return done();
+  if (!parent) return above;
   const std::string ownCode(parent->Fields()["OwnCode"].Text());
   const std::string classID = ownCode.substr(0, ownCode.find('*'));
   if (classID.empty()) return done();
   // The path holds bare ids; a whole reference is taken as it is.
-  const std::string reference = isRef(classID) ? classID : planKind() + classID;
-  return done(objectValue(ObjectOf(hostContext(), reference)));
+  return nodeAt(isRef(classID) ? classID : planKind() + classID);
 }
 
 MethodResult UIO0200400::newAccount() {
   Field NewID = Fields()["NewID"];
   if (NewID.IsAbsent()) return done("");
-  const auto counterpart =
-      ObjectOf(hostContext(), refOf(kNewPlanKind, static_cast<int>(NewID.Number())));
+  const MethodResult found = nodeAt(refOf(kNewPlanKind, static_cast<int>(NewID.Number())));
+  if (found.Code != kDone) return found;
+  const auto counterpart = found.Value.As<VXObjectUIO>();
   if (!counterpart) {
     NewID = Variant(Null{});
     return done("");

@@ -1,7 +1,6 @@
 #include "accounts/counterpart.h"
 
 #include "accounts/UIO0200400.h"
-#include "framework/conversions.h"
 #include "framework/references.h"
 
 namespace tolvex {
@@ -11,9 +10,13 @@ bool isNewPlanNode(std::string_view reference) {
 }
 
 std::optional<Counterpart> counterpartOf(HostContext& host, std::string_view reference) {
-  const std::shared_ptr<VXObjectUIO> node = ObjectOf(host, reference);
-  if (!node || node->Fields()["GroupFlag"].Number() != 0) return std::nullopt;
+  const auto [node, read] = readPlanNode(kNewPlanKind, std::string(reference));
+  if (read.Code != kDone) {
+    warn(host, read.Text);
+    return std::nullopt;
+  }
   FieldList& fields = node->Fields();
+  if (fields["GroupFlag"].Number() != 0) return std::nullopt;
   return Counterpart{
       static_cast<int>(fields["ID"].Number()),
       std::string(fields["Account"].Text()).append(" ").append(fields["Preview"].Text())};

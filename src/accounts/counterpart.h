@@ -16,7 +16,8 @@ struct Counterpart {
 
 // A node of the new plan, by its reference alone.
 bool isNewPlanNode(std::string_view reference);
-// The account of the new plan behind a reference; nothing when it is a group, or gone.
+// The account of the new plan behind a reference; nothing when it is a group. One that cannot be
+// read is told.
 std::optional<Counterpart> counterpartOf(HostContext& host, std::string_view reference);
 // Asks the user; nothing when he cancelled or took a group. `currentId` 0: none yet.
 std::optional<Counterpart> pickCounterpart(HostContext& host, int currentId);

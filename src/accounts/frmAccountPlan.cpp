@@ -13,10 +13,6 @@ namespace {
 
 constexpr std::size_t kNumberLength = 20, kNameLength = 300;
 
-std::shared_ptr<VXObjectUIO> objectIn(const MethodResult& read) {
-  return read.Value.As<VXObjectUIO>();
-}
-
 }  // namespace
 
 frmAccountPlan::frmAccountPlan(const ObjectFormRequest& request)
@@ -114,14 +110,15 @@ void frmAccountPlan::opened() {
 }
 
 void frmAccountPlan::show() {
-  const auto parent = objectIn(VXObjectUIO->Properties("Parent", ""));
+  whole_ = true;
+  const auto parent = nodeAbove("Parent");
   level_ = levelOf(*VXObjectUIO, parent.get());
   parentNumber_ = parent ? std::string(parent->Fields()["Account"].Text()) : std::string();
   SSPSubAcc.visible = !isClass();
   if (isClass()) {
     showClass(*VXObjectUIO);
   } else {
-    const auto classNode = objectIn(VXObjectUIO->Properties("Class", ""));
+    const auto classNode = parent ? nodeAbove("Class") : nullptr;
     showAccount(parent.get(), classNode.get());
   }
   LbAccount.visible = level_ == NodeLevel::Subaccount;
@@ -133,10 +130,17 @@ void frmAccountPlan::show() {
   setDirty(false);
 }
 
+std::shared_ptr<tolvex::VXObjectUIO> frmAccountPlan::nodeAbove(const char* key) {
+  const MethodResult above = VXObjectUIO->Properties(key, "");
+  whole_ = whole_ && above.Code == kDone;
+  return above.Value.As<tolvex::VXObjectUIO>();
+}
+
 void frmAccountPlan::applyRights() {
   const RightFlags rights = host().rights().of(kPlanRights);
   mayCreate_ = rights.create != 0;
-  readOnly = VXObjectUIO->Preview() || (isNew() ? rights.create : rights.change) == 0;
+  const bool may = (isNew() ? rights.create : rights.change) != 0;
+  readOnly = !may || !whole_ || VXObjectUIO->Preview();
   for (ui::TextBox* box : {&txtAccountClass, &txtNameClass, &txtTypeClass})
     box->readOnly = readOnly || !isClass();
   for (ui::TextBox* box : {&txtAccount, &txtName, &txtType}) box->readOnly = readOnly;
@@ -167,6 +171,7 @@ void frmAccountPlan::showCounterpart() {
        std::initializer_list<ui::Control*>{&lblOldAcc, &txtNewAcc, &cmdNewAcc, &cmdCleanAcc})
     control->visible = shown;
   const MethodResult counterpart = VXObjectUIO->Properties("NewAccount", "");
+  whole_ = whole_ && counterpart.Code == kDone;
   txtNewAcc.text = counterpart.Code == kDone ? counterpart.Value.Show() : std::string();
 }
 

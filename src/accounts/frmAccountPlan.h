@@ -53,6 +53,7 @@ class frmAccountPlan final : public ui::Form {
   void show();
   void showClass(tolvex::VXObjectUIO& node);
   void showAccount(tolvex::VXObjectUIO* parent, tolvex::VXObjectUIO* classNode);
+  std::shared_ptr<tolvex::VXObjectUIO> nodeAbove(const char* key);
   void showCounterpart();
   void showTitles();
   void setDirty(bool dirty);
@@ -77,6 +78,7 @@ class frmAccountPlan final : public ui::Form {
   std::string parentNumber_;
   Variant parentId_;  // a record that is begun anew takes it over
   bool mayCreate_ = false;
+  bool whole_ = true;  // what was not read whole is only looked at
   bool marksKnown_ = false;
   bool dirty_ = false;
 };

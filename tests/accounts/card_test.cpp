@@ -194,6 +194,24 @@ TEST_F(AccountCard, AMarkThatCouldNotBeReadIsKept) {
   }
 }
 
+TEST_F(AccountCard, WhatWasNotReadWholeIsOnlyLookedAt) {
+  showBothPlans();
+  record("O0200400240")["NewID"] = 8;
+  // The node itself, its parent, the parent again on the way to the class, the class, the
+  // counterpart.
+  for (const std::size_t failing : {1, 2, 3, 4}) {
+    host.shelf().reads.assign(failing, {});
+    host.shelf().reads.push_back({1299, "Ryšys nutrūko"});
+    const auto form = stored("O0200400240");
+    EXPECT_EQ(told(), Texts{"Ryšys nutrūko"}) << failing;
+    EXPECT_TRUE(form->txtName.readOnly()) << failing;
+    host.shelf().reads.clear();
+  }
+  const auto form = stored("O0200400240");
+  EXPECT_FALSE(form->txtName.readOnly());
+  EXPECT_EQ(form->txtNewAcc.text(), "15 Skolos");
+}
+
 TEST_F(AccountCard, RefusalsOfTheStoreKeepWhatWasTyped) {
   struct Case {
     int code;
