@@ -94,6 +94,17 @@ void ScreenSet::runModal(ui::Form& form) {
   if (form.isOpen()) stage_.runModal(form);
 }
 
+bool ScreenSet::closeOthers(ui::Form& stays) {
+  for (const auto& form : std::vector<std::shared_ptr<ui::Form>>(open_)) {
+    if (form.get() == &stays || !form->isOpen() || form->mayClose()) continue;
+    bringToFront(form.get());
+    return false;
+  }
+  for (const auto& form : open_)
+    if (form.get() != &stays) form->close();
+  return true;
+}
+
 void ScreenSet::bringToFront(ui::Form* form) {
   front_ = form;
   if (ui::Form* shown = form ? form : list_) stage_.raised(*shown);

@@ -20,6 +20,7 @@ class ScreenSet final : public Desktop, public Screens {
   void show(std::string_view reference) override;
   void show(std::shared_ptr<ui::Form> form) override;
   void runModal(ui::Form& form) override;
+  bool closeOthers(ui::Form& stays) override;
 
   const std::vector<std::shared_ptr<ui::Form>>& open() const { return open_; }
   ui::Form* front() const { return front_; }  // null: the list stands in front

@@ -12,21 +12,22 @@ class WatchedStore final : public store::StorePort {
  public:
   struct Listener {
     std::function<void(std::string_view kind)>
-        changed;                    // a record of the kind was saved or deleted
-    std::function<void()> refused;  // for lack of a right
+        changed;                     // a record of the kind was saved or deleted
+    std::function<void()> refused;   // for lack of a right
+    std::function<void()> outdated;  // another client restored or converted the books
   };
   WatchedStore(store::StorePort& inner, Listener listener)
       : inner_(inner), listener_(std::move(listener)) {}
 
   HostResult call(std::string_view kind, std::string_view method,
                   std::string_view parameters) override {
-    return inner_.call(kind, method, parameters);
+    return seen(inner_.call(kind, method, parameters));
   }
   HostResult load(std::string_view kind, std::string_view reference) override {
-    return inner_.load(kind, reference);
+    return seen(inner_.load(kind, reference));
   }
   HostResult create(std::string_view kind, std::string_view otype) override {
-    return inner_.create(kind, otype);
+    return seen(inner_.create(kind, otype));
   }
   store::SaveOutcome save(std::string_view kind, std::string_view otype, RowSet& header,
                           RowSet* second, RowSet* third) override {
@@ -41,12 +42,18 @@ class WatchedStore final : public store::StorePort {
   }
   HostResult list(std::string_view kind, std::string_view first, std::string_view second,
                   std::string_view third) override {
-    return inner_.list(kind, first, second, third);
+    return seen(inner_.list(kind, first, second, third));
   }
 
  private:
   static constexpr std::int32_t kNoSaveRight = 1203;
+  static constexpr std::int32_t kEpochChanged = 1208;
+  HostResult seen(HostResult result) {
+    if (result.Code == kEpochChanged) listener_.outdated();
+    return result;
+  }
   void note(std::string_view kind, std::int32_t code) {
+    if (code == kEpochChanged) listener_.outdated();
     if (code == kDone) listener_.changed(kind);
     if (code == kNoRight || code == kNoSaveRight) listener_.refused();
   }

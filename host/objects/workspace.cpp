@@ -75,7 +75,7 @@ struct Workspace::Impl final : HostContext, ObjectTree, Navigator {
   explicit Impl(Setup given)
       : setup(std::move(given)),
         watched(setup.store, {[this](std::string_view kind) { noteChange(kind); },
-                              [this] { rightsService.forget(); }}),
+                              [this] { rightsService.forget(); }, [this] { outdated = true; }}),
         objectFactory(door, setup.module, watched, setup.cards),
         screenSet(door, setup.stage),
         rightsService(watched),
@@ -259,6 +259,8 @@ struct Workspace::Impl final : HostContext, ObjectTree, Navigator {
   std::unique_ptr<frmList> listForm;
   Workspace::Status status;
   bool listStale = false, treeStale = false, locksStale = false;
+  bool outdated = false;               // another client restored or converted the books
+  bool renewed = false;                // this client did
   std::set<std::string> changedKinds;  // since the open screens were told
 };
 
@@ -303,7 +305,23 @@ bool Workspace::idle() {
     impl_->idle();
     return std::string();
   });
+  if (!impl_->screenSet.modal()) {
+    if (std::exchange(impl_->renewed, false)) refresh();
+    if (std::exchange(impl_->outdated, false)) offerReopening();
+  }
   return impl_->listForm->unfinished() && !impl_->screenSet.modal();
+}
+
+void Workspace::offerReopening() {
+  if (!impl_->setup.openBooksAgain) return;
+  const bool agreed = ask(context(),
+                          "Duomenų bazė pakeista, atidarykite iš naujo!\r\n\r\nAtidaryti dabar? "
+                          "Neįrašyti pakeitimai bus prarasti.",
+                          Answer::Yes);
+  if (!agreed) return;
+  const std::string failure = impl_->setup.openBooksAgain();
+  if (!failure.empty()) return warn(context(), failure);
+  reopen([] {});
 }
 
 std::string Workspace::gesture(const std::function<std::string()>& act) {
@@ -320,6 +338,8 @@ std::string Workspace::gesture(const std::function<std::string()>& act) {
   show(context(), box);
   return "failed: " + fault;
 }
+
+void Workspace::noteRenewed() { impl_->renewed = true; }
 
 void Workspace::refresh() {
   impl_->rightsService.forget();

@@ -31,6 +31,8 @@ class Workspace {
     std::string booksName;           // shown in the status line
     const CardSet& cards;            // outlives the workspace
     ReportOutput* output = nullptr;  // writes reports into files; null: they cannot be written
+    // Opens the books behind `store` anew; "" or why they stay as they were.
+    std::function<std::string()> openBooksAgain = {};
   };
   explicit Workspace(Setup setup);
   ~Workspace();
@@ -46,12 +48,15 @@ class Workspace {
   bool closeAll();
   // To be called once a loop is idle, also inside a modal one: runs work put off by forms; outside
   // of modal calls it also drops closed screens and reads stale lists again.
-  // True when more waits for the next time, such as the rest of a long list.
+  // True when more waits for the next time, such as the rest of a long list. Books that another
+  // client restored or converted are offered to be opened again.
   bool idle();
   // Every act of the user passes through here: what a handler throws becomes the box "Klaida!" with
   // the description, and the screen stays. Gives back what the act gives (see platform/input.h).
   std::string gesture(const std::function<std::string()>& act);
   void refresh();  // F5: rights, tree and list are read again
+  // The books were restored or converted by this client: all that is shown is stale.
+  void noteRenewed();
   // As if the program were closed and started again: every form goes, `between` may close and open
   // the books, then the workspace is built anew. The stage is told before and after; not to be
   // called while a modal form or a box is open.
@@ -65,6 +70,7 @@ class Workspace {
   const Status& status() const;
 
  private:
+  void offerReopening();
   struct Impl;
   std::unique_ptr<Impl> impl_;
 };

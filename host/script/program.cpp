@@ -20,7 +20,27 @@ Program::Program(Module& module, Options options) : module_(module), options_(st
 
 void Program::openSession() {
   session_ = store::openBooks(options_.place, options_.login, options_.password, clock_);
+  session_->watch({[this](std::string_view what, double share) { return goOn(what, share); },
+                   [this] {
+                     if (workspace_) workspace_->noteRenewed();
+                   }});
   faults_.setInner(observer_ ? observer_(*session_) : session_.get());
+}
+
+std::string Program::openedAgain() {
+  try {
+    openSession();
+    return {};
+  } catch (const store::BooksError& error) {
+    return error.what();
+  }
+}
+
+// A long work of the store shows how far it is, and may be stopped.
+bool Program::goOn(std::string_view what, double share) {
+  if (!stage_) return true;
+  stage_->progress(what, share);
+  return !stage_->stopped();
 }
 
 void Program::observe(Observer observer) {
@@ -34,7 +54,8 @@ std::unique_ptr<Workspace> Program::open(Stage& stage, Playground& playground) {
   stage_ = &stage;
   playground_ = &playground;
   auto workspace = std::make_unique<Workspace>(
-      Workspace::Setup{module_, trace_, stage, clock_, booksName(), allCards(), options_.output});
+      Workspace::Setup{module_, trace_, stage, clock_, booksName(), allCards(), options_.output,
+                       [this] { return openedAgain(); }});
   workspace_ = workspace.get();
   return workspace;
 }
@@ -61,12 +82,7 @@ void Program::logIn() {
   const auto tryOpen = [this](const std::string& login, const std::string& password) {
     options_.login = login;
     options_.password = password;
-    try {
-      openSession();
-      return std::string();
-    } catch (const store::BooksError& error) {
-      return std::string(error.what());
-    }
+    return openedAgain();
   };
   if (!askLogin(*stage_, booksName(), options_.login, tryOpen)) options_ = before;
 }

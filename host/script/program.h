@@ -42,6 +42,8 @@ class Program final : public ScriptWorld {
 
  private:
   void openSession();
+  std::string openedAgain();  // "" or why the books stay as they were
+  bool goOn(std::string_view what, double share);
   void logIn();
   std::string booksName() const;  // for the status line
 

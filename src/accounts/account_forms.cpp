@@ -1,5 +1,6 @@
 #include "accounts/account_forms.h"
 
+#include "accounts/frmAccountNewPlan.h"
 #include "accounts/frmAccountPlan.h"
 
 namespace tolvex {
@@ -7,6 +8,9 @@ namespace tolvex {
 void registerAccountForms(FormRegistry& forms) {
   forms.add<ObjectFormRequest>(kNodeScreen, [](const ObjectFormRequest& request) {
     return std::make_shared<frmAccountPlan>(request);
+  });
+  forms.add<ObjectFormRequest>(kConversionScreen, [](const ObjectFormRequest& request) {
+    return std::make_shared<frmAccountNewPlan>(request);
   });
 }
 

@@ -55,6 +55,8 @@ class Screens {
   virtual ~Screens() = default;
   virtual void show(std::shared_ptr<ui::Form> form) = 0;
   virtual void runModal(ui::Form& form) = 0;  // returns when the form is closed
+  // Closes every screen but one, each as its user would; false when one of them stays.
+  virtual bool closeOthers(ui::Form& stays) = 0;
 };
 
 // --- rights, settings, user ---------------------------------------------------------------------

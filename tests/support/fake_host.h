@@ -49,7 +49,9 @@ class FakeScreens final : public Screens {
   void show(std::shared_ptr<ui::Form> form) override;
   // Opens the form, lets the next queued user act on it, closes it.
   void runModal(ui::Form& form) override;
+  bool closeOthers(ui::Form&) override { return othersClose; }
 
+  bool othersClose = true;
   std::vector<std::shared_ptr<ui::Form>> shown;
   std::deque<std::function<void(ui::Form&)>> users;  // one a modal form
   std::vector<std::string> modals;                   // names of the forms that ran modally
