@@ -16,11 +16,14 @@ constexpr const char* kDelete = "Panaikinti";
 constexpr const char* kPeriod = "Peržiūros nustatymai";
 
 constexpr std::size_t kFirstPage = 200, kPage = 2500;
+constexpr std::size_t kRowsAlone = 20;  // more changed documents are read with their pages
 
 // The rows that follow a reference, as the store is asked for them.
 std::string pageAfter(int id, std::size_t rows) {
   return "page:" + std::to_string(id) + ";" + std::to_string(rows);
 }
+
+bool isDocument(const ui::Row& row) { return familyCode(row.key) != kOperationGroups; }
 
 bool makesNew(const MenuEntry& entry) {
   return entry.enabled && ui::withoutAccessKey(entry.caption).starts_with("Nauja");
@@ -71,7 +74,7 @@ void frmList::show(const ListSource& source) {
   groups_.clear();
   lvwObjects.current = -1;
   lvwObjects.setRows({});
-  pageable() ? readFirst() : read();
+  read();
 }
 
 bool frmList::pageable() const { return source_.kind == kOperationGroups && !source_.common; }
@@ -87,30 +90,93 @@ std::vector<ObjectRow> frmList::shownRows(RowSet& set, const std::vector<ListCol
   return objectRows(set, columns, host().numbers(), ui->GetIconsTable());
 }
 
-void frmList::readFirst() {
-  nextPage_.clear();
-  const RowSetPtr set = ask(pageAfter(0, kFirstPage));
-  if (!set) return showHead();
+void frmList::readPages() {
   lvwObjects.columns = viewColumns(columns());
-  auto rows = shownRows(*set, columns());
-  if (rows.size() == kFirstPage) nextPage_ = pageAfter(idOf(rows.back().row.key), kPage);
-  fill(std::move(rows));
+  nextPage_ = 0;
+  placed_ = 0;
+  readOn();
+  showHead();
 }
 
 void frmList::readOn() {
   if (!unfinished()) return;
-  const RowSetPtr set = ask(std::exchange(nextPage_, std::string()));
+  const int after = *std::exchange(nextPage_, std::nullopt);
+  const std::size_t most = after == 0 ? kFirstPage : kPage;
+  const RowSetPtr set = ask(pageAfter(after, most));
   if (!set) return;
   auto rows = shownRows(*set, columns());
-  if (rows.size() == kPage) nextPage_ = pageAfter(idOf(rows.back().row.key), kPage);
-  std::vector<ui::Row>& shown = lvwObjects.edit();
-  for (ObjectRow& next : rows) {
-    if (next.group || familyCode(next.row.key) == kOperationGroups)
-      groups_.emplace_back(next.row.key, next.parent);
-    shown.push_back(std::move(next.row));
+  const std::vector<ui::Row>& shown = lvwObjects.rows();
+  std::size_t to = shown.size();  // the last page ends the list
+  if (rows.size() == most) {
+    const int last = idOf(rows.back().row.key);
+    nextPage_ = last;
+    to = placed_;
+    while (to < shown.size() && isDocument(shown[to]) && idOf(shown[to].key) <= last) ++to;
   }
-  lvwObjects.touch();
+  const std::size_t count = rows.size();
+  replaceRows(placed_, to, std::move(rows));
+  placed_ += count;
   showCount();
+}
+
+// Puts rows that were read in the place of others. Rows that are the same stay untouched, so that a
+// list in which nothing changed is not even drawn again.
+void frmList::replaceRows(std::size_t from, std::size_t to, std::vector<ObjectRow> rows) {
+  const auto at = [](std::size_t index) { return static_cast<std::ptrdiff_t>(index); };
+  std::vector<ui::Row> next;
+  next.reserve(rows.size());
+  for (ObjectRow& row : rows) {
+    if (!isDocument(row.row) || row.group) {
+      std::erase_if(groups_, [&](const auto& known) { return known.first == row.row.key; });
+      groups_.emplace_back(row.row.key, row.parent);
+    }
+    next.push_back(std::move(row.row));
+  }
+  const auto& shown = lvwObjects.rows();
+  if (std::equal(next.begin(), next.end(), shown.begin() + at(from), shown.begin() + at(to)))
+    return;
+  const ui::Row* const row = lvwObjects.currentRow();
+  const std::string current = row ? row->key : std::string();
+  std::vector<ui::Row>& list = lvwObjects.edit();
+  const std::size_t same = std::min(next.size(), to - from);
+  std::move(next.begin(), next.begin() + at(same), list.begin() + at(from));
+  if (next.size() > same) {
+    list.insert(list.begin() + at(to), std::make_move_iterator(next.begin() + at(same)),
+                std::make_move_iterator(next.end()));
+  } else {
+    list.erase(list.begin() + at(from + same), list.begin() + at(to));
+  }
+  stayOn(current);
+}
+
+// The current row by its key; when it has gone, what stands in its place.
+void frmList::stayOn(const std::string& key) {
+  if (key.empty()) return;
+  const int row = lvwObjects.find(key), last = static_cast<int>(lvwObjects.rows().size()) - 1;
+  lvwObjects.current = row >= 0 ? row : std::min(lvwObjects.current(), last);
+}
+
+void frmList::readRows(const std::set<std::string>& references) {
+  if (!pageable() || !filter_.empty() || narrowed_ || references.size() > kRowsAlone) return read();
+  for (const std::string& reference : references) readRow(idOf(reference));
+  showCount();
+}
+
+void frmList::readRow(int id) {
+  const std::vector<ui::Row>& shown = lvwObjects.rows();
+  // Documents stand in the order of their ids. What was saved is among the latest as a rule.
+  std::size_t end = shown.size();
+  while (end > 0 && (!isDocument(shown[end - 1]) || idOf(shown[end - 1].key) > id)) --end;
+  const std::size_t begin = end > 0 && idOf(shown[end - 1].key) == id ? end - 1 : end;
+  if (unfinished() && begin >= placed_ && begin == end) return;  // comes with its page
+  const RowSetPtr set = ask(pageAfter(id - 1, 1));
+  if (!set) return;
+  auto rows = shownRows(*set, columns());
+  std::erase_if(
+      rows, [&](const ObjectRow& row) { return !isDocument(row.row) || idOf(row.row.key) != id; });
+  const std::size_t count = rows.size();
+  replaceRows(begin, end, std::move(rows));
+  if (unfinished() && begin < placed_) placed_ += count - (end - begin);
 }
 
 void frmList::finish() {
@@ -119,7 +185,7 @@ void frmList::finish() {
 
 void frmList::showRows(RowSet& rows, const std::string& filter) {
   filter_ = filter;
-  nextPage_.clear();
+  nextPage_.reset();
   txtFind.text = "";
   lvwObjects.current = -1;
   // A filter over a kind of groups brings groups, over documents documents.
@@ -131,7 +197,8 @@ void frmList::showRows(RowSet& rows, const std::string& filter) {
 
 void frmList::read() {
   if (source_.kind.empty() || !filter_.empty()) return;
-  nextPage_.clear();
+  if (pageable() && !narrowed_) return readPages();
+  nextPage_.reset();
   const RowSetPtr set = ask("");
   if (!set) return showHead();
   lvwObjects.columns = viewColumns(columns());
@@ -172,14 +239,15 @@ void frmList::fill(std::vector<ObjectRow> rows) {
   std::vector<ui::Row> shown;
   shown.reserve(rows.size());
   for (ObjectRow& next : rows) {
-    if (next.group || familyCode(next.row.key) == kOperationGroups)
-      groups_.emplace_back(next.row.key, next.parent);
+    if (next.group || !isDocument(next.row)) groups_.emplace_back(next.row.key, next.parent);
     shown.push_back(std::move(next.row));
   }
   narrowed_ = false;
   all_.clear();
+  const int place = lvwObjects.current();
   lvwObjects.setRows(std::move(shown));
-  lvwObjects.current = current.empty() ? -1 : lvwObjects.find(current);
+  lvwObjects.current = std::min(place, static_cast<int>(lvwObjects.rows().size()) - 1);
+  stayOn(current);
   if (!txtFind.text().empty()) narrow();
   lvwObjects.touch();
   showHead();

@@ -4,6 +4,8 @@
 // the list, with the filter's text and a way back, until another node is chosen.
 #pragma once
 
+#include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -22,11 +24,15 @@ class frmList final : public ui::Form {
   void show(const ListSource& source);
   // Rows of a filter command in place of the list.
   void showRows(RowSet& rows, const std::string& filter);
-  void read();  // again, as a whole; the current row stays current while it exists
+  // Again. The current row stays current while it exists, and then gives way to its neighbour.
+  void read();
   // A long list of documents stands with its first page. The rest follows page by page while the
-  // user does nothing, and at once when he looks for something.
-  bool unfinished() const { return !nextPage_.empty(); }
+  // user does nothing, and at once when he looks for something. Read again, every page takes the
+  // place of the rows that stood there.
+  bool unfinished() const { return nextPage_.has_value(); }
   void readOn();
+  // The documents were saved or deleted; of a list that comes in pages only their rows are read.
+  void readRows(const std::set<std::string>& references);
   const ListSource& source() const { return source_; }
 
   ui::Label lblPlace{this, "lblPlace", ""};
@@ -43,8 +49,11 @@ class frmList final : public ui::Form {
   bool pageable() const;
   RowSetPtr ask(const std::string& page);
   std::vector<ObjectRow> shownRows(RowSet& set, const std::vector<ListColumn>& columns);
-  void readFirst();
+  void readPages();
   void finish();
+  void readRow(int id);
+  void stayOn(const std::string& key);
+  void replaceRows(std::size_t from, std::size_t to, std::vector<ObjectRow> rows);
   void fill(std::vector<ObjectRow> rows);
   void showCount();
   void narrow();
@@ -63,7 +72,8 @@ class frmList final : public ui::Form {
   std::string filter_;        // text of the filter command whose rows are shown, or ""
   std::vector<ui::Row> all_;  // every row, while txtFind narrows the list
   bool narrowed_ = false;
-  std::string nextPage_;                                     // to be read, or ""
+  std::optional<int> nextPage_;  // follows the document of this id
+  std::size_t placed_ = 0;       // so many rows at the beginning are of pages read now
   std::vector<std::pair<std::string, std::string>> groups_;  // references of groups, their parents
   ObjectMenu menu_{*this};
 };

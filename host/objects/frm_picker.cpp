@@ -52,7 +52,9 @@ void frmPicker::readKind() {
   lvwObjects.columns = viewColumns(columnsOf(kind));
   all_.clear();
   const bool groupsOnly = request_.classes == kGroupsOnly;
-  for (ObjectRow& row : groupsOnly ? groupRows(host(), kind) : pickerRows(host(), kind)) {
+  auto rows = groupsOnly ? groupRows(host(), kind).value_or(std::vector<ObjectRow>())
+                         : pickerRows(host(), kind);
+  for (ObjectRow& row : rows) {
     const std::size_t deep = static_cast<std::size_t>(row.depth) * 3;
     if (!row.row.cells.empty()) row.row.cells[0].text.insert(0, deep, ' ');
     row.row.checked = row.group;  // for the answer; the list shows no boxes

@@ -41,6 +41,7 @@ void frmTree::read() {
   nodes_.clear();
   sources_.clear();
   for (const LayoutNode& node : layout_) addLayout(node, "");
+  tvwLayout.nodes = nodes_;
   if (first) {
     for (const ui::TreeNode& node : nodes_)
       if (node.parent.empty()) open.push_back(node.key);
@@ -89,6 +90,10 @@ void frmTree::add(ui::TreeNode node, ListSource source, bool mayHaveGroups) {
   nodes_.push_back(std::move(node));
   sources_[key] = std::move(source);
   if (!mayHaveGroups) return;
+  addUnread(key);
+}
+
+void frmTree::addUnread(const std::string& key) {
   ui::TreeNode unread;
   unread.key = unreadKey(key);
   unread.parent = key;
@@ -111,22 +116,28 @@ void frmTree::expand(const std::string& key) {
                                    [&](const ui::TreeNode& node) { return node.key == unread; });
   if (!waiting) return;
   drop(unread);
-  readBranch(key);
+  if (readBranch(key)) return;
+  // Closed again and unread, so that it can be opened once more.
+  for (ui::TreeNode& node : nodes_)
+    if (node.key == key) node.expanded = false;
+  addUnread(key);
 }
 
-void frmTree::readBranch(const std::string& key) {
+bool frmTree::readBranch(const std::string& key) {
   ListSource& source = sources_[key];
-  std::vector<ObjectRow> groups;
-  const auto readLevel = [&](const std::string& parent) {
+  using Rows = std::optional<std::vector<ObjectRow>>;
+  const auto readLevel = [&](const std::string& parent) -> Rows {
     const auto ui = host().objects().kind(source.kind);
     const RowSetPtr set = ui->GetVXObjectList(parent, "", "");
-    if (!set) return std::vector<ObjectRow>{};
+    if (!set) return std::nullopt;
     auto rows = objectRows(*set, columnsOf(source.kind), host().numbers(), ui->GetIconsTable());
     std::erase_if(rows, [](const ObjectRow& row) { return familyCode(row.row.key) != kGroups; });
     return asTree(std::move(rows));
   };
   const bool byLevel = source.kind == kGroups;
-  groups = byLevel ? readLevel(source.parent) : groupRows(host(), source.kind);
+  Rows read = byLevel ? readLevel(source.parent) : groupRows(host(), source.kind);
+  if (!read) return false;
+  std::vector<ObjectRow> groups = std::move(*read);
   // A lone group that bears the node's own name is the node itself.
   const auto tops = std::count_if(groups.begin(), groups.end(),
                                   [](const ObjectRow& row) { return row.depth == 0; });
@@ -136,11 +147,16 @@ void frmTree::readBranch(const std::string& key) {
     source.parent = top = groups[0].row.key;
     source.otype = groups[0].row.tag;
     source.common = groups[0].group;
-    if (byLevel && groups.size() == 1) groups = readLevel(top);
+    if (byLevel && groups.size() == 1) {
+      read = readLevel(top);
+      if (!read) return false;
+      groups = std::move(*read);
+    }
     std::erase_if(groups, [&](const ObjectRow& row) { return row.row.key == top; });
   }
   const ListSource copy = source;  // adding nodes may move it
   addGroups(key, copy, groups, top);
+  return true;
 }
 
 void frmTree::addGroups(const std::string& key, const ListSource& source,

@@ -29,7 +29,8 @@ class frmTree final : public ui::Form {
  private:
   void addLayout(const LayoutNode& node, const std::string& parent);
   void expand(const std::string& key);
-  void readBranch(const std::string& key);
+  bool readBranch(const std::string& key);
+  void addUnread(const std::string& key);
   void addGroups(const std::string& key, const ListSource& source,
                  const std::vector<ObjectRow>& groups, const std::string& top);
   void add(ui::TreeNode node, ListSource source, bool mayHaveGroups);

@@ -41,7 +41,7 @@ MenuAction InnerUI::ClickMenu(std::string id, std::string, std::string caption, 
 }
 
 MenuAction InnerUI::newObject() {
-  std::shared_ptr<VXObjectUIO> object = GetVXObject("");
+  std::shared_ptr<VXObjectUIO> object = readTold("");
   if (!object) return {};
   return {MenuAction::ShowForm, Variant(ObjectPtr(card_->make(host_, std::move(object))))};
 }
@@ -55,7 +55,7 @@ MenuAction InnerUI::deleted(const std::string& id) {
 
 bool InnerUI::AddToDeskTopVXObject(std::string id) {
   if (!card_) return false;
-  std::shared_ptr<VXObjectUIO> object = GetVXObject(std::move(id));
+  std::shared_ptr<VXObjectUIO> object = readTold(std::move(id));
   return object && host_.desktop().put(card_->make(host_, std::move(object)));
 }
 
@@ -73,7 +73,9 @@ RowSetPtr InnerUI::GetVXObjectList(std::string parent, std::string filter1, std:
     warn(host_, result.Text);
     return nullptr;
   }
-  return result.Data.IsRows() ? result.Data.AsRows() : nullptr;
+  if (result.Data.IsRows()) return result.Data.AsRows();
+  warn(host_, "Sąrašas neperskaitytas!");
+  return nullptr;
 }
 
 std::shared_ptr<VXObjectUIO> InnerUI::GetVXObject(std::string id) {
@@ -81,6 +83,15 @@ std::shared_ptr<VXObjectUIO> InnerUI::GetVXObject(std::string id) {
   object->OID(std::move(id));
   if (object->Read().Code != kDone) return nullptr;
   return object;
+}
+
+std::shared_ptr<VXObjectUIO> InnerUI::readTold(std::string id) {
+  auto object = std::make_shared<InnerUIO>(host_, store_, code_, card_);
+  object->OID(std::move(id));
+  const SaveResult read = object->Read();
+  if (read.Code == kDone) return object;
+  warn(host_, read.Text);
+  return nullptr;
 }
 
 const IconsTable& InnerUI::GetIconsTable() const {

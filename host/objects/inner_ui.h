@@ -38,6 +38,7 @@ class InnerUI final : public VXObjectUI {
  private:
   HostContext& host_;
   store::StorePort& store_;
+  std::shared_ptr<VXObjectUIO> readTold(std::string id);  // null after the user was told why
   MenuAction filtered();
   MenuAction newObject();
   MenuAction deleted(const std::string& id);

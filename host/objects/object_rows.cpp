@@ -125,21 +125,24 @@ std::vector<ObjectRow> listedRows(HostContext& host, const std::string& kind,
   return view ? inViewOrder(std::move(rows), *view) : rows;
 }
 
-std::vector<ObjectRow> groupRows(HostContext& host, const std::string& kind) {
+std::optional<std::vector<ObjectRow>> groupRows(HostContext& host, const std::string& kind) {
   const KindView* view = kindView(kind);
-  if (!view) return {};
+  if (!view) return std::vector<ObjectRow>();
   const auto ui = host.objects().kind(kind);
+  bool failed = false;
   const auto read = [&](const std::string& parent) {
     std::vector<ObjectRow> groups;
-    if (const RowSetPtr set = ui->GetVXObjectList(parent, "", "")) {
-      groups = objectRows(*set, view->columns, host.numbers(), ui->GetIconsTable());
-      std::erase_if(groups, [&](const ObjectRow& row) {
-        return kind == kGroups ? familyCode(row.row.key) != kGroups : !row.group;
-      });
-    }
+    const RowSetPtr set = ui->GetVXObjectList(parent, "", "");
+    failed = failed || !set;
+    if (!set) return groups;
+    groups = objectRows(*set, view->columns, host.numbers(), ui->GetIconsTable());
+    std::erase_if(groups, [&](const ObjectRow& row) {
+      return kind == kGroups ? familyCode(row.row.key) != kGroups : !row.group;
+    });
     return groups;
   };
   std::vector<ObjectRow> all = read("");
+  if (failed) return std::nullopt;
   if (kind != kGroups) return asTree(std::move(all));
   // Operation groups are many in a large company: a branch is read when its parent is known.
   for (std::size_t i = 0; i < all.size(); ++i) {
@@ -150,12 +153,13 @@ std::vector<ObjectRow> groupRows(HostContext& host, const std::string& kind) {
       });
       if (!known) all.push_back(std::move(child));
     }
+    if (failed) return std::nullopt;
   }
   return asTree(std::move(all));
 }
 
 std::vector<ObjectRow> pickerRows(HostContext& host, const std::string& kind) {
-  if (kind == kGroups) return groupRows(host, kind);
+  if (kind == kGroups) return groupRows(host, kind).value_or(std::vector<ObjectRow>());
   return asTree(listedRows(host, kind, ""));
 }
 

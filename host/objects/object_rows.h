@@ -1,6 +1,7 @@
 // Rows of objects as lists, trees and pickers show them.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,7 +36,8 @@ std::vector<ObjectRow> inViewOrder(std::vector<ObjectRow> rows, const KindView& 
 std::vector<ObjectRow> listedRows(HostContext& host, const std::string& kind,
                                   const std::string& filter);
 // All groups of a kind, parents first; of operation groups too, which are read branch by branch.
-std::vector<ObjectRow> groupRows(HostContext& host, const std::string& kind);
+// Nothing after the user was told that they could not be read.
+std::optional<std::vector<ObjectRow>> groupRows(HostContext& host, const std::string& kind);
 // Everything of a kind for a picker: groups and items, as a tree.
 std::vector<ObjectRow> pickerRows(HostContext& host, const std::string& kind);
 

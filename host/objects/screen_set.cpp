@@ -1,6 +1,7 @@
 #include "host/objects/screen_set.h"
 
 #include <algorithm>
+#include <exception>
 
 #include "framework/references.h"
 #include "host/objects/kinds.h"
@@ -111,14 +112,21 @@ void ScreenSet::bringToFront(ui::Form* form) {
 }
 
 void ScreenSet::idle() {
-  const auto runLater = [](ui::Form& form) {
+  std::exception_ptr failure;
+  const auto runLater = [&failure](ui::Form& form) {
     if (!form.isOpen() || !form.hasLater()) return;
-    for (const ui::Handler& work : form.takeLater())
-      if (form.isOpen()) work();
+    for (const ui::Handler& work : form.takeLater()) {
+      try {
+        if (form.isOpen()) work();
+      } catch (...) {
+        if (!failure) failure = std::current_exception();
+      }
+    }
   };
   // Behind a modal screen only that one goes on: the others wait as for the user.
   if (!modal_.empty()) {
     if (modal_.back()) runLater(*modal_.back());
+    if (failure) std::rethrow_exception(failure);
     return;
   }
   for (const auto& form : std::vector<std::shared_ptr<ui::Form>>(open_)) runLater(*form);
@@ -136,6 +144,7 @@ void ScreenSet::idle() {
     if (wasFront) bringToFront(open_.empty() ? nullptr : open_.back().get());
   }
   closed_.clear();
+  if (failure) std::rethrow_exception(failure);
 }
 
 }  // namespace tolvex

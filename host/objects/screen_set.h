@@ -27,7 +27,9 @@ class ScreenSet final : public Desktop, public Screens {
   void bringToFront(ui::Form* form);
   void setList(ui::Form& list) { list_ = &list; }  // stands in front when no screen does
   bool modal() const { return !modal_.empty(); }
-  void idle();  // runs put-off work, takes closed screens off the stage
+  // Runs put-off work and takes closed screens off the stage. Work that throws stops no other; the
+  // first such failure is thrown on at the end.
+  void idle();
   ui::Form* find(std::string_view reference) const;
 
   // A box is a modal loop like that of a form; nothing goes on behind or below it.

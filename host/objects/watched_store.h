@@ -11,8 +11,8 @@ namespace tolvex {
 class WatchedStore final : public store::StorePort {
  public:
   struct Listener {
-    std::function<void(std::string_view kind)>
-        changed;                     // a record of the kind was saved or deleted
+    // A record of the kind was saved or deleted.
+    std::function<void(std::string_view kind, std::string_view reference)> changed;
     std::function<void()> refused;   // for lack of a right
     std::function<void()> outdated;  // another client restored or converted the books
   };
@@ -32,12 +32,12 @@ class WatchedStore final : public store::StorePort {
   store::SaveOutcome save(std::string_view kind, std::string_view otype, RowSet& header,
                           RowSet* second, RowSet* third) override {
     store::SaveOutcome outcome = inner_.save(kind, otype, header, second, third);
-    note(kind, outcome.Code);
+    note(kind, outcome.reference, outcome.Code);
     return outcome;
   }
   HostResult erase(std::string_view kind, std::string_view reference) override {
     HostResult result = inner_.erase(kind, reference);
-    note(kind, result.Code);
+    note(kind, reference, result.Code);
     return result;
   }
   HostResult list(std::string_view kind, std::string_view first, std::string_view second,
@@ -52,9 +52,9 @@ class WatchedStore final : public store::StorePort {
     if (result.Code == kEpochChanged) listener_.outdated();
     return result;
   }
-  void note(std::string_view kind, std::int32_t code) {
+  void note(std::string_view kind, std::string_view reference, std::int32_t code) {
     if (code == kEpochChanged) listener_.outdated();
-    if (code == kDone) listener_.changed(kind);
+    if (code == kDone) listener_.changed(kind, reference);
     if (code == kNoRight || code == kNoSaveRight) listener_.refused();
   }
 

@@ -74,7 +74,7 @@ class WorkspaceDialogs final : public Dialogs {
 struct Workspace::Impl final : HostContext, ObjectTree, Navigator {
   explicit Impl(Setup given)
       : setup(std::move(given)),
-        watched(setup.store, {[this](std::string_view kind) { noteChange(kind); },
+        watched(setup.store, {[this](auto kind, auto reference) { noteChange(kind, reference); },
                               [this] { rightsService.forget(); }, [this] { outdated = true; }}),
         objectFactory(door, setup.module, watched, setup.cards),
         screenSet(door, setup.stage),
@@ -129,8 +129,8 @@ struct Workspace::Impl final : HostContext, ObjectTree, Navigator {
   ReportViewer& reports() override { return reportService; }
 
   // --- ObjectTree
-  void redraw(std::string_view kind) override { noteChange(kind); }
-  void redrawNode(std::string_view reference) override { noteChange(kindOf(reference)); }
+  void redraw(std::string_view kind) override { askedAnew(kind); }
+  void redrawNode(std::string_view reference) override { askedAnew(kindOf(reference)); }
 
   // --- Navigator
   void showList(const ListSource& source) override {
@@ -155,7 +155,7 @@ struct Workspace::Impl final : HostContext, ObjectTree, Navigator {
           screenSet.show(std::move(form));
         break;
       case MenuAction::Removed:
-        noteChange(kind);
+        askedAnew(kind);
         break;
       case MenuAction::ShowRows:
         showFound(action.Value);
@@ -172,14 +172,23 @@ struct Workspace::Impl final : HostContext, ObjectTree, Navigator {
   }
 
   // --- what stands on the screen follows what is saved
-  void noteChange(std::string_view kind) {
+  void noteChange(std::string_view kind, std::string_view reference = {}) {
     const std::string family = familyCode(kind);
     const std::string shown = familyCode(listForm ? listForm->source().kind : std::string());
-    if (family == shown || (family == kOperations && shown == kOperationGroups)) listStale = true;
+    const bool document = family == kOperations && shown == kOperationGroups;
+    if (document && isRef(reference)) {
+      staleRows.emplace(reference);
+    } else if (document || family == shown) {
+      listStale = true;
+    }
     if (hasGroups(family)) treeStale = true;
     if (family == kLocks) locksStale = true;
     if (kind == kFirms) status.firm.clear();  // the own firm may have another name
     changedKinds.emplace(kind);
+  }
+  // Whoever saved something asks for its list; the documents that he saved are known already.
+  void askedAnew(std::string_view kind) {
+    if (staleRows.empty() || familyCode(kind) != kOperations) noteChange(kind);
   }
   void tellScreens() {
     const auto kinds = std::exchange(changedKinds, {});
@@ -200,8 +209,11 @@ struct Workspace::Impl final : HostContext, ObjectTree, Navigator {
     // A list that nobody sees is read when it comes to the front.
     if (listStale && screenSet.front() == nullptr) {
       listStale = false;
+      staleRows.clear();
       listForm->read();
       readStatus();
+    } else if (!staleRows.empty() && screenSet.front() == nullptr) {
+      listForm->readRows(std::exchange(staleRows, {}));
     } else {
       listForm->readOn();
     }
@@ -261,11 +273,12 @@ struct Workspace::Impl final : HostContext, ObjectTree, Navigator {
   bool listStale = false, treeStale = false, locksStale = false;
   bool outdated = false;               // another client restored or converted the books
   bool renewed = false;                // this client did
+  std::set<std::string> staleRows;     // documents of the list that were saved or deleted
   std::set<std::string> changedKinds;  // since the open screens were told
 };
 
 Workspace::Workspace(Setup setup) : impl_(std::make_unique<Impl>(std::move(setup))) {
-  impl_->open();
+  (void)gesture([this] { return impl_->open(), std::string(); });
 }
 Workspace::~Workspace() = default;
 
@@ -355,7 +368,7 @@ void Workspace::reopen(const std::function<void()>& between) {
   impl_.reset();
   between();
   impl_ = std::make_unique<Impl>(setup);
-  impl_->open();
+  (void)gesture([this] { return impl_->open(), std::string(); });
   setup.stage.renewed(*this);
 }
 

@@ -148,7 +148,9 @@ std::string openObject(Engine& engine, const Act& act) {
   }
   const auto named = act.options.find("group");
   const auto groups = host.objects().kind("O0201400");
-  for (const ObjectRow& row : groupRows(host, "O0201400")) {
+  const auto rows = groupRows(host, "O0201400");
+  if (!rows) return "the groups cannot be read";
+  for (const ObjectRow& row : *rows) {
     if (row.group) continue;
     if (named != act.options.end() && row.row.cells[0].text != named->second) continue;
     const auto group = host.objects().open(row.row.key);

@@ -51,6 +51,12 @@ std::string editorKind(VXObjectUIO& operation) {
   return kind >= "O0201501" && kind <= "O0201506" ? kind : operation.OType();
 }
 
+bool readOrTell(VXObjectUIO& operation) {
+  const SaveResult read = operation.Read();
+  if (read.Code != kDone) warn(hostContext(), read.Text);
+  return read.Code == kDone;
+}
+
 // The document of another module behind an operation, or "".
 std::string foreignDocument(VXObjectUIO& operation) {
   const std::string reference(operation.Fields()["FOIDR"].Text());
@@ -62,16 +68,20 @@ std::string foreignDocument(VXObjectUIO& operation) {
 }  // namespace
 
 OpenedDocument openDocument(const OperationTablesPtr& tables, std::string_view reference) {
-  const std::shared_ptr<UIO0201500> operation = readOperation(tables, reference);
-  if (!operation) return {};
   HostContext& host = hostContext();
+  const auto operation = std::make_shared<UIO0201500>(tables);
+  operation->OID(std::string(reference));
+  if (!readOrTell(*operation)) return {};
   if (isGone(*operation)) {
     host.dialogs().message(
         {"Operacija panaikinta !", Icon::Stop, Buttons::Ok, Answer::Ok, std::nullopt});
     return {};
   }
   const int group = static_cast<int>(operation->Fields()["BROperGroupID"].Number());
-  if (host.rights().of(operationRights(group)).view == 0) return {};
+  if (host.rights().of(operationRights(group)).view == 0) {
+    warn(host, "Nėra teisės peržiūrėti!");
+    return {};
+  }
   if (const std::string foreign = foreignDocument(*operation); !foreign.empty()) {
     if (host.objects().open(foreign)) {
       host.desktop().show(foreign);
@@ -100,7 +110,7 @@ std::shared_ptr<ui::Form> newDocument(const OperationTablesPtr& tables,
   operation->UI(std::move(ui));
   copyGroup();
   operation->OType(std::string(kind));
-  if (operation->Read().Code != kDone) return nullptr;
+  if (!readOrTell(*operation)) return nullptr;
   copyGroup();  // the record of the kind is a fresh one
   return makeEditor(tables->forms, kind, {host, operation, std::string(extra)});
 }

@@ -41,7 +41,7 @@ struct OpenedDocument {
   std::shared_ptr<ui::Form> form;
   bool byHost = false;  // a document of another module, which the host has shown itself
 };
-// The screen of a stored document. Nothing without the right to view; a document that is gone is
+// The screen of a stored document. A document that is gone, cannot be read or may not be seen is
 // told. Operations of other modules open as the document behind them.
 OpenedDocument openDocument(const OperationTablesPtr& tables, std::string_view reference);
 

@@ -156,7 +156,7 @@ TEST_F(Menus, AStoredDocumentOpensInTheEditorOfItsReference) {
   }
   host.rights().table["CBROperRights12"] = {};
   EXPECT_FALSE(operations->AddToDeskTopVXObject("O02015001")) << "no right to view";
-  EXPECT_TRUE(host.dialogs().shown.empty());
+  EXPECT_EQ(host.dialogs().takeTexts(), std::vector<std::string>{"Nėra teisės peržiūrėti!"});
   EXPECT_FALSE(operations->AddToDeskTopVXObject("O020150099"));
   EXPECT_EQ(host.dialogs().takeTexts(), std::vector<std::string>{"Operacija panaikinta !"});
 }
