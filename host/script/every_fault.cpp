@@ -144,12 +144,23 @@ class Attempt {
   std::string stuck_;  // a screen that did not close
 };
 
-std::string whatBroke(Attempt& attempt, const std::set<Fingerprint>& states) {
+// The ways in which a call fails. The store gives codes; the other two stand for faults of the
+// program itself, so the user may be told of an exception.
+enum class Way { Code, NoData, Throw };
+constexpr std::pair<Way, const char*> kWays[] = {
+    {Way::Code, "by code"}, {Way::NoData, "without data"}, {Way::Throw, "throwing"}};
+
+void arm(FaultStore& faults, Way way, int call) {
+  if (way == Way::Throw) return faults.armThrow(call, kFaultText);
+  faults.arm(call, way == Way::Code ? kEngineFault : kDone, way == Way::Code ? kFaultText : "");
+}
+
+std::string whatBroke(Attempt& attempt, Way way, const std::set<Fingerprint>& states) {
   const bool saveFailed = attempt.program().faults().firedOnSave();
   bool told = false;
   for (const std::string& box : attempt.boxes()) {
-    told = told || tellsFailedSave(box);
-    if (isException(box)) return "an exception reached the user: " + box;
+    told = told || tellsFailedSave(box) || (way == Way::Throw && isException(box));
+    if (way == Way::Code && isException(box)) return "an exception reached the user: " + box;
   }
   if (saveFailed && !told) return "a failed save was not told";
   if (!attempt.stuck().empty()) return "a screen does not close: " + attempt.stuck();
@@ -180,20 +191,22 @@ bool runEveryFault(Module& module, const Program::Options& options, const Scenar
     calls = good.program().faults().calls();
   }
   int failures = 0;
-  for (int n = 1; n <= calls; ++n) {
+  const auto failCall = [&](int n, Way way, const char* wayText) {
     const ScratchBooks copy(original.place());
     Attempt attempt(module, options, copy.place());
-    attempt.program().faults().arm(n, kEngineFault, kFaultText);
+    arm(attempt.program().faults(), way, n);
     std::ostream nowhere(nullptr);  // the scenario itself is expected to fail
     (void)attempt.run(scenario, nowhere);
-    const std::string broken = whatBroke(attempt, states);
-    if (broken.empty()) continue;
+    const std::string broken = whatBroke(attempt, way, states);
+    if (broken.empty()) return;
     ++failures;
-    out << "FAILED  call " << n << " of " << calls << " ("
+    out << "FAILED  call " << n << " of " << calls << " failed " << wayText << " ("
         << attempt.program().faults().failedCall() << "): " << broken << '\n';
-  }
+  };
+  for (int n = 1; n <= calls; ++n)
+    for (const auto& [way, text] : kWays) failCall(n, way, text);
   out << (failures ? "FAILED  " : "ok      ") << "each of " << calls
-      << " calls to the store failed once\n";
+      << " calls to the store failed by code, without data and throwing\n";
   return failures == 0;
 }
 

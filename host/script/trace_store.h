@@ -41,12 +41,14 @@ class TraceStore final : public store::StorePort {
   std::vector<std::string> saved_;
 };
 
-// Answers one call with a failure in place of the store and passes every other one on.
+// Fails one call in place of the store and passes every other one on.
 class FaultStore final : public store::StorePort {
  public:
   void setInner(store::StorePort* inner) { inner_ = inner; }  // before the first call
   // The n-th call from now fails with code and text. Code 0: it succeeds, but without data.
   void arm(int n, std::int32_t code, std::string text);
+  // The n-th call from now throws, which no store does: it stands for a fault of the program.
+  void armThrow(int n, std::string text);
   int calls() const { return calls_; }
   bool fired() const { return fired_; }
   bool firedOnSave() const { return firedOnSave_; }
@@ -65,12 +67,14 @@ class FaultStore final : public store::StorePort {
  private:
   bool due(const char* what, std::string_view kind, std::string_view name,
            std::string_view parameters);
-  HostResult failure() const { return {code_, text_, {}}; }
+  HostResult failure(const std::function<HostResult()>& answer) const;
+  bool meansNothing() const { return left_ == 1 && code_ == kDone && !throws_; }
   store::StorePort* inner_ = nullptr;
   int calls_ = 0;
   int left_ = 0;
   std::int32_t code_ = 0;
   std::string text_;
+  bool throws_ = false;
   bool fired_ = false, firedOnSave_ = false;
   std::string failedCall_;
 };

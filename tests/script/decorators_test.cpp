@@ -55,10 +55,14 @@ TEST(FaultStore, ASaveFailsWithACodeAndNeverForLackOfData) {
   store.arm(1, kDone, "");
   EXPECT_EQ(store.save("O0201500", "O0201500", *header, nullptr, nullptr).reference, "O02015007");
   EXPECT_TRUE(store.load("O0201500", "O02015007").Data.IsAbsent());  // the next call lacks it
+  EXPECT_EQ(inner.arrived, 2) << "and was made all the same";
   store.arm(1, 1299, "lost");
   EXPECT_EQ(store.save("O0201500", "O0201500", *header, nullptr, nullptr).Code, 1299);
   EXPECT_TRUE(store.firedOnSave());
-  EXPECT_EQ(inner.arrived, 1);
+  store.armThrow(1, "gone");
+  EXPECT_THROW((void)store.save("O0201500", "O0201500", *header, nullptr, nullptr),
+               std::runtime_error);
+  EXPECT_EQ(inner.arrived, 2);
 }
 
 TEST(TraceStore, NotesCallsAndWhatStandsSaved) {
