@@ -237,10 +237,10 @@ void FormWidget::switchTab(int direction) {
   }
 }
 
-void FormWidget::makeShortcuts() {
-  const auto bind = [this](const std::string& keys, std::function<void()> work) {
+void FormWidget::serveShortcutsIn(QWidget& place) {
+  const auto bind = [this, &place](const std::string& keys, std::function<void()> work) {
     if (keys.empty()) return;
-    auto* shortcut = new QShortcut(QKeySequence(text(keys)), this);
+    auto* shortcut = new QShortcut(QKeySequence(text(keys)), &place);
     shortcut->setContext(Qt::WidgetWithChildrenShortcut);
     connect(shortcut, &QShortcut::activated, this, [this, work = std::move(work)] {
       act([this, work] {

@@ -25,7 +25,7 @@ FormWidget::FormWidget(ui::Form& form, ActGuard& guard, QWidget* parent)
     if (before) QWidget::setTabOrder(before, field);
     before = field;
   }
-  makeShortcuts();
+  serveShortcutsIn(*this);
   form_.view = this;
   form_.takeDirty();
   for (ui::Control* control : form_.controls()) syncControl(*control);

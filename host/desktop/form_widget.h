@@ -52,6 +52,7 @@ class FormWidget final : public QWidget, public ui::FormView {
   void commit();                                   // what the focused field has not told yet
   void takeFocus();                                // the form came to front
   void closeByUser();                              // Esc or the close box
+  void serveShortcutsIn(QWidget& place);           // the form's shortcuts work there as well
   bool modal = false;  // Enter in the last field presses the default button
   std::function<void()> onClosed, onTitle;
   std::function<void()> onEscape;  // Esc where no cancel button takes it
@@ -93,7 +94,6 @@ class FormWidget final : public QWidget, public ui::FormView {
   void syncFocus();
   void alignLabels();
   void syncHolders();
-  void makeShortcuts();
   void runShortcut(ui::MenuItem& item);
   void switchTab(int step);
 

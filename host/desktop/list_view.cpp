@@ -2,6 +2,7 @@
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPainter>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
@@ -9,6 +10,7 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 
+#include "host/desktop/column_memory.h"
 #include "host/desktop/control_view.h"
 #include "host/desktop/form_widget.h"
 #include "host/desktop/glyphs.h"
@@ -22,14 +24,22 @@ constexpr int kSignWidth = 20;
 constexpr int kCellPadding = 8;
 constexpr int kScrollBar = 16;
 constexpr int kWidestWish = 760;
+constexpr int kNarrowestChars = 12;  // of a column that grows, before the list scrolls sideways
 
 class RowDelegate final : public QStyledItemDelegate {
  public:
   RowDelegate(const ui::ListView& list, const RowModel& model, QObject* parent)
       : QStyledItemDelegate(parent), list_(list), model_(model) {}
 
-  QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override {
-    return {10, kRowHeight};
+  // The width of the words is asked for when the user fits a column to what it holds.
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    const ui::Row* row = model_.row(index.row());
+    const auto column = static_cast<std::size_t>(index.column());
+    if (!row || column >= row->cells.size()) return {10, kRowHeight};
+    QFont font = option.font;
+    font.setBold(row->bold || row->cells[column].bold);
+    const int words = QFontMetrics(font).horizontalAdvance(text(row->cells[column].text));
+    return {words + 2 * kCellPadding + 2 + (column == 0 ? signs() : 0), kRowHeight};
   }
 
   int signs() const {
@@ -97,10 +107,18 @@ class Table final : public QTreeView {
   std::function<void(const QPoint& viewport, const QPoint& global)> onMenu;
   std::function<bool(const QPoint& viewport)> onPress;  // true: taken
   std::function<void()> onResize;
+  std::function<void()> onHeaderReleased;
   QSize wish{300, 200};  // to show all columns, as far as a dialog may grow
   QSize sizeHint() const override { return wish; }
 
  private:
+  // The viewport of the header tells here when the mouse is let go.
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (watched == header()->viewport() && event->type() == QEvent::MouseButtonRelease) {
+      QMetaObject::invokeMethod(this, onHeaderReleased, Qt::QueuedConnection);
+    }
+    return QTreeView::eventFilter(watched, event);
+  }
   void contextMenuEvent(QContextMenuEvent* event) override {
     if (event->reason() == QContextMenuEvent::Mouse) onMenu(event->pos(), event->globalPos());
   }
@@ -128,11 +146,18 @@ class ListViewView final : public ControlView {
 
   void sync() override {
     syncing_ = true;
-    const auto columns = model_->columns().size();
     const int top = table_->verticalScrollBar()->value();
     const bool anew = model_->refresh();
     if (anew) table_->verticalScrollBar()->setValue(top);
-    if (anew || !sized_ || columns != model_->columns().size()) resetColumns();
+    if (anew || wished_.empty()) {
+      measureColumns();
+      if (const std::string name = ColumnMemory(list_, model_->columns()).name();
+          name != recalled_) {
+        recalled_ = name;
+        recallColumns();
+      }
+      layColumns();
+    }
     selectCurrent(anew);
     syncing_ = false;
   }
@@ -155,7 +180,8 @@ class ListViewView final : public ControlView {
     table_->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     table_->setMinimumHeight(kRowHeight * 4);
     table_->header()->setStretchLastSection(false);
-    table_->header()->setSectionsMovable(false);
+    table_->header()->setSectionsMovable(true);
+    table_->header()->setContextMenuPolicy(Qt::CustomContextMenu);
     table_->header()->setMinimumSectionSize(24);
     table_->header()->setHighlightSections(false);
   }
@@ -230,7 +256,54 @@ class ListViewView final : public ControlView {
       owner.act([this, row, on] { owner.input().check(list_, row, on); });
       return true;
     };
-    table_->onResize = [this] { stretch(); };
+    table_->onResize = [this] { layColumns(); };
+    connectHeader(form);
+  }
+
+  // What the user does to the columns is his own from then on, also tomorrow.
+  void connectHeader(FormWidget& form) {
+    QHeaderView* header = table_->header();
+    QObject::connect(header, &QHeaderView::sectionResized, &form,
+                     [this](int column, int, int width) {
+                       const auto at = static_cast<std::size_t>(column);
+                       if (laying_ || at >= own_.size()) return;
+                       own_[at] = width;
+                       movedColumns_ = true;
+                     });
+    QObject::connect(header, &QHeaderView::sectionMoved, &form, [this] {
+      if (!laying_) movedColumns_ = true;
+    });
+    QObject::connect(header, &QHeaderView::customContextMenuRequested, &form,
+                     [this, header](const QPoint& at) {
+                       auto* menu = new QMenu(header);
+                       menu->setAttribute(Qt::WA_DeleteOnClose);
+                       menu->addAction(QStringLiteral("Įprastas stulpelių plotis ir tvarka"),
+                                       header, [this] { forgetColumns(); });
+                       menu->popup(header->mapToGlobal(at));
+                     });
+    table_->onHeaderReleased = [this] {
+      if (!std::exchange(movedColumns_, false)) return;
+      layColumns();
+      owner.act([this] { keepColumns(); });
+    };
+    header->viewport()->installEventFilter(table_);
+  }
+
+  void keepColumns() {
+    std::vector<ColumnMemory::Place> places;
+    for (int i = 0; i < table_->header()->count(); ++i) {
+      const int column = table_->header()->logicalIndex(i);
+      places.push_back({column, own_[static_cast<std::size_t>(column)]});
+    }
+    ColumnMemory(list_, model_->columns()).write(places);
+  }
+
+  void forgetColumns() {
+    owner.act([this] {
+      ColumnMemory(list_, model_->columns()).forget();
+      recallColumns();
+      layColumns();
+    });
   }
 
   void selectCurrent(bool scroll) {
@@ -248,43 +321,68 @@ class ListViewView final : public ControlView {
     if (moved || scroll) table_->scrollTo(target);
   }
 
-  void resetColumns() {
-    sized_ = true;
-    widths_.clear();
+  void measureColumns() {
+    wished_.clear();
+    narrowest_.clear();
     int wide = 0;
     const auto& columns = model_->columns();
     for (std::size_t i = 0; i < columns.size(); ++i) {
       const int caption =
           table_->fontMetrics().horizontalAdvance(text(columns[i].caption)) + 2 * kCellPadding + 6;
-      int width = charsWidth(table_->font(), columns[i].chars) + 2 * kCellPadding + 4;
-      if (i == 0) width += delegate_->signs();
-      widths_.push_back(std::max(width, caption));
-      table_->setColumnWidth(static_cast<int>(i), widths_.back());
-      wide += widths_.back();
+      const int signs = i == 0 ? delegate_->signs() : 0;
+      const auto width = [&](int chars) {
+        return std::max(charsWidth(table_->font(), chars) + 2 * kCellPadding + 4 + signs, caption);
+      };
+      wished_.push_back(width(columns[i].chars));
+      narrowest_.push_back(width(std::min(columns[i].chars, kNarrowestChars)));
+      wide += wished_.back();
     }
     table_->wish.setWidth(std::min(wide + kScrollBar, kWidestWish));
     table_->updateGeometry();
-    stretch();
   }
 
-  // Growing columns share the room that is left, and never fall below their own width.
-  void stretch() {
+  // As the user has laid out these columns before, if he has.
+  void recallColumns() {
     const auto& columns = model_->columns();
-    if (widths_.size() != columns.size()) return;
+    const auto places = ColumnMemory(list_, columns).read();
+    own_.assign(columns.size(), 0);
+    laying_ = true;
+    for (int i = 0; i < static_cast<int>(columns.size()); ++i) {
+      const auto at = static_cast<std::size_t>(i);
+      const int column = places.empty() ? i : places[at].column;
+      if (!places.empty()) own_[static_cast<std::size_t>(column)] = places[at].width;
+      table_->header()->moveSection(table_->header()->visualIndex(column), i);
+    }
+    laying_ = false;
+  }
+
+  // A column that the user has sized keeps his width. Growing columns share the room that the
+  // others leave: more than they wished for, or less, down to their narrowest.
+  void layColumns() {
+    const auto& columns = model_->columns();
+    if (wished_.size() != columns.size()) return;
+    const auto grows = [&](std::size_t i) { return columns[i].grow && own_[i] == 0; };
     int room = table_->viewport()->width();
-    int growing = 0;
+    int wished = 0;
     for (std::size_t i = 0; i < columns.size(); ++i) {
-      room -= columns[i].grow ? widths_[i] : table_->columnWidth(static_cast<int>(i));
-      growing += columns[i].grow ? 1 : 0;
+      if (grows(i))
+        wished += wished_[i];
+      else
+        room -= own_[i] != 0 ? own_[i] : wished_[i];
     }
-    if (growing == 0) return;
+    laying_ = true;
     for (std::size_t i = 0; i < columns.size(); ++i) {
-      if (!columns[i].grow) continue;
-      const int extra = room > 0 ? room / growing : 0;
-      table_->setColumnWidth(static_cast<int>(i), widths_[i] + extra);
-      room -= extra;
-      --growing;
+      int width = own_[i] != 0 ? own_[i] : wished_[i];
+      if (grows(i)) {
+        const int share =
+            wished > 0 ? static_cast<int>(std::int64_t{room} * wished_[i] / wished) : 0;
+        width = std::max(share, narrowest_[i]);
+        wished -= wished_[i];
+        room -= width;
+      }
+      table_->setColumnWidth(static_cast<int>(i), width);
     }
+    laying_ = false;
   }
 
   ui::ListView& list_;
@@ -292,9 +390,12 @@ class ListViewView final : public ControlView {
   RowModel* model_;
   RowDelegate* delegate_;
   QLineEdit* filter_ = nullptr;
-  std::vector<int> widths_;  // as asked for
-  bool sized_ = false;
-  bool syncing_ = false;  // the program moves the selection, not the user
+  std::vector<int> wished_, narrowest_;  // of each column, as asked for
+  std::vector<int> own_;                 // the user's widths; 0: none
+  bool laying_ = false;                  // the program moves the columns, not the user
+  bool movedColumns_ = false;            // since the mouse was pressed
+  std::string recalled_;                 // whose memory of columns is shown
+  bool syncing_ = false;                 // the program moves the selection, not the user
 };
 
 }  // namespace

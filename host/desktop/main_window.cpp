@@ -84,6 +84,7 @@ MainWindow::MainWindow(Workspace& workspace, ActGuard& guard)
 
   list_ = new FormWidget(workspace.list(), guard, tabs_);
   tabs_->addTab(page(*list_), QStringLiteral("Sąrašas"));
+  list_->serveShortcutsIn(*tree_);  // Ctrl+N makes a new object of the chosen node
   connect(tabs_, &QTabWidget::currentChanged, this, [this](int tab) {
     FormWidget* widget = widgetAt(tab);
     if (!widget) return;
