@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "host/objects/inner_uio.h"
 #include "host/objects/module_loader.h"
 #include "host/script/headless_stage.h"
@@ -236,6 +238,91 @@ TEST_F(WorkspaceTest, ALongListStandsWithItsFirstPageAndIsReadOn) {
   while (workspace_->idle()) {
   }
   EXPECT_EQ(list.rows().size(), other);
+}
+
+TEST_F(WorkspaceTest, ALongListFollowsChangesWithoutBeingReadAnew) {
+  auto& db = program_->session().db();
+  store::run(db,
+             "INSERT INTO oper (otype, group_id, day, number) WITH RECURSIVE n (i) AS (SELECT 1"
+             " UNION ALL SELECT i + 1 FROM n WHERE i < 6000)"
+             " SELECT 'O0201500', 2, 20040301, 'N' || CAST(i AS VARCHAR(9)) FROM n");
+  auto& tree = dynamic_cast<ui::TreeView&>(*workspace_->tree().find("tvwLayout"));
+  auto& list = dynamic_cast<ui::ListView&>(*workspace_->list().find("lvwObjects"));
+  const auto readAll = [&] {
+    while (workspace_->idle()) {
+    }
+  };
+  tree.current = std::string("O02014002");
+  tree.onChange();
+  readAll();
+  list.current = 3000;
+  const std::string here = list.currentRow()->key, next = list.rows()[3001].key;
+
+  const auto listsAsked = [&] {
+    const auto& calls = program_->trace().calls();
+    return std::count_if(calls.begin(), calls.end(),
+                         [](const StoreCall& call) { return call.what == "list"; });
+  };
+  const auto operation = host().objects().open(here);
+  operation->Fields()["Comment"] = "kitas tekstas";
+  ASSERT_EQ(operation->Save(nullptr, nullptr).Code, kDone);
+  program_->trace().clear();
+  readAll();
+  EXPECT_EQ(listsAsked(), 1) << "one row";
+  EXPECT_EQ(list.currentRow()->key, here);
+  EXPECT_EQ(list.currentRow()->cells[2].text, "kitas tekstas");
+
+  ASSERT_EQ(host().objects().kind("O0201500")->DeleteVXObject(here), kDeleted);
+  readAll();
+  EXPECT_EQ(list.find(here), -1);
+  EXPECT_EQ(list.currentRow()->key, next) << "the next one is current in its place";
+
+  // Somebody else adds, changes and deletes; the list is read again.
+  store::run(db, "DELETE FROM oper WHERE number IN ('N10', 'N11', 'N5999')");
+  store::run(db, "UPDATE oper SET number = 'M300' WHERE number = 'N300'");
+  store::run(db,
+             "INSERT INTO oper (otype, group_id, day, number) VALUES"
+             " ('O0201500', 2, 20040302, 'N7000')");
+  workspace_->refresh();
+  readAll();
+  EXPECT_EQ(list.currentRow()->key, next);
+  const std::vector<ui::Row> followed = list.rows();
+  tree.onChange();
+  readAll();
+  EXPECT_TRUE(followed == list.rows());
+}
+
+TEST_F(WorkspaceTest, WorkPutOffIsDoneEvenIfOtherWorkFails) {
+  const auto form = card("O02015005"), other = card("O02015006");
+  host().screens().show(form);
+  host().screens().show(other);
+  std::string done;
+  form->later([] { throw std::runtime_error("lost"); });
+  form->later([&] { done += "a"; });
+  other->later([&] { done += "b"; });
+  form->later([&] { form->close(); });
+  workspace_->idle();
+  EXPECT_EQ(done, "ab");
+  EXPECT_EQ(workspace_->screens().size(), 1u);
+  EXPECT_EQ(boxes_, std::vector<std::string>{"Klaida!\r\nlost"});
+}
+
+TEST_F(WorkspaceTest, ABranchThatCouldNotBeReadOpensAgain) {
+  auto& tree = dynamic_cast<ui::TreeView&>(*workspace_->tree().find("tvwLayout"));
+  const auto below = [&] {
+    std::size_t count = 0;
+    for (const ui::TreeNode& node : tree.nodes()) count += node.parent == "O0200400" ? 1 : 0;
+    return count;
+  };
+  ui::Input user(workspace_->tree());
+  program_->faults().arm(1, 1299, "lost");
+  (void)user.expand(tree, "O0200400", true);
+  EXPECT_FALSE(tree.find("O0200400")->expanded);
+  EXPECT_EQ(below(), 1u);
+  (void)user.expand(tree, "O0200400", true);
+  EXPECT_GT(below(), 5u);
+  EXPECT_TRUE(tree.find("O0200400")->expanded);
+  EXPECT_EQ(boxes_, std::vector<std::string>{"lost"});
 }
 
 TEST_F(WorkspaceTest, RightsAreAskedOnceUntilTheyMayHaveChanged) {
