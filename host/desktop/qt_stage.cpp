@@ -16,6 +16,7 @@
 #include "host/desktop/main_window.h"
 #include "host/desktop/message_box.h"
 #include "host/desktop/progress_strip.h"
+#include "host/desktop/report_viewer.h"
 #include "host/desktop/theme.h"
 #include "host/objects/workspace.h"
 
@@ -25,6 +26,7 @@ namespace {
 constexpr int kTurnEvery = 60;  // milliseconds between two drawings of a long work
 constexpr int kPatience = 400;  // a work shorter than this shows no progress
 constexpr int kWhileUnwinding = 15;
+constexpr int kPreviewMargin = 40;  // of the main window seen above and below a preview
 
 // "(*.txt;*.acc)|*.txt;*.acc" as the toolkit writes it: "(*.txt *.acc)".
 QString filterOf(const std::string& pattern) {
@@ -84,6 +86,7 @@ void QtStage::bind(Workspace& workspace) {
 }
 
 void QtStage::unbind() {
+  for (const Preview& preview : std::exchange(previews_, {})) delete preview.window.data();
   window_.reset();
   workspace_ = nullptr;
 }
@@ -116,6 +119,12 @@ void QtStage::statusChanged() {
 }
 
 QWidget* QtStage::parentForDialog() const {
+  for (const Preview& preview : previews_)
+    if (preview.window && preview.window->isActiveWindow()) return preview.window;
+  return ground();
+}
+
+QWidget* QtStage::ground() const {
   for (auto level = levels_.rbegin(); level != levels_.rend(); ++level) {
     if (level->dialog) return level->dialog;
   }
@@ -187,8 +196,34 @@ void QtStage::help(const std::string& page, const std::string& title) {
 void QtStage::report(std::shared_ptr<const ReportDocument> document, bool withExcel,
                      ReportViewer& viewer) {
   report_ = std::move(document);
-  (void)withExcel;
-  (void)viewer;
+  QWidget* const parent = ground();
+  const QPointer<ReportWindow> preview =
+      new ReportWindow(report_, withExcel, viewer, *this, *this, parent);
+  if (!preview->load()) {
+    delete preview.data();
+    return;
+  }
+  std::erase_if(previews_, [](const Preview& known) { return known.window.isNull(); });
+  previews_.push_back({preview, levels_.size()});
+  if (auto* dialog = qobject_cast<QDialog*>(parent)) {
+    // The preview outlives the modal form from which it was asked.
+    connect(dialog, &QDialog::finished, preview, [this, preview] {
+      const QSize size = preview->size();
+      preview->setParent(window_.get(), Qt::Window);
+      preview->resize(size);
+      preview->show();
+    });
+  }
+  const QSize room = (window_ ? window_->size() : preview->screen()->availableSize());
+  preview->resize(room.width() * 9 / 10, room.height() - kPreviewMargin);
+  preview->show();
+  preview->activateWindow();
+}
+
+bool QtStage::closeReport() {
+  for (auto preview = previews_.rbegin(); preview != previews_.rend(); ++preview)
+    if (preview->window && preview->window->isVisible()) return preview->window->close();
+  return false;
 }
 
 // --- acts
@@ -359,9 +394,18 @@ bool QtStage::shot(const std::string& path) {
   if (!base) return false;
   QImage picture = base->grab().toImage();
   QPainter painter(&picture);
-  for (const Level& level : levels_) {
-    if (!level.dialog || level.dialog == base || !level.dialog->isVisible()) continue;
-    paintWindow(painter, *level.dialog, base->size());
+  const auto paintPreviews = [&](std::size_t depth) {
+    for (const Preview& preview : previews_)
+      if (preview.window && preview.window->isVisible() &&
+          std::min(preview.depth, levels_.size()) == depth)
+        paintWindow(painter, *preview.window, base->size());
+  };
+  paintPreviews(0);
+  for (std::size_t depth = 0; depth < levels_.size(); ++depth) {
+    QDialog* dialog = levels_[depth].dialog;
+    if (dialog && dialog != base && dialog->isVisible())
+      paintWindow(painter, *dialog, base->size());
+    paintPreviews(depth + 1);
   }
   if (menuWidget_ && menuWidget_->isVisible()) {
     painter.drawPixmap(base->mapFromGlobal(menuWidget_->pos()), menuWidget_->grab());

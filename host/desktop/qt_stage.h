@@ -19,6 +19,7 @@ namespace tolvex::desktop {
 
 class MainWindow;
 class ProgressStrip;
+class ReportWindow;
 
 class QtStage final : public QObject, public DesktopStage, public ActGuard {
  public:
@@ -64,6 +65,7 @@ class QtStage final : public QObject, public DesktopStage, public ActGuard {
   void closeMenu() override;
   bool shot(const std::string& path) override;
   const ReportDocument* lastReport() const override { return report_.get(); }
+  bool closeReport() override;
 
   // ActGuard
   void run(const std::function<void()>& act) override;
@@ -78,7 +80,12 @@ class QtStage final : public QObject, public DesktopStage, public ActGuard {
     const Message* message = nullptr;
     QPointer<QDialog> dialog;
   };
+  struct Preview {
+    QPointer<ReportWindow> window;
+    std::size_t depth = 0;  // how many levels lay below when it was opened
+  };
   QWidget* parentForDialog() const;
+  QWidget* ground() const;  // the innermost dialog, else the main window
   void idle();
   void tick();
   void keepTicking();
@@ -93,6 +100,7 @@ class QtStage final : public QObject, public DesktopStage, public ActGuard {
   std::unique_ptr<MainWindow> window_;
   QSize size_;  // asked for; also for a window that is made anew
   std::vector<Level> levels_;
+  std::vector<Preview> previews_;
   std::vector<QPointer<FormWidget>> widgets_;
   ui::Menu* menu_ = nullptr;
   std::shared_ptr<const ReportDocument> report_;

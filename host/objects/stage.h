@@ -59,6 +59,7 @@ class Playground {
   virtual void closeMenu() = 0;
   virtual bool shot(const std::string& path) = 0;        // writes a picture; false without a window
   virtual const ReportDocument* lastReport() const = 0;  // shown last, or null
+  virtual bool closeReport() { return false; }  // the preview opened last; false when none is open
 };
 
 }  // namespace tolvex

@@ -4,8 +4,10 @@
 #include "host/desktop/desktop.h"
 #include "host/objects/frm_login.h"
 #include "host/objects/module_loader.h"
+#include "host/report/report_files.h"
 #include "host/script/headless_stage.h"
 #include "host/script/script_engine.h"
+#include "host/store/moments.h"
 #include "host/verbs/screens.h"
 #include "host/verbs/verbs.h"
 
@@ -28,6 +30,7 @@ int showScenario(Program& program, const script::Scenario& scenario) {
       if (engine.step()) return kPauseOfShow;
       if (unwindOne(stage)) return 0;
       for (const auto& form : std::vector(program.workspace().screens())) form->close();
+      while (stage.closeReport()) continue;
       if (engine.nextTest()) return 0;
       stage.quit(EXIT_SUCCESS);
       return -1;
@@ -47,7 +50,9 @@ int desktop(const Words& words, const std::string& modulePath) {
       parse(words, {{"--user", "yes"}, {"--password", "yes"}, {"--today", "yes"}});
   wordCount(arguments, 1, 1);
   const auto module = loadModule(modulePath);
+  ReportFiles files(store::localNow);
   Program::Options options = programOptions(arguments, arguments.words[0]);
+  options.output = &files;
   std::unique_ptr<Program> program;
   const auto tryOpen = [&](const std::string& login, const std::string& password) -> std::string {
     options.login = login;

@@ -2,7 +2,9 @@
 #include <iostream>
 
 #include "host/objects/module_loader.h"
+#include "host/report/report_files.h"
 #include "host/script/runner.h"
+#include "host/store/moments.h"
 #include "host/verbs/screens.h"
 #include "host/verbs/verbs.h"
 
@@ -29,7 +31,9 @@ int run(const Words& words, const std::string& modulePath) {
                                             {"--every-fault", "no"}});
   wordCount(arguments, 1, 1);
   const script::Scenario scenario = script::readScenario(arguments.words[0]);
-  const Program::Options options = programOptions(arguments, arguments.value("--books"));
+  Program::Options options = programOptions(arguments, arguments.value("--books"));
+  ReportFiles files([&options] { return options.today.value_or(store::localNow()); });
+  options.output = &files;
   const auto module = loadModule(modulePath);
   if (arguments.has("--every-fault")) {
     return script::runEveryFault(*module, options, scenario, std::cout) ? EXIT_SUCCESS
