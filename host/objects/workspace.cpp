@@ -355,11 +355,14 @@ std::string Workspace::gesture(const std::function<std::string()>& act) {
 void Workspace::noteRenewed() { impl_->renewed = true; }
 
 void Workspace::refresh() {
-  impl_->rightsService.forget();
-  impl_->treeForm->read();
-  impl_->listForm->read();
-  impl_->readLocks();
-  impl_->readStatus();
+  (void)gesture([this] {
+    impl_->rightsService.forget();
+    impl_->treeForm->read();
+    impl_->listForm->read();
+    impl_->readLocks();
+    impl_->readStatus();
+    return std::string();
+  });
 }
 
 void Workspace::reopen(const std::function<void()>& between) {

@@ -1,5 +1,7 @@
 #include "accounts/frmAccountNewPlan.h"
 
+#include <cstdlib>
+
 #include "accounts/UIO0200400.h"
 #include "accounts/account_forms.h"
 #include "accounts/account_messages.h"
@@ -157,7 +159,7 @@ const ui::Row* frmAccountNewPlan::currentAccount() const {
 void frmAccountNewPlan::choose() {
   const ui::Row* const account = currentAccount();
   if (!account) return;
-  const int current = account->tag.empty() ? 0 : std::stoi(account->tag);
+  const int current = std::atoi(account->tag.c_str());  // "" reads as none
   if (const auto chosen = pickCounterpart(host(), current)) setCounterpart(*chosen);
 }
 
