@@ -417,6 +417,7 @@ bool QtStage::shot(const std::string& path) {
 void QtStage::resize(int width, int height) {
   size_ = QSize(width, height);
   if (!window_) return;
+  if (window_->isMaximized()) window_->showNormal();
   window_->resize(size_);
   QApplication::sendPostedEvents();
 }

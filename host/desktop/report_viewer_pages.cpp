@@ -14,7 +14,7 @@ namespace {
 
 constexpr int kGap = 16;  // around and between pages, in pixels
 constexpr int kArrow = 48;
-constexpr double kSmallest = 0.2, kLargest = 5, kStep = 1.2;
+constexpr double kSmallest = 0.2, kLargest = 5, kStep = 1.2, kEasy = 1.15;
 constexpr double kTwipsPerInch = 1440;
 constexpr QRgb kDesk = 0xFFD9DFE4;
 constexpr QRgb kFound = 0xFFFFE58A, kFoundNow = 0xFFFFB547;
@@ -92,8 +92,10 @@ void PageView::fitNow() {
   const double unit = logicalDpiX() / kTwipsPerInch;
   const double byWidth = (viewport()->width() - 2 * kGap) / (double(pages_.width) * unit);
   const double byHeight = (viewport()->height() - 2 * kGap) / (double(pages_.height) * unit);
-  zoom_ =
-      std::clamp(fit_ == Fit::Width ? byWidth : std::min(byWidth, byHeight), kSmallest, kLargest);
+  const double wanted = fit_ == Fit::Width  ? byWidth
+                        : fit_ == Fit::Page ? std::min(byWidth, byHeight)
+                                            : std::min(byWidth, kEasy);
+  zoom_ = std::clamp(wanted, kSmallest, kLargest);
 }
 
 void PageView::setZoom(double zoom) {

@@ -12,7 +12,7 @@ namespace tolvex::desktop {
 
 class PageView final : public QAbstractScrollArea {
  public:
-  enum class Fit { None, Width, Page };
+  enum class Fit { None, Easy, Width, Page };  // Easy: the width, but not too large
 
   explicit PageView(QWidget* parent);
 
@@ -55,7 +55,7 @@ class PageView final : public QAbstractScrollArea {
 
   report::Pages pages_;
   double zoom_ = 1;
-  Fit fit_ = Fit::Width;
+  Fit fit_ = Fit::Easy;
   std::vector<report::Hit> hits_;
   std::size_t current_ = 0;
 };

@@ -11,7 +11,7 @@ ReportDocument planReport(RowSet& nodes) {
   ForEachRow(nodes, [&](RowSet& node) {
     ReportRow row;
     // A class and a group have entries on neither side.
-    row.style.bold = node["GroupFlag"].Number() != 0;
+    row.style.bold = row.heading = node["GroupFlag"].Number() != 0;
     row.cells = {std::string(node["Account"].Text()), std::string(node["Name"].Text()),
                  row.style.bold ? std::string() : std::string(node["Type"].Text())};
     table.rows.push_back(std::move(row));
