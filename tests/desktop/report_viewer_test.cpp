@@ -1,5 +1,7 @@
 #include "host/desktop/report_viewer.h"
 
+#include <QDialog>
+#include <QDoubleSpinBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPrinter>
@@ -9,6 +11,7 @@
 #include <array>
 #include <cstdio>
 
+#include "host/report/fonts.h"
 #include "host/report/pdf.h"
 #include "host/report/print.h"
 #include "tests/desktop/desktop_test.h"
@@ -221,6 +224,47 @@ TEST_F(ReportViewerTest, TheStageKeepsItsPreviewsInOrder) {
   settle();
   EXPECT_FALSE(stage.closeReport());
   EXPECT_EQ(QApplication::topLevelWidgets().size(), 0) << "closed previews are gone";
+}
+
+TEST_F(ReportViewerTest, APreviewOutlivesTheModalFormThatAskedForIt) {
+  FakeHost host;
+  SampleForm form(host);
+  form.markOpen(true);
+  QTimer::singleShot(0, &stage, [&] {
+    stage.report(std::make_shared<const ReportDocument>(cashOrder()), true, exports);
+    QTimer::singleShot(0, &stage, [&] { stage.run([&] { form.close(); }); });
+  });
+  stage.runModal(form);
+  settle();
+  EXPECT_TRUE(stage.closeReport());
+}
+
+TEST_F(ReportViewerTest, EscStopsALongLayoutAndNothingOpens) {
+  QWidget ground;
+  ground.show();
+  const auto document = std::make_shared<const ReportDocument>(journal(300000));
+  QApplication::postEvent(&ground, new QKeyEvent(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier));
+  stage.report(document, true, exports);
+  EXPECT_FALSE(stage.closeReport());
+  EXPECT_EQ(stage.lastReport(), document.get()) << "it can be asked for again";
+}
+
+TEST_F(ReportViewerTest, ThePageIsAskedAndKeptWhenCancelled) {
+  open(journal(100));
+  const auto answer = [&](const char* button, double left) {
+    QTimer::singleShot(0, window.data(), [=, this] {
+      auto* dialog = window->findChild<QDialog*>();
+      dialog->findChild<QDoubleSpinBox*>(QStringLiteral("numLeft"))->setValue(left);
+      dialog->findChild<QPushButton*>(QStringLiteral("optPortrait"))->click();
+      dialog->findChild<QPushButton*>(QString::fromUtf8(button))->click();
+    });
+    press("cmdPage");
+  };
+  answer("cmdCancel", 30);
+  EXPECT_GT(view().pages().width, view().pages().height);
+  answer("cmdOK", 30);
+  EXPECT_LT(view().pages().width, view().pages().height);
+  EXPECT_EQ(view().pages().pages[0].texts[0].x, 30 * static_cast<float>(report::kTwipsPerMm));
 }
 
 TEST_F(ReportViewerTest, ManyPagesScrollFluently) {
