@@ -16,7 +16,9 @@ namespace {
 constexpr std::size_t kPiece = 1 << 16;
 constexpr int kFooterFromEdge = 340;  // twips
 constexpr float kFooterPoints = 8;
-constexpr const char* kTableRow = "\\trowd\\trgaph57\\trkeep";
+constexpr const char* kTableRow =
+    "\\trowd\\trkeep\\trpaddl57\\trpaddr57\\trpaddt20\\trpaddb20"
+    "\\trpaddfl3\\trpaddfr3\\trpaddft3\\trpaddfb3";
 // A paragraph of no height, between two tables that would join otherwise.
 constexpr const char* kNothing = "\\pard\\plain\\fs2\\sl-20\\slmult0 ";
 
@@ -46,7 +48,9 @@ class Writer {
     const PageSetup& page = document_.page;
     out_ += "{\\rtf1\\ansi\\ansicpg1257\\deff0\\uc1{\\fonttbl{\\f0\\fnil\\fcharset186 ";
     appendRtf(out_, page.font);
-    out_ += ";}}{\\colortbl;\\red238\\green238\\blue238;}\n{\\info{\\title ";
+    out_ +=
+        ";}}{\\colortbl;\\red238\\green238\\blue238;\\red150\\green150\\blue150;}\n{\\info{"
+        "\\title ";
     appendRtf(out_, document_.title);
     out_ += '}';
     if (notes_.made) out_ += madeWords(*notes_.made);
@@ -158,6 +162,7 @@ class Writer {
       one.right = edges[i + 1];
       one.edges = cellLines(table);
       one.strongTop = total;
+      one.fine = true;
       cells.push_back(one);
     }
     return rowWords(kTableRow, cells);

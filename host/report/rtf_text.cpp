@@ -80,7 +80,7 @@ std::string rowWords(std::string_view words, const std::vector<RtfCell>& cells) 
       if (side == Top && cell.strongTop)
         out.append(word).append("\\brdrs\\brdrw20");
       else if (cell.edges & side)
-        out.append(word).append("\\brdrs\\brdrw10");
+        out.append(word).append(cell.fine ? "\\brdrs\\brdrw5\\brdrcf2" : "\\brdrs\\brdrw10");
     }
     if (cell.head) out += "\\clcbpat1";
     out += "\\cellx" + std::to_string(cell.right);

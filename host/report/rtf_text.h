@@ -28,6 +28,7 @@ struct RtfCell {
   Merge merge = Merge::None;
   bool head = false;       // shaded
   bool strongTop = false;  // of a total
+  bool fine = false;       // its lines are thin and grey
 };
 // What a row is like: its words and those of all its cells. `words`: of the row itself.
 std::string rowWords(std::string_view words, const std::vector<RtfCell>& cells);

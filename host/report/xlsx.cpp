@@ -17,7 +17,7 @@ namespace {
 
 constexpr float kCellRoomMm = 2;  // left and right of a text
 constexpr float kPointsPerMm = 72 / 25.4F;
-constexpr float kUsualHeight = 15;  // points of a row that names none
+constexpr float kRowRoom = 3;  // points free above and below a line
 constexpr qint64 kPiece = 1 << 18;
 constexpr std::uint8_t kA4 = 9;
 constexpr const char* kTooManyRows = "Ataskaitoje per daug eilučių skaičiuoklės bylai.";
@@ -65,7 +65,8 @@ class Writer {
         book_(path, document, notes, contents_.panels == 0 && !contents_.groups),
         rows_(document, notes.progress),
         fonts_(document.page.font),
-        x_(columnsOf(document)) {}
+        x_(columnsOf(document)),
+        usualHeight_(linesOf("", 0, lookOf({})).height) {}
 
   // "" or why the report cannot be written.
   std::string write() {
@@ -96,6 +97,7 @@ class Writer {
     const PageSetup& page = document_.page;
     const auto inches = [](float mm) { return double(mm) / 25.4; };
     worksheet_set_paper(sheet, kA4);
+    worksheet_set_default_row(sheet, static_cast<double>(usualHeight_), LXW_FALSE);
     if (page.landscape) worksheet_set_landscape(sheet);
     worksheet_set_margins(sheet, inches(page.leftMm), inches(page.rightMm), inches(page.topMm),
                           inches(page.bottomMm));
@@ -113,6 +115,7 @@ class Writer {
     std::string words = document_.footerAlign == ui::Align::Right    ? "&R"
                         : document_.footerAlign == ui::Align::Center ? "&C"
                                                                      : "&L";
+    words += "&8&\"" + document_.page.font + ",Regular\"";
     for (const FooterPiece& piece : footerPieces(document_.footer))
       words += piece.kind == FooterPiece::Words  ? replaceAll(piece.words, "&", "&&")
                : piece.kind == FooterPiece::Page ? "&P"
@@ -135,12 +138,12 @@ class Writer {
     const Typeface& face = faceOf(look);
     const double room = std::max(mm - kCellRoomMm, 1.0F) * kTwipsPerMm;
     const auto count = static_cast<int>(wrap(QString::fromStdString(text), room, face).size());
-    return {count, static_cast<float>(face.lineHeight() * count / 20) + 2};
+    return {count, static_cast<float>(face.lineHeight() * count / 20) + kRowRoom};
   }
 
-  // A height that the sheet would not find by itself.
+  // A height that differs from that of a plain row.
   void setHeight(float points) {
-    if (points > kUsualHeight) book_.height(row_, points);
+    if (points > usualHeight_ + 0.1F) book_.height(row_, points);
   }
 
   CellLook lookOf(const Style& style) const {
@@ -201,7 +204,7 @@ class Writer {
       const float mm = x_[at(edges, cell.column + cell.columns)] - x_[at(edges, cell.column)];
       float& height = heights[static_cast<std::size_t>(cell.row + cell.rows - 1)];
       const float wanted = linesOf(cell.caption, mm, look).height;
-      height = std::max(height, cell.rows > 1 ? wanted - kUsualHeight : wanted);
+      height = std::max(height, cell.rows > 1 ? wanted - usualHeight_ : wanted);
     }
     const int first = row_;
     for (const float height : heights) {
@@ -236,31 +239,29 @@ class Writer {
     look.edges = static_cast<std::uint8_t>((table.hLines ? Top | Bottom : 0) |
                                            (table.vLines ? Left | Right : 0));
     look.strongTop = isTotal(table, index);
-    look.place = CellLook::Place::Top;
+    look.fine = true;
     int most = 1;
-    float height = 0;
-    lineCounts_.clear();
-    for (std::size_t i = 0; i < table.columns.size(); ++i) {
-      const float mm =
-          x_[static_cast<std::size_t>(edges[i + 1])] - x_[static_cast<std::size_t>(edges[i])];
-      const Lines lines =
-          table.columns[i].kind == CellKind::Text ? linesOf(cellAt(row, i), mm, look) : Lines{1, 0};
-      lineCounts_.push_back(lines.count);
-      most = std::max(most, lines.count);
-      height = std::max(height, lines.height);
-    }
-    if (most > 1) setHeight(height);
+    float height = usualHeight_;
+    looks_.clear();
     for (std::size_t i = 0; i < table.columns.size(); ++i) {
       const ReportColumn& column = table.columns[i];
       const std::string& text = cellAt(row, i);
-      CellLook own = look;
+      CellLook& own = looks_.emplace_back(look);
       own.align = alignOf(table, row, i);
-      own.wrap = lineCounts_[i] > 1;
-      own.decimals = column.decimals;
-      if (column.kind == CellKind::Number) own.show = CellLook::Show::Number;
-      if (column.kind == CellKind::Date) own.show = CellLook::Show::Date;
-      if (column.kind == CellKind::Text && !text.empty() && numberIn(text)) numberLike.insert(i);
-      book_.put({row_, edges[i], 1, edges[i + 1] - edges[i]}, text, own);
+      own.show = shownAs(column.kind, text);
+      if (own.show == CellLook::Show::Number) own.decimals = column.decimals;
+      if (column.kind == CellKind::Text && numberIn(text)) numberLike.insert(i);
+      const float mm =
+          x_[static_cast<std::size_t>(edges[i + 1])] - x_[static_cast<std::size_t>(edges[i])];
+      const Lines lines = linesOf(own.show == CellLook::Show::Text ? text : "", mm, look);
+      own.wrap = lines.count > 1;
+      most = std::max(most, lines.count);
+      height = std::max(height, lines.height);
+    }
+    setHeight(height);
+    for (std::size_t i = 0; i < table.columns.size(); ++i) {
+      looks_[i].place = most > 1 ? CellLook::Place::Top : CellLook::Place::Middle;
+      book_.put({row_, edges[i], 1, edges[i + 1] - edges[i]}, cellAt(row, i), looks_[i]);
     }
     ++row_;
   }
@@ -317,10 +318,11 @@ class Writer {
   RowCount rows_;
   FontSet fonts_;
   const std::vector<float> x_;
-  int row_ = 0;  // to be written next
+  const float usualHeight_;  // of a row of one line, in points
+  int row_ = 0;              // to be written next
   std::vector<lxw_row_t> breaks_;
-  std::string texts_;  // ranges of texts that look like numbers
-  std::vector<int> lineCounts_;
+  std::string texts_;            // ranges of texts that look like numbers
+  std::vector<CellLook> looks_;  // of the cells of one row
 };
 
 // A failure stays with the file until it is asked.

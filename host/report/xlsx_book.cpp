@@ -14,7 +14,7 @@ namespace {
 constexpr const char* kSheet = "Ataskaita";
 constexpr std::size_t kLongestText = 32767;
 constexpr int kFirstYear = 1900;
-constexpr lxw_color_t kHeadColour = 0xEEEEEE;
+constexpr lxw_color_t kHeadColour = 0xEEEEEE, kFineColour = 0x969696;
 constexpr std::uint8_t kTextFormat = 49;  // "@"
 
 std::string numberFormat(int decimals) {
@@ -46,10 +46,13 @@ std::uint8_t placeOfCell(CellLook::Place place) {
 }
 
 void setLines(lxw_format* format, const CellLook& look) {
-  if (look.strongTop)
-    format_set_top(format, LXW_BORDER_MEDIUM);
-  else if (look.edges & Top)
+  if (look.fine) format_set_border_color(format, kFineColour);
+  if (look.strongTop) {
     format_set_top(format, LXW_BORDER_THIN);
+    format_set_top_color(format, LXW_COLOR_BLACK);
+  } else if (look.edges & Top) {
+    format_set_top(format, LXW_BORDER_THIN);
+  }
   if (look.edges & Bottom) format_set_bottom(format, LXW_BORDER_THIN);
   if (look.edges & Left) format_set_left(format, LXW_BORDER_THIN);
   if (look.edges & Right) format_set_right(format, LXW_BORDER_THIN);
@@ -59,6 +62,13 @@ lxw_row_t rowAt(int row) { return static_cast<lxw_row_t>(row); }
 lxw_col_t columnAt(int column) { return static_cast<lxw_col_t>(column); }
 
 }  // namespace
+
+CellLook::Show shownAs(CellKind kind, const std::string& text) {
+  if (kind == CellKind::Number && numberIn(text)) return CellLook::Show::Number;
+  if (kind == CellKind::Date)
+    if (const auto day = dayIn(text); day && day->Year() >= kFirstYear) return CellLook::Show::Date;
+  return CellLook::Show::Text;
+}
 
 XlsxBook::XlsxBook(const std::string& path, const ReportDocument& document, const FileNotes& notes,
                    bool byRows)
@@ -138,15 +148,8 @@ void XlsxBook::write(const CellPlace& place, const std::string& text, const Cell
 }
 
 void XlsxBook::put(const CellPlace& place, const std::string& text, CellLook look) {
-  if (look.show == CellLook::Show::Number && !numberIn(text)) look.show = CellLook::Show::Text;
-  if (look.show == CellLook::Show::Date) {
-    const auto day = dayIn(text);
-    if (!day || day->Year() < kFirstYear) look.show = CellLook::Show::Text;
-  }
-  if (look.show == CellLook::Show::Number)
-    look.shrink = !(look.wrap = false);  // a number that does not fit would show as "####"
-  else
-    look.decimals = 0;
+  // A number that does not fit its cell would show as "####".
+  if (look.show == CellLook::Show::Number) look.shrink = true;
   if (place.rows > 1 || place.columns > 1) {
     noted(worksheet_merge_range(sheet_, rowAt(place.row), columnAt(place.column),
                                 rowAt(place.row + place.rows - 1),

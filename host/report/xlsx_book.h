@@ -26,6 +26,7 @@ struct CellLook {
   ui::Align align = ui::Align::Left;
   std::uint8_t edges = 0;  // box flags Top, Bottom, Left, Right
   bool strongTop = false;  // of a total
+  bool fine = false;       // its lines are grey
   bool head = false;       // shaded
   bool wrap = false;
   bool shrink = false;  // a text too long for its cell is made smaller
@@ -34,6 +35,9 @@ struct CellLook {
   int decimals = 0;  // of a number
   auto operator<=>(const CellLook&) const = default;
 };
+
+// A number or a day where the column says so and the text is one; else a text.
+CellLook::Show shownAs(CellKind kind, const std::string& text);
 
 struct CellPlace {
   int row = 0, column = 0, rows = 1, columns = 1;
@@ -50,7 +54,7 @@ class XlsxBook {
   XlsxBook& operator=(const XlsxBook&) = delete;
 
   lxw_worksheet* sheet() { return sheet_; }
-  // What stands in the text by the look: a number, a day, or the text itself where it is neither.
+  // The text, which must be a number or a day when the look says so.
   void put(const CellPlace& place, const std::string& text, CellLook look);
   void height(int row, float points);
   void noted(lxw_error error);  // the first failure is kept

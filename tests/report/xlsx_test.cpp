@@ -64,7 +64,8 @@ TEST_F(XlsxTest, TheSheetIsReadyForScreenAndPaper) {
   EXPECT_STREQ(page.attribute("orientation").value(), "landscape");
   EXPECT_STREQ(page.attribute("paperSize").value(), "9");
   EXPECT_STREQ(page.attribute("fitToHeight").value(), "0");
-  EXPECT_STREQ(root.child("headerFooter").child("oddFooter").text().get(), "&R&P psl. iš &N");
+  EXPECT_STREQ(root.child("headerFooter").child("oddFooter").text().get(),
+               "&R&8&\"Arial,Regular\"&P psl. iš &N");
   EXPECT_STREQ(root.child("ignoredErrors").child("ignoredError").attribute("sqref").value(),
                "E6:E36");
   EXPECT_EQ(sheet.merged, std::vector<std::string>());
