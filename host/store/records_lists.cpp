@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "framework/text.h"
+#include "host/store/day_rates.h"
 #include "host/store/mapped_records.h"
 #include "host/store/record_table.h"
 #include "host/store/referrers.h"
@@ -47,6 +48,16 @@ void checkCurrency(const Saving& saving) {
   }
 }
 
+// Rates travel as the second set: a day and its rate, none to take it away.
+void storeRates(const Saving& saving) {
+  if (!saving.second) return;
+  const std::string code(saving.row["Code"].Text());
+  ForEachRow(*saving.second, [&](RowSet& row) {
+    const int day = row["DateD"].IsAbsent() ? 0 : row["DateD"].Value().AsDate().DayNumber();
+    writeDayRate(saving.session, {code, day, row["Rate"].Number(), row["Rate"].IsAbsent()});
+  });
+}
+
 void eraseRates(Session& session, int id) {
   run(session.db(), "DELETE FROM currency_rate WHERE currency_id = $1", id);
 }
@@ -58,6 +69,7 @@ constexpr RecordMap kCurrencies = {.table = "currency",
                                    .component = "CCurrency",
                                    .preview = "t.code",
                                    .check = checkCurrency,
+                                   .stored = storeRates,
                                    .erasing = eraseRates};
 
 constexpr const char* kPercent =

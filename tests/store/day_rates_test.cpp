@@ -119,6 +119,29 @@ TEST_P(DayRates, GoWithTheirCurrencyAndTheBaseOneStays) {
   }
 }
 
+TEST_P(DayRates, AreSavedWithTheirCurrencyOrNothingIs) {
+  ASSERT_EQ(save("2004.05.03;USD;2.8").Code, kDone);
+  constexpr ColumnSpec kRates[] = {{"DateD", FieldType::Date}, {"Rate", FieldType::Double}};
+  const auto withRates = [&](std::vector<std::pair<int, Variant>> rates, const char* name) {
+    RowSetPtr record = rowsIn(session().load(kCurrency, "O00022003"));
+    record->MoveFirst();
+    (*record)["Name"] = name;
+    const RowSetPtr second = RowSet::make(kRates);
+    for (const auto& [day, rate] : rates) {
+      second->AddNew();
+      (*second)["DateD"] = DateTime::FromDayNumber(day);
+      (*second)["Rate"] = rate;
+    }
+    return session().save(kCurrency, "", *record, second.get(), nullptr).Code;
+  };
+  EXPECT_EQ(withRates({{20040504, 2.81}, {20040505, 0.0}}, "kitas"), kRuleBroken);
+  EXPECT_EQ(stored(), "20040503 USD 2.8");
+  EXPECT_EQ(textFrom(db(), "SELECT name FROM currency WHERE id = 3"), "doleris");
+  EXPECT_EQ(withRates({{20040504, 2.81}, {20040503, Null{}}}, "kitas"), kDone);
+  EXPECT_EQ(stored(), "20040504 USD 2.81");
+  EXPECT_EQ(textFrom(db(), "SELECT name FROM currency WHERE id = 3"), "kitas");
+}
+
 TOLVEX_ALL_STORES(DayRates);
 
 }  // namespace
