@@ -112,6 +112,7 @@ CurrencyPart::CurrencyPart(CardForm& form) : form_(form) {
       showWords();
     };
   }
+  cmdAddRate_.shortcut = "Ctrl+Ins";
   table_.lvwRates.onInsert = cmdAddRate_.onClick = [this] { addDay(); };
   cmdImport_.onClick = [this] { import(); };
 }

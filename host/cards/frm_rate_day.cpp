@@ -22,6 +22,7 @@ frmRateDay::frmRateDay(HostContext& host, DateTime day) : Form(host, "frmRateDay
   cmdPrevious.shortcut = "Alt+Left";
   cmdNext.tip = "Kita darbo diena";
   cmdNext.shortcut = "Alt+Right";
+  cmdNextRate.shortcut = "Alt+Down";
   cmdWrite.shortcut = "Ctrl+S";
   cmdWrite.isDefault = true;
   cmdCancel.isCancel = true;
