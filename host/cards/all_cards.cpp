@@ -6,6 +6,7 @@
 #include "host/cards/frm_rate_day.h"
 #include "host/cards/list_cards.h"
 #include "host/cards/person_cards.h"
+#include "host/cards/user_cards.h"
 #include "host/cards/vat_tariffs.h"
 
 namespace tolvex {
@@ -27,6 +28,7 @@ CardSet makeCards() {
   cards.add(kDirectories, vatTariffsCard());
   for (const CardSpec* card : {&purposeCard(), &commentCard()})
     cards.add(kDirectories, cardOf(*card));
+  addUserCards(cards, kAdministration);
   return cards;
 }
 

@@ -116,6 +116,8 @@ void MainWindow::makeMenu() {
   QMenu* program = menuBar()->addMenu(QStringLiteral("&Programa"));
   program->addAction(QStringLiteral("&Atnaujinti"), QKeySequence(Qt::Key_F5), this,
                      [this] { guard_.run([this] { workspace_.refresh(); }); });
+  program->addAction(QStringLiteral("Pakeisti &slaptažodį…"), this,
+                     [this] { guard_.run([this] { workspace_.changePassword(); }); });
   program->addAction(QStringLiteral("&Uždaryti langą"), QKeySequence(QStringLiteral("Ctrl+W")),
                      this, [this] { closeTab(tabs_->currentIndex()); });
   program->addSeparator();

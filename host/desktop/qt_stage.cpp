@@ -403,7 +403,8 @@ bool QtStage::shot(const std::string& path) {
   paintPreviews(0);
   for (std::size_t depth = 0; depth < levels_.size(); ++depth) {
     QDialog* dialog = levels_[depth].dialog;
-    if (dialog && dialog != base && dialog->isVisible())
+    // Before there is a window, the dialog in front is all there is.
+    if (window_ && dialog && dialog != base && dialog->isVisible())
       paintWindow(painter, *dialog, base->size());
     paintPreviews(depth + 1);
   }

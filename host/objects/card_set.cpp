@@ -19,7 +19,7 @@ LayoutNode& CardSet::branchOf(std::string_view code) {
 }
 
 void CardSet::add(std::string_view branch, Card card) {
-  addKind(branch, card.component, card.kind);
+  if (!branch.empty()) addKind(branch, card.component, card.kind);
   cards_[card.kind] = std::move(card);
 }
 

@@ -23,6 +23,7 @@ struct Card {
   std::string kind;       // "O0000100"
   std::string component;  // whose five flags guard its commands
   std::string newEntry;   // caption of the menu entry, "Nauja įmonė"; "" when none can be made
+  bool readOnly = false;  // none is made, changed or deleted by a user
   // The screen over a read object, new when its OID is no reference.
   std::function<std::shared_ptr<ui::Form>(HostContext&, std::shared_ptr<VXObjectUIO>)> make;
   std::map<std::string, CardMethod, std::less<>> methods;  // the rest is asked of the store
@@ -32,7 +33,7 @@ class CardSet {
  public:
   // Roots of the tree: the module's own stand before them.
   void addBranch(std::string code, std::string caption);
-  // A card under a branch added before; its caption there is that of the kind.
+  // A card under a branch added before, its caption there is that of the kind; "": not in the tree.
   void add(std::string_view branch, Card card);
   // A kind of the module's own, under a branch added before, for those who may view `component`.
   void addKind(std::string_view branch, std::string component, std::string kind);

@@ -82,7 +82,10 @@ void frmTree::addLayout(const LayoutNode& node, const std::string& parent) {
     source.caption = node.caption;
     add(std::move(shown), std::move(source), hasGroups(node.code));
   }
+  const std::size_t before = nodes_.size();
   for (const LayoutNode& child : node.children) addLayout(child, node.code);
+  // A branch of which the user may see nothing is not there.
+  if (root && nodes_.size() == before) nodes_.pop_back();
 }
 
 void frmTree::add(ui::TreeNode node, ListSource source, bool mayHaveGroups) {

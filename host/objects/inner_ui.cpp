@@ -25,8 +25,10 @@ std::vector<MenuEntry> InnerUI::GetMenu(std::string id, std::string, std::string
   std::vector<MenuEntry> menu;
   const RightFlags rights = host_.rights().of(card_->component);
   if (isRef(id) && rights.view) menu.push_back({kToDesktop, kToDesktop});
-  if (rights.create && !card_->newEntry.empty()) menu.push_back({card_->newEntry, card_->newEntry});
-  if (isRef(id) && rights.remove) menu.insert(menu.end(), {{"-", "-"}, {kDelete, kDelete}});
+  if (rights.create && !card_->readOnly && !card_->newEntry.empty())
+    menu.push_back({card_->newEntry, card_->newEntry});
+  if (isRef(id) && rights.remove && !card_->readOnly)
+    menu.insert(menu.end(), {{"-", "-"}, {kDelete, kDelete}});
   menu.insert(menu.end(), {{"-", "-"}, {kFilter, kFilter}});
   return menu;
 }

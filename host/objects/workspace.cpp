@@ -22,6 +22,7 @@ namespace {
 constexpr std::string_view kOperationGroups = "O0201400";
 constexpr std::string_view kOperations = "O0201500";
 constexpr std::string_view kLocks = "O0201300";
+constexpr std::string_view kUsers = "O0000800", kRoles = "O0000830", kOwnPassword = "O0000820";
 constexpr std::string_view kFirms = "O0000100";
 
 // The module's registration: what it brings is taken into the tree and the class table.
@@ -184,6 +185,10 @@ struct Workspace::Impl final : HostContext, ObjectTree, Navigator {
     if (hasGroups(family)) treeStale = true;
     if (family == kLocks) locksStale = true;
     if (kind == kFirms) status.firm.clear();  // the own firm may have another name
+    if (kind == kUsers || kind == kRoles) {
+      rightsService.forget();  // they may be the rights of whoever works here
+      treeStale = true;
+    }
     changedKinds.emplace(kind);
   }
   // Whoever saved something asks for its list; the documents that he saved are known already.
@@ -353,6 +358,10 @@ std::string Workspace::gesture(const std::function<std::string()>& act) {
 }
 
 void Workspace::noteRenewed() { impl_->renewed = true; }
+
+void Workspace::changePassword() {
+  (void)impl_->objectFactory.kind(kOwnPassword)->AddToDeskTopVXObject("");
+}
 
 void Workspace::refresh() {
   (void)gesture([this] {

@@ -54,7 +54,8 @@ class Workspace {
   // Every act of the user passes through here: what a handler throws becomes the box "Klaida!" with
   // the description, and the screen stays. Gives back what the act gives (see platform/input.h).
   std::string gesture(const std::function<std::string()>& act);
-  void refresh();  // F5: rights, tree and list are read again
+  void changePassword();  // the user's own, on a screen
+  void refresh();         // F5: rights, tree and list are read again
   // The books were restored or converted by this client: all that is shown is stale.
   void noteRenewed();
   // As if the program were closed and started again: every form goes, `between` may close and open

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "host/objects/frm_login.h"
 #include "host/script/script_world.h"
 #include "host/store/books.h"
 #include "platform/registration.h"
@@ -23,6 +24,8 @@ class Program final : public ScriptWorld {
   // Throws store::BooksError.
   Program(Module& module, Options options);
 
+  // What a login screen needs to know after the books were opened.
+  LoginReply loginReply();
   // The workspace lives with the caller and must go before this object.
   std::unique_ptr<Workspace> open(Stage& stage, Playground& playground);
   store::Session& session() { return *session_; }
@@ -42,6 +45,7 @@ class Program final : public ScriptWorld {
 
  private:
   void openSession();
+  void use(std::unique_ptr<store::Session> session);
   std::string openedAgain();  // "" or why the books stay as they were
   bool goOn(std::string_view what, double share);
   void logIn();
@@ -51,6 +55,7 @@ class Program final : public ScriptWorld {
   Options options_;
   std::function<DateTime()> clock_;
   std::unique_ptr<store::Session> session_;
+  store::User user_;  // who came in; he is not asked again when the books are opened anew
   Observer observer_;
   FaultStore faults_;
   TraceStore trace_{faults_};

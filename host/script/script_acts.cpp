@@ -139,7 +139,8 @@ std::string activate(Engine& engine, const std::string& wanted) {
 }
 
 // open("O0201500", {group = "Pirkimai"}): a new document of the kind in a group, by name or the
-// first one for documents of the kind. open("O02015005"): the stored object.
+// first one for documents of the kind; for another kind its empty card. open("O02015005"): the
+// stored object.
 std::string openObject(Engine& engine, const Act& act) {
   HostContext& host = engine.world().workspace().context();
   const std::string wanted = textOf(act, 0);
@@ -164,6 +165,7 @@ std::string openObject(Engine& engine, const Act& act) {
       return {};
     }
   }
+  if (host.objects().kind(wanted)->AddToDeskTopVXObject("")) return {};  // a card of the program
   return "no group for documents of kind " + wanted;
 }
 

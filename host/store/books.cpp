@@ -158,27 +158,60 @@ std::unique_ptr<Session> openSession(std::unique_ptr<Database> db, const std::st
   return std::make_unique<Session>(std::move(db), *std::move(in.user), std::move(clock));
 }
 
-std::unique_ptr<Session> openBooks(const std::string& place, const std::string& login,
-                                   const std::string& password, Session::ClockFunction clock) {
+namespace {
+
+// The books of a place, checked and brought to this program's schema.
+std::unique_ptr<Database> openPlace(const std::string& place) {
+  if (!isPostgresUrl(place)) checkFile(place);
+  Database::Options options;
+  options.busyMilliseconds = kOpeningWaitMs;
+  auto db = Database::open(place, options);
+  const int schema = checkedSchema(*db, place);
+  {
+    // Asks for the right to write, so that a file that cannot be written is known at once.
+    Transaction probe(*db, Transaction::For::Write);
+  }
+  upgrade(*db, schema);
+  db->waitWhenBusy(Database::Options().busyMilliseconds);
+  return db;
+}
+
+using Begin = std::function<std::unique_ptr<Session>(std::unique_ptr<Database>)>;
+
+std::unique_ptr<Session> openedBy(const Begin& begin, const std::string& place) {
   try {
-    if (!isPostgresUrl(place)) checkFile(place);
-    Database::Options options;
-    options.busyMilliseconds = kOpeningWaitMs;
-    auto db = Database::open(place, options);
-    const int schema = checkedSchema(*db, place);
-    {
-      // Asks for the right to write, so that a file that cannot be written is known at once.
-      Transaction probe(*db, Transaction::For::Write);
-    }
-    upgrade(*db, schema);
-    db->waitWhenBusy(Database::Options().busyMilliseconds);
+    auto db = openPlace(place);
     std::string backups = backupFolderOf(*db, place);
-    auto session = openSession(std::move(db), login, password, std::move(clock));
+    auto session = begin(std::move(db));
     session->setBackupFolder(std::move(backups));
     return session;
   } catch (const DatabaseError& error) {
     throw explained(place, error);
   }
+}
+
+}  // namespace
+
+std::unique_ptr<Session> openBooks(const std::string& place, const std::string& login,
+                                   const std::string& password, Session::ClockFunction clock) {
+  return openedBy(
+      [&](std::unique_ptr<Database> db) {
+        return openSession(std::move(db), login, password, std::move(clock));
+      },
+      place);
+}
+
+std::unique_ptr<Session> reopenBooks(const std::string& place, const User& known,
+                                     Session::ClockFunction clock) {
+  return openedBy(
+      [&](std::unique_ptr<Database> db) {
+        auto user = knownUser(*db, known);
+        if (!user) {
+          throw problem(place, "vartotojo „" + known.login + "“ nebėra arba jis užblokuotas.");
+        }
+        return std::make_unique<Session>(std::move(db), *std::move(user), std::move(clock));
+      },
+      place);
 }
 
 }  // namespace tolvex::store

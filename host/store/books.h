@@ -47,6 +47,11 @@ void initBooks(Database& db, const NewBooks& what, const Session::ClockFunction&
 std::unique_ptr<Session> openBooks(const std::string& place, const std::string& login,
                                    const std::string& password, Session::ClockFunction clock = {});
 
+// Opens again, for a user who came in before, without asking for his password once more. Refused
+// when he is not there any more or was blocked meanwhile.
+std::unique_ptr<Session> reopenBooks(const std::string& place, const User& known,
+                                     Session::ClockFunction clock = {});
+
 // The same over a database at hand.
 std::unique_ptr<Session> openSession(std::unique_ptr<Database> db, const std::string& login,
                                      const std::string& password,

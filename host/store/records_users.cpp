@@ -46,6 +46,8 @@ constexpr const char* kEmployeeByRef =
     "SELECT id FROM employee WHERE 'O0001401' || CAST(id AS VARCHAR(12)) = $1";
 constexpr const char* kHasPassword = "CASE WHEN COALESCE(t.secret, '') = '' THEN 0 ELSE 1 END";
 
+constexpr const char* kLockedUntil = "REPLACE(t.locked_until, '-', '.')";
+
 // Password and Unlock are wishes: they are read empty, and a save that brings them carries them
 // out.
 constexpr FieldMap kUserFields[] = {
@@ -58,7 +60,7 @@ constexpr FieldMap kUserFields[] = {
     small("MustChange", "must_change").preset("1").zero(),
     computed("RoleName", FieldType::Text, kRoleName),
     computed("HasPassword", FieldType::SmallInt, kHasPassword),
-    computed("LockedUntil", FieldType::Text, "t.locked_until"),
+    computed("LockedUntil", FieldType::Text, kLockedUntil),
     computed("Password", FieldType::Text, "''"),
     computed("Unlock", FieldType::SmallInt, "0"),
 };
@@ -67,7 +69,7 @@ constexpr FieldMap kUserList[] = {
     text("UserPref", "user_pref", 10),
     small("Active", "active"),
     computed("RoleName", FieldType::Text, kRoleName),
-    computed("LockedUntil", FieldType::Text, "t.locked_until"),
+    computed("LockedUntil", FieldType::Text, kLockedUntil),
     computed("State", FieldType::Text,
              "CASE WHEN t.active = 0 THEN 'užblokuotas' WHEN t.locked_until <> '' THEN"
              " 'užrakintas' WHEN COALESCE(t.secret, '') = '' THEN 'be slaptažodžio' ELSE '' END"),
@@ -81,18 +83,27 @@ constexpr Referrer kUserReferrers[] = {
      " WHERE l.user_id = $1 LIMIT 1"},
 };
 
+// What administrators decide about a user, a line each.
 std::string describeUser(Database& db, int id) {
-  auto row = bound(db,
-                   "SELECT t.login, t.name, t.user_pref, (SELECT r.name FROM app_role r WHERE"
-                   " r.id = t.role_id), t.active, t.must_change, t.employee_id FROM app_user t"
-                   " WHERE t.id = $1",
-                   id);
+  constexpr const char* kYesNo = "CASE WHEN t.%s = 0 THEN 'ne' ELSE 'taip' END";
+  const auto yesNo = [&](const char* column) { return replaceAll(kYesNo, "%s", column); };
+  const std::pair<const char*, std::string> lines[] = {
+      {"Prisijungimo vardas", "t.login"},
+      {"Vardas, pavardė", "t.name"},
+      {"Numerių priešdėlis", "t.user_pref"},
+      {"Rolė", kRoleName},
+      {"Darbuotojas", kEmployeeRef},
+      {"Gali prisijungti", yesNo("active")},
+      {"Turi pasikeisti slaptažodį", yesNo("must_change")}};
+  std::string sql;
+  for (const auto& [name, expression] : lines) sql += (sql.empty() ? "SELECT " : ", ") + expression;
+  auto row = bound(db, sql + " FROM app_user t WHERE t.id = $1", id);
   if (!row->step()) return "";
   std::string text;
-  constexpr const char* kNames[] = {"Login",  "Name",       "UserPref", "Role",
-                                    "Active", "MustChange", "Employee"};
-  for (int i = 0; i < 7; ++i) {
-    text.append(i ? "\n" : "").append(kNames[i]).append(": ").append(row->text(i));
+  int column = 0;
+  for (const auto& [name, expression] : lines) {
+    text.append(column ? "\n" : "").append(name).append(": ").append(row->text(column));
+    ++column;
   }
   return text;
 }
@@ -347,7 +358,7 @@ std::span<const HandlerRow> userRecords() {
   static const LogRecords log;
   static const OwnPassword own;
   static const HandlerRow rows[] = {
-      {"O0000801", &users}, {"O0000802", &roles}, {"O0000803", &log}, {"O0000804", &own}};
+      {"O0000800", &users}, {"O0000830", &roles}, {"O0000810", &log}, {"O0000820", &own}};
   return rows;
 }
 

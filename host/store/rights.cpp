@@ -101,7 +101,7 @@ Variant GetRoleRights(Session& session, const Arguments& arguments, std::string_
   return set;
 }
 
-constexpr Routine kRoutines[] = {{"O0000802", "GetRoleRights", "i", false, GetRoleRights}};
+constexpr Routine kRoutines[] = {{"O0000830", "GetRoleRights", "i", false, GetRoleRights}};
 
 std::string flagLetters(bool granted, const int (&flags)[5]) {
   if (!granted) return "paveldima";
@@ -134,6 +134,21 @@ void grant(Database& db, int roleId, const std::string& component, const int (&f
       " can_edit = excluded.can_edit, can_create = excluded.can_create,"
       " can_admin = excluded.can_admin",
       roleId, component, flags[0], flags[1], flags[2], flags[3], flags[4]);
+}
+
+void addComponent(Session& session, const SecurityEntry& entry) {
+  const bool root = entry.parent.find('|') != std::string::npos;  // "DLL|" and the module itself
+  const int added = run(session.db(),
+                        "INSERT INTO right_component (component, parent, kind, caption)"
+                        " VALUES ($1, $2, $3, $4) ON CONFLICT (component) DO NOTHING",
+                        entry.key, root ? std::string() : entry.parent, entry.kind, entry.caption);
+  if (added == 0) return;
+  run(session.db(),
+      "INSERT INTO right_grant (role_id, component, can_view, can_delete, can_edit, can_create,"
+      " can_admin) SELECT role_id, $1, 1, 1, 1, 1, 1 FROM right_grant"
+      " WHERE component = $2 AND can_admin = 1",
+      entry.key, kAdministration);
+  writeAdminLog(session, AdminAct::Created, entry.caption, entry.key);
 }
 
 }  // namespace
@@ -179,36 +194,27 @@ void saveGrants(Session& session, int roleId, std::string_view roleName, RowSet&
           before.component);
     }
     if (!detail.empty()) detail += '\n';
-    detail += before.component + ": " + flagLetters(before.granted, before.flags) + " -> " +
+    detail += before.caption + " (" + before.component +
+              "): " + flagLetters(before.granted, before.flags) + " -> " +
               flagLetters(granted, flags);
   });
   if (!detail.empty()) writeAdminLog(session, AdminAct::RightsChanged, roleName, detail);
 }
 
-void registerComponents(Session& session, std::span<const SecurityEntry> components) {
+HostResult registerComponents(Session& session, std::span<const SecurityEntry> components) {
   Database& db = session.db();
   const auto known = [&](const SecurityEntry& entry) {
     return anyRow(db, "SELECT 1 FROM right_component WHERE component = $1", entry.key);
   };
   // As a rule nothing is missing, and opening writes nothing.
-  if (std::all_of(components.begin(), components.end(), known)) return;
-  Transaction transaction(db, Transaction::For::Write);
-  for (const SecurityEntry& entry : components) {
-    const bool root = entry.parent.find('|') != std::string::npos;  // "DLL|" and the module itself
-    const int added =
-        run(db,
-            "INSERT INTO right_component (component, parent, kind, caption)"
-            " VALUES ($1, $2, $3, $4) ON CONFLICT (component) DO NOTHING",
-            entry.key, root ? std::string() : entry.parent, entry.kind, entry.caption);
-    if (added == 0) continue;
-    run(db,
-        "INSERT INTO right_grant (role_id, component, can_view, can_delete, can_edit, can_create,"
-        " can_admin) SELECT role_id, $1, 1, 1, 1, 1, 1 FROM right_grant"
-        " WHERE component = $2 AND can_admin = 1",
-        entry.key, kAdministration);
-    writeAdminLog(session, AdminAct::Created, entry.caption, entry.key);
-  }
-  transaction.commit();
+  const HostResult all = session.guarded(Transaction::For::Read, [&]() -> Variant {
+    return Variant(int{std::all_of(components.begin(), components.end(), known)});
+  });
+  if (all.Code != kDone || all.Data.AsInt() != 0) return all;
+  return session.guarded(Transaction::For::Write, [&]() -> Variant {
+    for (const SecurityEntry& entry : components) addComponent(session, entry);
+    return {};
+  });
 }
 
 }  // namespace tolvex::store

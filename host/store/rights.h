@@ -25,7 +25,8 @@ void requireAdministrator(Database& db);
 void saveGrants(Session& session, int roleId, std::string_view roleName, RowSet& rights);
 
 // Adds components that the books do not know yet; every role that administers is granted them.
-// Components that the books know stay as they are, whoever brought them.
-void registerComponents(Session& session, std::span<const SecurityEntry> components);
+// Components that the books know stay as they are, whoever brought them. Asks for no right: it is
+// the program that brings them, whoever opens the books first.
+HostResult registerComponents(Session& session, std::span<const SecurityEntry> components);
 
 }  // namespace tolvex::store

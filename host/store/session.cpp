@@ -127,11 +127,11 @@ Flags Session::rights(std::string_view component) {
   }
   auto granted = db_->prepare(
       "SELECT g.can_view, g.can_delete, g.can_edit, g.can_create, g.can_admin FROM right_grant g"
-      " JOIN app_user u ON u.role_id = g.role_id WHERE u.id = $1 AND g.component = $2"
-      " AND u.active = 1 AND u.must_change = 0");
-  granted->bind(1, user_.id);
+      " JOIN app_user u ON u.role_id = g.role_id WHERE u.id = $1 AND u.login = $2"
+      " AND u.active = 1 AND u.must_change = 0 AND g.component = $3");
+  granted->bind(1, user_.id).bind(2, user_.login);  // restored books may give the id to another
   for (const std::string_view name : {component, bare}) {  // asked at every save
-    granted->bind(2, name);
+    granted->bind(3, name);
     if (granted->step()) {
       return {granted->integer(0) != 0, granted->integer(1) != 0, granted->integer(2) != 0,
               granted->integer(3) != 0, granted->integer(4) != 0};

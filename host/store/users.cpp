@@ -117,6 +117,12 @@ LoginOutcome logIn(Database& db, const std::string& login, const std::string& pa
   return {who->user, ""};
 }
 
+std::optional<User> knownUser(Database& db, const User& user) {
+  const auto who = findUser(db, user.login);
+  if (!who || !who->active || who->user.id != user.id) return std::nullopt;
+  return who->user;
+}
+
 std::string passwordProblem(std::string_view login, std::string_view password) {
   if (length(password) < kShortestPassword) {
     return "Slaptažodis per trumpas: reikia bent " + std::to_string(kShortestPassword) + " ženklų!";

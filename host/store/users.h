@@ -26,6 +26,9 @@ struct LoginOutcome {
 LoginOutcome logIn(Database& db, const std::string& login, const std::string& password,
                    DateTime now);
 
+// The same user as the books know him now; nothing when he is gone or blocked.
+std::optional<User> knownUser(Database& db, const User& user);
+
 // Why a password cannot be taken, or "".
 std::string passwordProblem(std::string_view login, std::string_view password);
 // The hash to be stored.

@@ -54,22 +54,28 @@ int desktop(const Words& words, const std::string& modulePath) {
   Program::Options options = programOptions(arguments, arguments.words[0]);
   options.output = &files;
   std::unique_ptr<Program> program;
-  const auto tryOpen = [&](const std::string& login, const std::string& password) -> std::string {
+  const auto tryOpen = [&](const std::string& login, const std::string& password) {
     options.login = login;
     options.password = password;
     try {
       program = std::make_unique<Program>(*module, options);
+      return program->loginReply();
     } catch (const store::BooksError& error) {
-      return error.what();
+      LoginReply refused;
+      refused.refusal = error.what();
+      return refused;
     }
-    return {};
   };
   DesktopRun window;
   window.open = [&](DesktopStage& stage) -> std::unique_ptr<Workspace> {
     // Named with --user he comes straight in when that opens the books; else he is asked.
     const bool named = arguments.has("--user");
     const std::string name = store::booksName(options.place);
-    const bool in = named && tryOpen(options.login, options.password).empty();
+    const auto comesIn = [&] {
+      const LoginReply reply = tryOpen(options.login, options.password);
+      return reply.refusal.empty() && !reply.mustChange;
+    };
+    const bool in = named && comesIn();
     if (!in && !askLogin(stage, name, options.login, tryOpen)) return nullptr;
     return program->open(stage, stage);
   };

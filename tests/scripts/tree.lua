@@ -109,5 +109,7 @@ test("the login screen keeps out whoever is not known", function()
   expect(caption "lblRefusal" ~= " ", true, "a reason")
   enter("txtUser", "admin")
   click "cmdOk"
+  expect_screen "frmPassword"
+  click "cmdCancel"
   expect_screen "frmList"
 end)

@@ -86,14 +86,14 @@ std::vector<Subject> subjects() {
                    addEntry(row, {"2711", "500", 100});
                  },
                  [](RowSet& row) { row["Comment"] = "kitas"; }});
-  all.push_back({"O0000801",
+  all.push_back({"O0000800",
                  [](RowSet& row) {
                    row["Login"] = "ona";
                    row["Name"] = "Ona";
                    row["RoleID"] = Variant(3);
                  },
                  [](RowSet& row) { row["Name"] = "Ona Onaitė"; }, false, true});
-  all.push_back({"O0000802", [](RowSet& row) { row["Name"] = "Kasininkas"; },
+  all.push_back({"O0000830", [](RowSet& row) { row["Name"] = "Kasininkas"; },
                  [](RowSet& row) { row["Name"] = "Vyr. kasininkas"; }, false, true});
   return all;
 }
@@ -196,7 +196,7 @@ TEST_P(Rights, TheRowsOfARoleStandBelowTheirParentsAndNoneIsLost) {
   run(db(),
       "INSERT INTO right_component (component, parent, kind, caption)"
       " VALUES ('CLost', 'CNobodyKnows', 2, 'Našlaitė')");
-  const RowSetPtr rows = rowsIn(session().call("O0000802", "GetRoleRights", "3"));
+  const RowSetPtr rows = rowsIn(session().call("O0000830", "GetRoleRights", "3"));
   std::set<std::string> before;
   ForEachRow(*rows, [&](RowSet& row) {
     const std::string parent(row["Parent"].Text());
@@ -218,7 +218,7 @@ TEST_P(Rights, AComponentOfANewModuleIsTakenInOnce) {
                                    {"L02020011", 2, "CNewThing", "Nauja galimybė"}};
   run(db(), "UPDATE right_grant SET can_edit = 0 WHERE role_id = 3");
   for (int opening = 0; opening < 2; ++opening) {
-    registerComponents(session(), brought);
+    EXPECT_EQ(registerComponents(session(), brought).Code, kDone);
     EXPECT_EQ(textFrom(db(), "SELECT parent FROM right_component WHERE component = 'CNewThing'"),
               "L02020011");
     EXPECT_TRUE(session().rights("CNewThing").admin);

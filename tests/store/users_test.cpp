@@ -10,10 +10,10 @@
 namespace tolvex::store {
 namespace {
 
-constexpr const char* kUsers = "O0000801";
-constexpr const char* kRoles = "O0000802";
-constexpr const char* kLog = "O0000803";
-constexpr const char* kOwnPassword = "O0000804";
+constexpr const char* kUsers = "O0000800";
+constexpr const char* kRoles = "O0000830";
+constexpr const char* kLog = "O0000810";
+constexpr const char* kOwnPassword = "O0000820";
 
 class Users : public BooksTest {
  protected:
@@ -247,9 +247,9 @@ TEST_P(Users, TheProtocolTellsWhatAdministratorsDid) {
   EXPECT_EQ(save(kRoles, *role, rights.get()).Code, kDone);
   EXPECT_EQ(log(), "S:ona C:ona U:ona D:ona C:Kasininkas R:Kasininkas");
   EXPECT_EQ(textFrom(db(), "SELECT detail FROM admin_log WHERE act = 'U'"),
-            "Role: Buhalteris -> Vyr. buhalteris");
+            "Rolė: Buhalteris -> Vyr. buhalteris");
   EXPECT_EQ(textFrom(db(), "SELECT detail FROM admin_log WHERE act = 'R'"),
-            "CBanks: paveldima -> P----");
+            "Bankai (CBanks): paveldima -> P----");
   const RowSetPtr rows = rowsIn(session().list(kLog, "", "", ""));
   ASSERT_EQ(rows->RecordCount(), 6U);
   EXPECT_EQ((*rows)["Act"].Text(), "Pakeistos teisės") << "the newest first";
