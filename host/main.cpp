@@ -17,6 +17,7 @@ constexpr const char* kUsage =
     "  tolvex call KNYGOS FUNKCIJA \"PARAMETRAI\" [--csv]\n"
     "  tolvex backup KNYGOS BYLA\n"
     "  tolvex restore KNYGOS BYLA\n"
+    "  tolvex grant postgresql://… SERVERIO_ROLĖ\n"
     "KNYGOS: byla arba postgresql://…\n";
 
 int perform(std::vector<std::string> words, const std::string& module) {
@@ -32,6 +33,7 @@ int perform(std::vector<std::string> words, const std::string& module) {
   if (verb == "verify") return verify(rest);
   if (verb == "backup") return backup(rest);
   if (verb == "restore") return restore(rest);
+  if (verb == "grant") return grant(rest);
   if (verb == "call") return call(rest);
   if (verb == "run") return run(rest, module);
   if (verb == "desktop") return desktop(rest, module);

@@ -6,6 +6,8 @@
 #include "host/store/moments.h"
 #include "host/store/schema.h"
 #include "host/store/seed.h"
+#include "host/store/server_roles.h"
+#include "host/store/sql.h"
 #include "host/store/users.h"
 
 namespace tolvex::store {
@@ -42,6 +44,8 @@ BooksError explained(const std::string& place, const DatabaseError& error) {
                      "serveris neprileido prie duomenų bazės: ji turi būti sukurta iš anksto, "
                      "vardas ir slaptažodis teisingi. " +
                          engineText(error));
+    case Kind::Forbidden:
+      return problem(place, "tai gali daryti tik duomenų bazės savininkas. " + engineText(error));
     case Kind::NoPlace:
       return isPostgresUrl(place)
                  ? problem(place, "klaidingas duomenų bazės adresas. " + engineText(error))
@@ -59,6 +63,13 @@ void checkFile(const std::string& place) {
   if (!fs::is_regular_file(status)) throw problem(place, "tai ne failas.");
 }
 
+// Books that are being filled are no books yet: a file has another name until it is whole, a
+// database on a server has this mark.
+constexpr const char* kUnfinished = "unfinished";
+bool isUnfinished(Database& db) {
+  return storedSchema(db) != 0 && !metaValue(db, kUnfinished).empty();
+}
+
 // Reads only, so that a file that is not ours, or not ours any more, stays as it is.
 int checkedSchema(Database& db, const std::string& place) {
   const int schema = storedSchema(db);
@@ -68,6 +79,9 @@ int checkedSchema(Database& db, const std::string& place) {
                              std::to_string(schema) + ", ši programa skaito iki " +
                              std::to_string(schemaVersion()) + ").");
   }
+  if (isUnfinished(db)) {
+    throw problem(place, "duomenų bazės kūrimas buvo nutrauktas, sukurkite ją iš naujo.");
+  }
   return schema;
 }
 
@@ -76,6 +90,7 @@ void upgrade(Database& db, int from) {
   Transaction transaction(db, Transaction::For::Exclusive);
   migrate(db, storedSchema(db));  // another client may have been first
   raiseEpoch(db);
+  grantAnew(db);
   transaction.commit();
 }
 
@@ -84,13 +99,13 @@ void removeFile(const std::string& file) {
   for (const char* suffix : {"", "-wal", "-shm", "-journal"}) fs::remove(file + suffix, ignored);
 }
 
-// Seed, then the demo company, whose operations are saved by the first user.
-void initAndFill(std::unique_ptr<Database> db, const NewBooks& what) {
-  initBooks(*db, what);
+// The demo company, whose operations are saved by the first user.
+void fill(std::unique_ptr<Database> db, const NewBooks& what) {
   if (!what.demoCompany) return;
   const auto session = openSession(std::move(db), "admin", "");
   fillDemo(*session);
   generateDemo(session->db(), what.operations, what.progress);
+  run(session->db(), "DELETE FROM store_meta WHERE name = $1", kUnfinished);
 }
 
 void createFile(const std::string& place, const NewBooks& what) {
@@ -102,7 +117,9 @@ void createFile(const std::string& place, const NewBooks& what) {
   try {
     Database::Options options;
     options.create = true;
-    initAndFill(Database::open(unfinished, options), what);
+    auto db = Database::open(unfinished, options);
+    initBooks(*db, what);
+    fill(std::move(db), what);
     if (fs::exists(place, error)) throw problem(place, "toks failas jau yra.");
     fs::rename(unfinished, place);
   } catch (const fs::filesystem_error& renaming) {
@@ -131,10 +148,12 @@ std::string booksName(const std::string& place) {
                                                 : shownPlace(place);
 }
 
-void initBooks(Database& db, const NewBooks&, const Session::ClockFunction&) {
+void initBooks(Database& db, const NewBooks& what) {
   Transaction transaction(db, Transaction::For::Exclusive);
+  if (isUnfinished(db)) dropTables(db);
   migrate(db, 0);
   setMetaValue(db, "epoch", "1");
+  if (what.demoCompany) setMetaValue(db, kUnfinished, "1");
   seedCompany(db);
   transaction.commit();
 }
@@ -143,8 +162,14 @@ void createBooks(const std::string& place, const NewBooks& what) {
   try {
     if (!isPostgresUrl(place)) return createFile(place, what);
     auto db = Database::open(place, {});
-    if (storedSchema(*db) != 0) throw problem(place, "buhalterijos duomenų bazė čia jau yra.");
-    initAndFill(std::move(db), what);
+    // Held by the connection until it ends, however it ends.
+    if (!anyRow(*db, "SELECT 1 WHERE pg_try_advisory_lock(1414288985, hashtext(current_schema()))"))
+      throw problem(place, "duomenų bazę šiuo metu kuria kita programa.");
+    const int schema = storedSchema(*db);
+    if (schema > schemaVersion() || (schema != 0 && !isUnfinished(*db)))
+      throw problem(place, "buhalterijos duomenų bazė čia jau yra.");
+    initBooks(*db, what);
+    fill(std::move(db), what);
   } catch (const DatabaseError& error) {
     throw explained(place, error);
   }

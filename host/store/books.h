@@ -37,10 +37,11 @@ struct NewBooks {
   int operations = 0;        // so many generated ones more, over the demo company
   Progress progress = {};
 };
-// Makes schema and seed in one transaction on an empty place. A file appears whole or not at all.
+// Makes schema and seed in one transaction on an empty place. A file appears whole or not at all;
+// a database on a server whose making was cut short is not opened, and is made anew here.
 void createBooks(const std::string& place, const NewBooks& what);
 // The same in a database at hand, which holds no books yet.
-void initBooks(Database& db, const NewBooks& what, const Session::ClockFunction& clock = {});
+void initBooks(Database& db, const NewBooks& what = {});
 
 // Opens, migrates an older schema, refuses a newer one, a damaged file, a file that is none.
 // `login` must exist and be active, with the right password where it has one.

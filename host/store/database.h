@@ -28,9 +28,10 @@ class DatabaseError : public std::runtime_error {
     Check,      // a check of the schema failed
     Full,       // no room on the disk
     ReadOnly,
-    Damaged,  // the file is no database or is corrupt
-    Lost,     // the connection is gone
-    Refused,  // the server answers but lets nobody in: no such database, wrong name or password
+    Damaged,    // the file is no database or is corrupt
+    Lost,       // the connection is gone
+    Refused,    // the server answers but lets nobody in: no such database, wrong name or password
+    Forbidden,  // this user of the server may not do that
     NoPlace,  // the file cannot be opened: no such folder, or no right to it; an unreadable address
     Other,
   };

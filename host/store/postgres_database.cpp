@@ -25,6 +25,7 @@ Kind kindOfState(std::string_view state) {
   if (state.starts_with("23") || state == "22001" || state == "22003") return Kind::Check;
   if (state == "53100") return Kind::Full;
   if (state == "25006") return Kind::ReadOnly;
+  if (state == "42501") return Kind::Forbidden;
   if (state.starts_with("XX001") || state.starts_with("XX002")) return Kind::Damaged;
   if (state.starts_with("08") || state.starts_with("57P")) return Kind::Lost;
   return Kind::Other;

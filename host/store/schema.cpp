@@ -104,6 +104,20 @@ const std::vector<std::string>& baseTables() {
   return tables;
 }
 
+std::vector<std::string> allTables() {
+  std::vector<std::string> tables = {"turn_dim",   "turn_acc", "open_item",
+                                     "dimset_ref", "oper_doc", "dimset"};
+  tables.insert(tables.end(), baseTables().rbegin(), baseTables().rend());
+  tables.push_back("store_meta");
+  return tables;
+}
+
+void dropTables(Database& db) {
+  const char* cascade = db.engine() == Engine::Postgres ? " CASCADE" : "";
+  for (const std::string& table : allTables())
+    db.execute("DROP TABLE IF EXISTS " + table + cascade);
+}
+
 const std::vector<std::string>& tablesWithIds() {
   static const std::vector<std::string> tables = {
       "firm",         "person",           "employee",      "bank",

@@ -34,6 +34,11 @@ void raiseEpoch(Database& db);  // other clients must reopen
 // Tables that hold what was entered, in the order in which they can be filled. The others are made
 // from these.
 const std::vector<std::string>& baseTables();
+// Base and derived tables and that of the books themselves, those that refer before those referred
+// to.
+std::vector<std::string> allTables();
+// Takes every table of the books away.
+void dropTables(Database& db);
 // Tables with a running id, whose counters PostgreSQL must be told after rows with fixed ids.
 const std::vector<std::string>& tablesWithIds();
 void moveIdCounters(Database& db);

@@ -31,6 +31,10 @@ HostResult answerTo(const DatabaseError& error) {
       return {kEngine, "Duomenų bazė sugadinta: " + std::string(error.what()), {}};
     case Kind::Lost:
       return {kEngine, "Ryšys su duomenų baze nutrūko: " + std::string(error.what()), {}};
+    case Kind::Forbidden:
+      return {kEngine,
+              "Tai gali daryti tik duomenų bazės savininkas: " + std::string(error.what()),
+              {}};
     case Kind::Refused:
     case Kind::NoPlace:
     case Kind::Check:

@@ -5,6 +5,7 @@
 #include <iostream>
 
 #include "host/store/books.h"
+#include "host/store/server_roles.h"
 #include "host/verbs/verbs.h"
 
 namespace tolvex::verbs {
@@ -97,6 +98,18 @@ int restore(const Words& words) {
   const auto session = open(arguments);
   store::restoreBooks(session->db(), arguments.words[1]);
   std::cout << "Atkurta iš kopijos: " << arguments.words[1] << '\n';
+  return EXIT_SUCCESS;
+}
+
+// A role of the server may work in the books from now on.
+int grant(const Words& words) {
+  const Arguments arguments = parse(words, kLogin);
+  wordCount(arguments, 2, 2);
+  if (!store::isPostgresUrl(arguments.words[0]))
+    throw UsageError("Teisės suteikiamos tik duomenų bazei serveryje: " + arguments.words[0]);
+  const auto session = open(arguments);
+  store::grantWork(session->db(), arguments.words[1]);
+  std::cout << "Gali dirbti: " << arguments.words[1] << '\n';
   return EXIT_SUCCESS;
 }
 

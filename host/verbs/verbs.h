@@ -14,6 +14,7 @@ int newBooks(const Words& words);
 int verify(const Words& words);
 int backup(const Words& words);
 int restore(const Words& words);
+int grant(const Words& words);
 int call(const Words& words);
 int run(const Words& words, const std::string& module);
 int desktop(const Words& words, const std::string& module);

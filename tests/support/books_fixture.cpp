@@ -85,7 +85,7 @@ void BooksTest::SetUp() {
   }
   place_ = std::make_unique<TestPlace>(GetParam());
   auto db = place_->connect();
-  initBooks(*db, {}, clock());
+  initBooks(*db);
   session_ = openSession(std::move(db), "admin", "", clock());
 }
 
