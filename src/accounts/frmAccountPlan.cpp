@@ -6,6 +6,7 @@
 #include "accounts/plan_marks.h"
 #include "framework/references.h"
 #include "framework/text.h"
+#include "platform/save_outcome.h"
 
 namespace tolvex {
 
@@ -45,8 +46,8 @@ const char* frmAccountPlan::picture() const {
     LbClass txtAccountClass | txtNameClass> | txtTypeClass
     LbAccount>
   [SSPSubAcc]
-    txtAccount | txtType
-    txtName>
+    txtAccount
+    txtName> | txtType
     lblOldAcc txtNewAcc> cmdNewAcc cmdCleanAcc
     LVProperties>
 SSCClose | >> | SSCNew | cmdCancel | cmdEnter
@@ -76,6 +77,7 @@ void frmAccountPlan::wire() {
     keepOneMark(LVProperties);
     setDirty(true);
   };
+  LVProperties.onActivate = [this] { turnMark(); };
   SOPanel.canDrop = [this](const std::string& reference) {
     return cmdNewAcc.usable() && isNewPlanNode(reference);
   };
@@ -206,6 +208,14 @@ void frmAccountPlan::setCounterpart(const Counterpart& chosen) {
   setDirty(true);
 }
 
+// Enter and a double click on a row tick it as the box in it does.
+void frmAccountPlan::turnMark() {
+  if (readOnly) return;
+  ui::Row& row = LVProperties.edit()[static_cast<std::size_t>(LVProperties.current())];
+  row.checked = !row.checked;
+  LVProperties.onCheck();
+}
+
 // --- saving -----------------------------------------------------------------------------------
 
 bool frmAccountPlan::complain(const NodeTexts& texts) {
@@ -287,11 +297,7 @@ void frmAccountPlan::cancel() {
 }
 
 bool frmAccountPlan::mayClose() {
-  if (!dirty_) return true;
-  std::string text = SOPanel.caption();
-  text.append(kLineBreak).append(kLineBreak).append("Uždaryti be išsaugojimo?");
-  return tolvex::show(host(), {std::move(text), Icon::Question, Buttons::YesNo, Answer::No,
-                               kPlanTitle}) == Answer::Yes;
+  return !dirty_ || askCloseUnsaved(host(), SOPanel.caption, kPlanTitle);
 }
 
 }  // namespace tolvex

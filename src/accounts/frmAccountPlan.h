@@ -58,6 +58,7 @@ class frmAccountPlan final : public ui::Form {
   void showTitles();
   void setDirty(bool dirty);
   void setCounterpart(const Counterpart& chosen);
+  void turnMark();
   void focusFirst();
   bool save();
   bool complain(const NodeTexts& texts);

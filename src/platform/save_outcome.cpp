@@ -20,10 +20,12 @@ bool showFailure(HostContext& host, const MethodResult& result) {
 
 bool askDelete(HostContext& host) { return ask(host, "Ar tikrai norite panaikinti?"); }
 
-bool askCloseUnsaved(HostContext& host, const std::string& caption) {
+bool askCloseUnsaved(HostContext& host, const std::string& caption,
+                     std::optional<std::string> title) {
   std::string text = trim(caption);
   text.append(kLineBreak).append(kLineBreak).append("Uždaryti be išsaugojimo?");
-  return ask(host, std::move(text));
+  return show(host, {std::move(text), Icon::Question, Buttons::YesNo, Answer::No,
+                     std::move(title)}) == Answer::Yes;
 }
 
 }  // namespace tolvex

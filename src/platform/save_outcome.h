@@ -1,6 +1,7 @@
 // How screens tell the outcome of a save and ask before something is lost.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "platform/host.h"
@@ -13,7 +14,8 @@ void showFailedSave(HostContext& host, const std::string& reason);
 bool showFailure(HostContext& host, const MethodResult& result);
 // "Ar tikrai norite panaikinti?", yes or no, no by default.
 bool askDelete(HostContext& host);
-// Whether unsaved input may be given up; `caption` says of what.
-bool askCloseUnsaved(HostContext& host, const std::string& caption);
+// Whether unsaved input may be given up; `caption` says of what. Without a title the host's.
+bool askCloseUnsaved(HostContext& host, const std::string& caption,
+                     std::optional<std::string> title = std::nullopt);
 
 }  // namespace tolvex

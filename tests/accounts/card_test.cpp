@@ -168,6 +168,8 @@ TEST_F(AccountCard, OneMarkAtMost) {
   ui::Input user(*form);
   EXPECT_EQ(ticked(form->LVProperties), Texts{"Pirkėjai"});
   EXPECT_EQ(form->LVProperties.rows()[1].cells[1].text, "162;240;");
+  DO(user.activate(form->LVProperties, 2));
+  EXPECT_EQ(ticked(form->LVProperties), Texts{"Kita"});
   DO(user.check(form->LVProperties, 0, true));
   EXPECT_EQ(ticked(form->LVProperties), Texts{"Bankas"});
   DO(user.click(form->cmdEnter));
