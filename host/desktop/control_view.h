@@ -20,6 +20,8 @@ class ControlView {
 
   virtual void sync() = 0;  // the widget from the control
   virtual void commit() {}  // what is typed but not told yet
+  // The list's row that stands at a shown place; they differ while a list is narrowed.
+  virtual int listRow(int shown) const { return shown; }
   // Where a menu opened by key or program belongs, in global coordinates.
   virtual QPoint menuPlace() const { return field->mapToGlobal(QPoint(0, field->height())); }
 

@@ -6,8 +6,10 @@
 #include <QShortcut>
 #include <algorithm>
 
+#include "host/desktop/carry.h"
 #include "host/desktop/form_widget.h"
 #include "host/desktop/theme.h"
+#include "platform/host.h"
 
 namespace tolvex::desktop {
 
@@ -120,6 +122,9 @@ bool FormWidget::key(ui::Control& control, int code, int modifiers) {
     switchTab(code == Qt::Key_PageDown ? 1 : -1);
     return true;
   }
+  if (modifiers == Qt::ControlModifier && (code == Qt::Key_C || code == Qt::Key_V)) {
+    if (code == Qt::Key_C ? copyFrom(control) : putInto(control)) return true;
+  }
   if (control.kind == Kind::ListView && !control_) {
     if (listKey(static_cast<ui::ListView&>(control), code)) return true;
   }
@@ -147,6 +152,20 @@ bool FormWidget::key(ui::Control& control, int code, int modifiers) {
     }
   }
   return false;
+}
+
+bool FormWidget::copyFrom(const ui::Control& control) {
+  if (control.kind != Kind::ListView && control.kind != Kind::TreeView) return false;
+  if (const Burden burden = burdenOf(control); !burden.words.empty()) copy(burden);
+  return true;
+}
+
+bool FormWidget::putInto(ui::Control& control) {
+  const std::string reference = copiedReference();
+  ui::Control* target = targetOf(control, reference);
+  if (!target) return false;
+  act([this, target, reference] { input().drop(*target, reference); });
+  return true;
 }
 
 bool FormWidget::listKey(ui::ListView& list, int code) {
@@ -258,6 +277,13 @@ void FormWidget::serveShortcutsIn(QWidget& place) {
       bind(item->shortcut, [this, item] { runShortcut(*item); });
     }
   }
+}
+
+void FormWidget::serveHelp() {
+  auto* shortcut = new QShortcut(QKeySequence(Qt::Key_F1), this);
+  shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+  connect(shortcut, &QShortcut::activated, this,
+          [this] { act([this] { form_.host().help().show(form_.name(), form_.title()); }); });
 }
 
 void FormWidget::runShortcut(ui::MenuItem& item) {

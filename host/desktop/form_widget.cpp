@@ -26,6 +26,7 @@ FormWidget::FormWidget(ui::Form& form, ActGuard& guard, QWidget* parent)
     before = field;
   }
   serveShortcutsIn(*this);
+  serveHelp();
   form_.view = this;
   form_.takeDirty();
   for (ui::Control* control : form_.controls()) syncControl(*control);

@@ -82,6 +82,9 @@ class FormWidget final : public QWidget, public ui::FormView {
   bool event(QEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
   bool key(ui::Control& control, int key, int modifiers);
+  void serveHelp();
+  bool copyFrom(const ui::Control& control);
+  bool putInto(ui::Control& control);
   bool listKey(ui::ListView& list, int key);
   void enterKey(ui::Control& control);
   void focusIn(ui::Control& control, int reason);

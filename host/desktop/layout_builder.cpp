@@ -8,6 +8,7 @@
 #include <QTabBar>
 #include <algorithm>
 
+#include "host/desktop/carry.h"
 #include "host/desktop/theme.h"
 
 namespace tolvex::desktop {
@@ -167,6 +168,7 @@ QWidget* LayoutBuilder::frame(const ui::Node& node, QWidget* parent, int depth) 
     box->setObjectName(text(panel->name));
     owner_.frames_[panel] = box;
     owner_.watch(*box, *node.control);
+    takeDrops(owner_, *box, nullptr, *node.control);
   }
   stack(node, box, layout, band ? depth : depth + 1);
   endColumn(layout, growsDown(node));
@@ -295,6 +297,7 @@ void LayoutBuilder::control(const ui::Node& node, QWidget* parent, QHBoxLayout* 
   setWidth(node, *view);
   owner_.order_.push_back(&made);
   owner_.watch(*view->field, made);
+  takeDrops(owner_, *view->field, view.get(), made);
   owner_.views_[&made] = std::move(view);
 }
 

@@ -1,4 +1,5 @@
 // Lists: a table of rows with ticks, bold cells, marks told by colour and sign, and a filter box.
+#include <QApplication>
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QLineEdit>
@@ -10,6 +11,7 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 
+#include "host/desktop/carry.h"
 #include "host/desktop/column_memory.h"
 #include "host/desktop/control_view.h"
 #include "host/desktop/form_widget.h"
@@ -106,6 +108,7 @@ class Table final : public QTreeView {
   using QTreeView::QTreeView;
   std::function<void(const QPoint& viewport, const QPoint& global)> onMenu;
   std::function<bool(const QPoint& viewport)> onPress;  // true: taken
+  std::function<bool(const QPoint& viewport)> onDrag;   // true: taken
   std::function<void()> onResize;
   std::function<void()> onHeaderReleased;
   QSize wish{300, 200};  // to show all columns, as far as a dialog may grow
@@ -124,12 +127,20 @@ class Table final : public QTreeView {
   }
   void mousePressEvent(QMouseEvent* event) override {
     if (event->button() == Qt::LeftButton && onPress(event->pos())) return;
+    pressed_ = event->pos();
     QTreeView::mousePressEvent(event);
+  }
+  void mouseMoveEvent(QMouseEvent* event) override {
+    const bool far =
+        (event->pos() - pressed_).manhattanLength() >= QApplication::startDragDistance();
+    if (event->buttons() == Qt::LeftButton && far && onDrag(pressed_)) return;
+    QTreeView::mouseMoveEvent(event);
   }
   void resizeEvent(QResizeEvent* event) override {
     QTreeView::resizeEvent(event);
     onResize();
   }
+  QPoint pressed_;
 };
 
 class ListViewView final : public ControlView {
@@ -161,6 +172,8 @@ class ListViewView final : public ControlView {
     selectCurrent(anew);
     syncing_ = false;
   }
+
+  int listRow(int shown) const override { return model_->listRow(shown); }
 
   QPoint menuPlace() const override {
     const QRect row = table_->visualRect(table_->currentIndex());
@@ -254,6 +267,14 @@ class ListViewView final : public ControlView {
       const bool on = !model_->row(index.row())->checked;
       table_->setFocus(Qt::MouseFocusReason);
       owner.act([this, row, on] { owner.input().check(list_, row, on); });
+      return true;
+    };
+    table_->onDrag = [this](const QPoint& at) {
+      // The press has made its row the current one.
+      const int row = model_->listRow(table_->indexAt(at).row());
+      if (!list_.carries || row < 0 || row != list_.current()) return false;
+      const Burden burden = burdenOf(list_);
+      if (!burden.reference.empty()) drag(*table_, burden);
       return true;
     };
     table_->onResize = [this] { layColumns(); };

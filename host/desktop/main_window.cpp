@@ -141,6 +141,17 @@ void MainWindow::makeMenu() {
                   if (count > 0)
                     tabs_->setCurrentIndex((tabs_->currentIndex() + count - 1) % count);
                 });
+  // The key itself belongs to the screen that has the focus.
+  menuBar()
+      ->addMenu(QStringLiteral("Pa&galba"))
+      ->addAction(QStringLiteral("&Apie šį langą\tF1"), this, [this] { showHelp(); });
+}
+
+void MainWindow::showHelp() {
+  guard_.run([this] {
+    if (ui::Form* form = workspace_.current())
+      workspace_.context().help().show(form->name(), form->title());
+  });
 }
 
 QScrollArea* MainWindow::page(FormWidget& widget) {

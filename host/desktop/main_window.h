@@ -34,6 +34,7 @@ class MainWindow final : public QMainWindow {
   int tabOf(const ui::Form& form) const;
   FormWidget* widgetAt(int tab) const;
   void makeMenu();
+  void showHelp();
   void closeTab(int tab);
   void setTab(int tab, const ui::Form& form);
   void closeEvent(QCloseEvent* event) override;

@@ -13,6 +13,7 @@
 
 #include "framework/text.h"
 #include "host/desktop/form_dialog.h"
+#include "host/desktop/help_window.h"
 #include "host/desktop/main_window.h"
 #include "host/desktop/message_box.h"
 #include "host/desktop/progress_strip.h"
@@ -186,11 +187,11 @@ std::optional<std::string> QtStage::saveFile(const std::string& pattern, const s
 }
 
 void QtStage::help(const std::string& page, const std::string& title) {
-  Message note;
-  note.icon = Icon::Info;
-  note.title = "Pagalba";
-  note.text = (title.empty() ? page : title) + "\r\n\r\nPagalbos puslapis: " + page;
-  message(note);
+  flush();
+  delete help_.data();
+  // Below the dialog that is open, if one is: only there it can be read beside it.
+  help_ = new HelpWindow(page, title, parentForDialog());
+  help_->show();
 }
 
 void QtStage::report(std::shared_ptr<const ReportDocument> document, bool withExcel,

@@ -17,6 +17,7 @@ class QTimer;
 
 namespace tolvex::desktop {
 
+class HelpWindow;
 class MainWindow;
 class ProgressStrip;
 class ReportWindow;
@@ -105,6 +106,7 @@ class QtStage final : public QObject, public DesktopStage, public ActGuard {
   ui::Menu* menu_ = nullptr;
   std::shared_ptr<const ReportDocument> report_;
   QPointer<QMenu> menuWidget_;
+  QPointer<HelpWindow> help_;
   QTimer* ticker_ = nullptr;
   QPointer<ProgressStrip> strip_;
   QElapsedTimer sinceTurn_, sinceBusy_;

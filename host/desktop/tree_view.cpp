@@ -1,4 +1,5 @@
 // Trees of keyed nodes with icons.
+#include <QApplication>
 #include <QContextMenuEvent>
 #include <QPainter>
 #include <QScrollBar>
@@ -7,6 +8,7 @@
 #include <QTreeWidget>
 #include <map>
 
+#include "host/desktop/carry.h"
 #include "host/desktop/control_view.h"
 #include "host/desktop/form_widget.h"
 #include "host/desktop/glyphs.h"
@@ -19,8 +21,19 @@ class Tree final : public QTreeWidget {
  public:
   using QTreeWidget::QTreeWidget;
   std::function<void(const QPoint& viewport, const QPoint& global)> onMenu;
+  std::function<bool(const QPoint& viewport)> onDrag;  // true: taken
 
  private:
+  void mousePressEvent(QMouseEvent* event) override {
+    pressed_ = event->pos();
+    QTreeWidget::mousePressEvent(event);
+  }
+  void mouseMoveEvent(QMouseEvent* event) override {
+    const bool far =
+        (event->pos() - pressed_).manhattanLength() >= QApplication::startDragDistance();
+    if (event->buttons() == Qt::LeftButton && far && onDrag(pressed_)) return;
+    QTreeWidget::mouseMoveEvent(event);
+  }
   void contextMenuEvent(QContextMenuEvent* event) override {
     if (event->reason() == QContextMenuEvent::Mouse) onMenu(event->pos(), event->globalPos());
   }
@@ -30,6 +43,7 @@ class Tree final : public QTreeWidget {
     const QRectF box(rect.right() - indentation() + 1, rect.top(), indentation(), rect.height());
     paintChevron(*painter, box, colour::kMuted, isExpanded(index) ? 0 : -90);
   }
+  QPoint pressed_;
 };
 
 // The selected row is plain enough; no dotted frame around its text.
@@ -110,6 +124,13 @@ class TreeViewView final : public ControlView {
     };
     QObject::connect(widget_, &QTreeWidget::itemExpanded, &form, expansion(true));
     QObject::connect(widget_, &QTreeWidget::itemCollapsed, &form, expansion(false));
+    widget_->onDrag = [this](const QPoint& at) {
+      const QTreeWidgetItem* item = widget_->itemAt(at);
+      if (!tree_.carries || !item || key(item) != tree_.current()) return false;
+      const Burden burden = burdenOf(tree_);
+      if (!burden.reference.empty()) drag(*widget_, burden);
+      return true;
+    };
     widget_->onMenu = [this](const QPoint& at, const QPoint& global) {
       if (!tree_.menu && !tree_.onRightClick) return;
       const QTreeWidgetItem* item = widget_->itemAt(at);

@@ -44,6 +44,7 @@ frmList::frmList(HostContext& host, Navigator& navigator)
   cmdPeriod.onClick = [this] { (void)Form::host().workplace().newPeriod(source_.kind); };
   lvwObjects.onActivate = [this] { activate(); };
   lvwObjects.onRightClick = [this] { popupMenu(); };
+  lvwObjects.carries = [this](const std::string& key) { return carried(key); };
   lvwObjects.onInsert = [this] { runNew(); };
   lvwObjects.onDelete = [this] { runDelete(); };
   showHead();
@@ -324,6 +325,13 @@ void frmList::activate() {
     navigator_.chooseNode(key);
   else
     navigator_.openObject(key);
+}
+
+std::string frmList::carried(const std::string& key) {
+  const int row = lvwObjects.find(key);
+  if (!isRef(key) || row < 0) return {};
+  const std::string& exact = lvwObjects.rows()[static_cast<std::size_t>(row)].tag;
+  return host().objects().kind(kindOf(key))->DragOK(key, exact, "") ? key : std::string();
 }
 
 void frmList::popupMenu() {

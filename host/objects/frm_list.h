@@ -61,6 +61,7 @@ class frmList final : public ui::Form {
   void showHead();
   void activate();
   void popupMenu();
+  std::string carried(const std::string& key);
   void runNew();
   void runDelete();
   std::vector<MenuEntry> sourceMenu();

@@ -28,6 +28,7 @@ frmTree::frmTree(HostContext& host, const Objects& objects, Navigator& navigator
     tvwLayout.nodes = nodes_;
   };
   tvwLayout.onRightClick = [this] { popupMenu(); };
+  tvwLayout.carries = [this](const std::string& key) { return carried(key); };
 }
 
 const char* frmTree::picture() const { return "tvwLayout>\n"; }
@@ -208,6 +209,14 @@ void frmTree::choose(const std::string& key) {
   tvwLayout.nodes = nodes_;
   tvwLayout.current = key;
   chosen();
+}
+
+std::string frmTree::carried(const std::string& key) {
+  const auto found = sources_.find(key);
+  if (found == sources_.end() || found->second.parent.empty()) return {};
+  const std::string& reference = found->second.parent;
+  const auto kind = host().objects().kind(found->second.kind);
+  return kind->DragOK(reference, found->second.otype, "") ? reference : std::string();
 }
 
 void frmTree::popupMenu() {

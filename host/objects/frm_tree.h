@@ -37,6 +37,7 @@ class frmTree final : public ui::Form {
   void drop(const std::string& key);  // a node and everything below
   void chosen();
   void popupMenu();
+  std::string carried(const std::string& key);
 
   const Objects& objects_;
   Navigator& navigator_;

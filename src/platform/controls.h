@@ -83,6 +83,9 @@ class Control {
   std::function<bool()> mayLeave;  // false keeps the focus here; skipped by cancel buttons
   std::function<bool(const std::string& reference)> canDrop;
   std::function<void(const std::string& reference)> onDrop;
+  // Of a list or a tree: the reference that a row or node carries away when it is dragged or
+  // copied, by its key; "" for none.
+  std::function<std::string(const std::string& key)> carries;
 
   bool shown() const;   // with all panels above, and on the current page of their strips
   bool usable() const;  // shown and enabled, with all panels above
