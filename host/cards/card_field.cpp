@@ -43,7 +43,8 @@ class TextField final : public CardBox {
   }
   void write(RowSet& record) override {
     const std::string typed = text();
-    assign(record[about().column], typed.empty() ? Variant(Null{}) : Variant(typed));
+    Field field = record[about().column];
+    if (typed != field.Text()) field.SetValue(typed.empty() ? Variant(Null{}) : Variant(typed));
   }
   void lock(bool readOnly) override { box_.readOnly = readOnly; }
   bool isEmpty() const override { return text().empty(); }

@@ -75,7 +75,7 @@ void CardForm::showRemarks() {
     if (std::string remark = box->about().remark(box->text()); !remark.empty())
       remarks.push_back(std::move(remark));
   }
-  lblRemarks.caption = remarks.empty() ? std::string() : "Dėmesio: " + join(remarks, " ");
+  lblRemarks.caption = remarks.empty() ? std::string() : "Dėmesio: " + join(remarks, "; ") + ".";
   lblRemarks.visible = !remarks.empty();
 }
 
@@ -124,7 +124,10 @@ bool CardForm::save() {
 void CardForm::openNext() {
   if (!mayClose()) return;
   const auto next = host().objects().create(spec_.kind);
-  if (!next) return;
+  if (!next) {
+    warn(host(), "Naujo įrašo pradėti nepavyko!");
+    return;
+  }
   object_ = next;
   opened();
 }

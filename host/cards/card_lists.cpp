@@ -5,14 +5,25 @@
 #include "host/objects/object_rows.h"
 
 namespace tolvex {
+namespace {
+
+std::vector<ListColumn> columnsIn(const CardList& about) {
+  std::vector<ListColumn> columns = columnsOf(about.card().kind);
+  std::erase_if(columns, [&](const ListColumn& column) {
+    return std::string_view(column.field) == about.same;
+  });
+  columns.front().grow = true;
+  return columns;
+}
+
+}  // namespace
 
 CardLists::CardLists(CardForm& form, std::span<const CardList> lists) : form_(form) {
   for (const CardList& about : lists) {
     const CardSpec& card = about.card();
     Listed& made = lists_.emplace_back();
     made.about = &about;
-    made.list =
-        std::make_unique<ui::ListView>(&form, about.list, viewColumns(columnsOf(card.kind)));
+    made.list = std::make_unique<ui::ListView>(&form, about.list, viewColumns(columnsIn(about)));
     made.button = std::make_unique<ui::Button>(&form, about.button, card.newCaption);
     ui::ListView& list = *made.list;
     list.onActivate = [this, &list] {
@@ -40,7 +51,7 @@ void CardLists::read(Listed& listed) {
   if (form_.isStored()) {
     const std::string filter =
         std::string(listed.about->shown) + " = '" + form_.object().OIDR() + "'";
-    for (ObjectRow& row : listedRows(form_.host(), kind, filter))
+    for (ObjectRow& row : listedRows(form_.host(), kind, filter, columnsIn(*listed.about)))
       rows.push_back(std::move(row.row));
   }
   const ui::Row* current = listed.list->currentRow();

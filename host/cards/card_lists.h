@@ -16,6 +16,7 @@ struct CardList {
   const char* shown;   // column of the kind's list that holds the card's reference
   const char* field;   // column of the record where a new one keeps it
   const CardSpec& (*card)();
+  const char* same = "";  // column of the kind's list that says nothing here
 };
 
 class CardLists : public CardPart {

@@ -63,25 +63,25 @@ int ibanRemainder(std::string_view iban) {
 
 std::string companyCodeRemark(std::string_view code) {
   if (!allDigits(code) || (code.size() != 7 && code.size() != 9))
-    return "įmonės kodas paprastai yra iš 7 arba 9 skaitmenų.";
-  return lastDigitControls(code) ? "" : "neteisingas įmonės kodo kontrolinis skaitmuo.";
+    return "įmonės kodas paprastai yra iš 7 arba 9 skaitmenų";
+  return lastDigitControls(code) ? "" : "neteisingas įmonės kodo kontrolinis skaitmuo";
 }
 
 std::string vatCodeRemark(std::string_view code) {
   if (!code.starts_with("LT")) {
     const bool foreign = code.size() > 4 && isLetter(code[0]) && isLetter(code[1]);
-    return foreign ? "" : "PVM kodas prasideda šalies raidėmis (LT).";
+    return foreign ? "" : "PVM kodas prasideda šalies raidėmis (LT)";
   }
   const std::string_view digits = code.substr(2);
   if (!allDigits(digits) || (digits.size() != 9 && digits.size() != 12))
-    return "Lietuvos PVM kodas yra LT ir 9 arba 12 skaitmenų.";
-  return lastDigitControls(digits) ? "" : "neteisingas PVM kodo kontrolinis skaitmuo.";
+    return "Lietuvos PVM kodas yra LT ir 9 arba 12 skaitmenų";
+  return lastDigitControls(digits) ? "" : "neteisingas PVM kodo kontrolinis skaitmuo";
 }
 
 std::string personCodeRemark(std::string_view code) {
-  if (!allDigits(code) || code.size() != 11) return "asmens kodas yra iš 11 skaitmenų.";
-  if (!beginsWithBirth(code)) return "asmens kode neteisinga gimimo data.";
-  return lastDigitControls(code) ? "" : "neteisingas asmens kodo kontrolinis skaitmuo.";
+  if (!allDigits(code) || code.size() != 11) return "asmens kodas yra iš 11 skaitmenų";
+  if (!beginsWithBirth(code)) return "asmens kode neteisinga gimimo data";
+  return lastDigitControls(code) ? "" : "neteisingas asmens kodo kontrolinis skaitmuo";
 }
 
 std::string accountNumberRemark(std::string_view number) {
@@ -91,10 +91,10 @@ std::string accountNumberRemark(std::string_view number) {
       iban.size() >= kShortest && iban.size() <= kLongest && isLetter(iban[0]) &&
       isLetter(iban[1]) &&
       std::all_of(iban.begin(), iban.end(), [](char c) { return isDigit(c) || isLetter(c); });
-  if (!written) return "sąskaitos numeris ne IBAN formato.";
+  if (!written) return "sąskaitos numeris ne IBAN formato";
   if (iban.starts_with("LT") && iban.size() != kLithuanian)
-    return "Lietuvos banko sąskaitos numeris yra iš 20 ženklų.";
-  return ibanRemainder(iban) == 1 ? "" : "neteisingi IBAN kontroliniai skaitmenys.";
+    return "Lietuvos banko sąskaitos numeris yra iš 20 ženklų";
+  return ibanRemainder(iban) == 1 ? "" : "neteisingi IBAN kontroliniai skaitmenys";
 }
 
 }  // namespace tolvex

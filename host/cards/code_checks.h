@@ -1,4 +1,5 @@
-// What is odd about a code, an account number: "" or a sentence for the user. Nothing here refuses:
+// What is odd about a code, an account number: "" or words for the user, without a
+// full stop. Nothing here refuses:
 // foreign partners and old codes do not follow the rules.
 #pragma once
 

@@ -40,7 +40,7 @@ constexpr CardField kFields[] = {
 
 constexpr CardList kLists[] = {
     {"lvwBranches", "cmdNewBranch", "ParentOIDR", "ParentID", firmCard},
-    {"lvwAccounts", "cmdNewAccount", "OwnerOIDR", "OwnerOIDR", bankAccountCard},
+    {"lvwAccounts", "cmdNewAccount", "OwnerOIDR", "OwnerOIDR", bankAccountCard, "OwnerName"},
 };
 
 class FirmPart final : public CardLists {

@@ -7,7 +7,6 @@ constexpr CardField kCommentFields[] = {
     {.column = "Name",
      .caption = "Tekstas",
      .chars = 60,
-     .lines = 5,
      .missing = "Nenurodytas komentaro tekstas!"},
 };
 

@@ -28,7 +28,7 @@ constexpr CardField kEmployeeFields[] = {
 };
 
 constexpr CardList kAccounts[] = {
-    {"lvwAccounts", "cmdNewAccount", "OwnerOIDR", "OwnerOIDR", bankAccountCard}};
+    {"lvwAccounts", "cmdNewAccount", "OwnerOIDR", "OwnerOIDR", bankAccountCard, "OwnerName"}};
 
 std::unique_ptr<CardPart> accounts(CardForm& form) {
   return std::make_unique<CardLists>(form, kAccounts);

@@ -115,12 +115,13 @@ std::vector<ObjectRow> inViewOrder(std::vector<ObjectRow> rows, const KindView& 
 }
 
 std::vector<ObjectRow> listedRows(HostContext& host, const std::string& kind,
-                                  const std::string& filter) {
+                                  const std::string& filter,
+                                  const std::vector<ListColumn>& columns) {
   const auto ui = host.objects().kind(kind);
   const RowSetPtr set =
       ui->GetVXObjectList(filter.empty() ? std::string() : quoted(filter), "", "");
   if (!set) return {};
-  auto rows = objectRows(*set, columnsOf(kind), host.numbers(), ui->GetIconsTable());
+  auto rows = objectRows(*set, columns, host.numbers(), ui->GetIconsTable());
   const KindView* view = kindView(kind);
   return view ? inViewOrder(std::move(rows), *view) : rows;
 }
@@ -160,7 +161,7 @@ std::optional<std::vector<ObjectRow>> groupRows(HostContext& host, const std::st
 
 std::vector<ObjectRow> pickerRows(HostContext& host, const std::string& kind) {
   if (kind == kGroups) return groupRows(host, kind).value_or(std::vector<ObjectRow>());
-  return asTree(listedRows(host, kind, ""));
+  return asTree(listedRows(host, kind, "", columnsOf(kind)));
 }
 
 }  // namespace tolvex

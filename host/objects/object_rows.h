@@ -34,7 +34,8 @@ std::vector<ObjectRow> inViewOrder(std::vector<ObjectRow> rows, const KindView& 
 
 // Objects of a kind that meet a filter, "" for all; none after a message.
 std::vector<ObjectRow> listedRows(HostContext& host, const std::string& kind,
-                                  const std::string& filter);
+                                  const std::string& filter,
+                                  const std::vector<ListColumn>& columns);
 // All groups of a kind, parents first; of operation groups too, which are read branch by branch.
 // Nothing after the user was told that they could not be read.
 std::optional<std::vector<ObjectRow>> groupRows(HostContext& host, const std::string& kind);
