@@ -3,7 +3,6 @@
 //   balance_bench [--quick] [--folder FOLDER]
 // Books are made in the folder (default: here) and kept; --quick takes a twentieth of their size.
 #include <algorithm>
-#include <cstring>
 #include <map>
 #include <string>
 #include <vector>
@@ -92,16 +91,5 @@ int benchmarks(bool quick, const std::string& folder) {
 }  // namespace tolvex::store
 
 int main(int count, char** arguments) {
-  bool quick = false;
-  std::string folder = ".";
-  for (int i = 1; i < count; ++i) {
-    if (std::strcmp(arguments[i], "--quick") == 0) quick = true;
-    if (std::strcmp(arguments[i], "--folder") == 0 && i + 1 < count) folder = arguments[++i];
-  }
-  try {
-    return tolvex::store::benchmarks(quick, folder);
-  } catch (const std::exception& error) {
-    std::fprintf(stderr, "%s\n", error.what());
-    return 2;
-  }
+  return tolvex::bench::measured(count, arguments, tolvex::store::benchmarks);
 }

@@ -99,11 +99,13 @@ void removeFile(const std::string& file) {
   for (const char* suffix : {"", "-wal", "-shm", "-journal"}) fs::remove(file + suffix, ignored);
 }
 
-// The demo company, whose operations are saved by the first user.
+bool isFilled(const NewBooks& what) { return what.demoCompany || what.operations > 0; }
+
+// The demo company, whose operations are saved by the first user, and generated ones.
 void fill(std::unique_ptr<Database> db, const NewBooks& what) {
-  if (!what.demoCompany) return;
+  if (!isFilled(what)) return;
   const auto session = openSession(std::move(db), "admin", "");
-  fillDemo(*session);
+  if (what.demoCompany) fillDemo(*session);
   generateDemo(session->db(), what.operations, what.progress);
   run(session->db(), "DELETE FROM store_meta WHERE name = $1", kUnfinished);
 }
@@ -153,7 +155,7 @@ void initBooks(Database& db, const NewBooks& what) {
   if (isUnfinished(db)) dropTables(db);
   migrate(db, 0);
   setMetaValue(db, "epoch", "1");
-  if (what.demoCompany) setMetaValue(db, kUnfinished, "1");
+  if (isFilled(what)) setMetaValue(db, kUnfinished, "1");
   seedCompany(db);
   transaction.commit();
 }

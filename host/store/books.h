@@ -34,7 +34,7 @@ std::string booksName(const std::string& place);
 
 struct NewBooks {
   bool demoCompany = false;  // firms, accounts, rates and the worked operations
-  int operations = 0;        // so many generated ones more, over the demo company
+  int operations = 0;        // so many generated ones more
   Progress progress = {};
 };
 // Makes schema and seed in one transaction on an empty place. A file appears whole or not at all;
