@@ -41,7 +41,8 @@ void backupAgainstEngine(Database& db, const std::string& file) {
   const double engines = fastest([&] {
     removeBooks(file);
     const Transaction snapshot(db, Transaction::For::Read);
-    copySqlite(db, file, [](void*, double) { return true; }, nullptr);
+    copySqlite(
+        db, file, [](void*, double) { return true; }, nullptr);
   });
   removeBooks(file);
   bench::note("the engine's own copy of the file", engines, "s");
@@ -113,8 +114,8 @@ int benchmarks(bool quick, const std::string& folder) {
   removeBooks(books);
   {
     const auto kept = bench::openOrMake(bench::booksOf(folder, operations), operations);
-    bench::note("entries", static_cast<double>(
-                               *integerFrom(kept->db(), "SELECT COUNT(*) FROM entry")), "");
+    bench::note("entries",
+                static_cast<double>(*integerFrom(kept->db(), "SELECT COUNT(*) FROM entry")), "");
     backupAgainstEngine(kept->db(), scratch);
     backupBooks(kept->db(), books);
   }
