@@ -84,7 +84,7 @@ test("a tariff list that somebody else changed is not overwritten", function()
 end)
 
 test("without the right to change a card is shown and the store refuses", function()
-  local user = object "O0000801"
+  local user = object "O0000800"
   user:set("Login", "rasa")
   user:set("Name", "Rasa Rasaitė")
   user:set("RoleID", 3)
