@@ -54,6 +54,26 @@ TEST_F(KeyboardTest, TypedTextReachesTheControlThroughItsFilter) {
   EXPECT_EQ(find<QLineEdit>(form.txtSum).text(), "0,00");
 }
 
+TEST_F(KeyboardTest, WhatAFieldBeginsWithIsNeitherTypedOverNorAway) {
+  const auto toEnd = [this] { form.txtNumber.caret = 2; };
+  form.txtNumber.text = "24";
+  form.txtNumber.onEnter = toEnd;
+  form.txtNumber.onChange = [this, toEnd] {
+    if (form.txtNumber.text().starts_with("24")) return;
+    form.txtNumber.text = "24";
+    toEnd();
+  };
+  focus(form.txtNumber);  // by Tab, which marks the whole text
+  type("9");
+  EXPECT_EQ(form.txtNumber.text(), "249");
+  key(Qt::Key_Home);
+  key(Qt::Key_Delete);
+  EXPECT_EQ(form.txtNumber.text(), "24");
+  type("1");
+  EXPECT_EQ(form.txtNumber.text(), "241");
+  EXPECT_EQ(find<QLineEdit>(form.txtNumber).text(), "241");
+}
+
 TEST_F(KeyboardTest, TypedDatesAreReadOnLeaving) {
   focus(form.dtpDate);
   auto& edit = find<QLineEdit>(form.dtpDate);
