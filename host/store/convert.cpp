@@ -8,15 +8,14 @@
 
 #include "host/store/admin_log.h"
 #include "host/store/books.h"
+#include "host/store/merge_accounts.h"
 #include "host/store/plan_mapping.h"
+#include "host/store/plan_swap.h"
 #include "host/store/schema.h"
 #include "host/store/sql.h"
 
 namespace tolvex::store {
 namespace {
-
-constexpr std::int64_t kEntriesAtOnce = 20000;  // between two looks at the progress
-constexpr int kOpeningPlan = -9;                // of the account "0", which belongs to every plan
 
 void refuseWithoutCounterpart(Database& db) {
   const std::vector<std::string> codes = withoutCounterpart(db);
@@ -24,55 +23,84 @@ void refuseWithoutCounterpart(Database& db) {
   throw Refusal(kReferred, "Sąskaita " + codes.front() + " neturi atitinkamos naujos sąskaitos!");
 }
 
+// Which id stands for an account after the conversion. A counterpart takes the id of the busiest of
+// its accounts, so that the postings of that one need not move; the others are merged into it.
+class Successors {
+ public:
+  Successors(Database& db, const std::vector<MappedAccount>& mapping) {
+    std::map<int, std::int64_t> postings;
+    auto rows = db.prepare(
+        "SELECT account_id, SUM(n) FROM turn_acc WHERE period < 10000 GROUP BY account_id");
+    while (rows->step()) postings[static_cast<int>(rows->integer(0))] = rows->integer(1);
+    for (const MappedAccount& account : mapping) {
+      const auto [heir, first] = heirs_.try_emplace(account.newId, account.id);
+      if (!first && postings[account.id] > postings[heir->second]) heir->second = account.id;
+    }
+    for (const MappedAccount& account : mapping) {
+      const int to = heirs_.at(account.newId);
+      successors_[account.newId] = successors_[account.id] = to;
+      if (account.id != to) merges_.push_back({account.id, to});
+    }
+  }
+  int of(int account) const {
+    const auto found = successors_.find(account);
+    return found == successors_.end() ? account : found->second;
+  }
+  const std::map<int, int>& heirs() const { return heirs_; }  // counterpart to account
+  const std::vector<Merge>& merges() const { return merges_; }
+
+ private:
+  std::map<int, int> heirs_, successors_;
+  std::vector<Merge> merges_;
+};
+
 // Turnovers of a year in a currency: debit and credit, each in litas and in the currency, rows.
 using YearKey = std::tuple<std::int64_t, std::int64_t, std::string>;  // account, year, currency
 using Turnovers = std::map<YearKey, std::array<std::int64_t, 5>>;
 
-// By counterparts where accounts have them: so the same before and after a conversion.
-Turnovers turnoversOfCounterparts(Database& db) {
+constexpr const char* kRolledUp =
+    "SELECT account_id, period, cur, SUM(debit), SUM(credit), SUM(debit_cur), SUM(credit_cur),"
+    " SUM(n) FROM turn_acc WHERE period < 10000 GROUP BY account_id, period, cur";
+constexpr const char* kPosted =
+    "SELECT account_id, day / 10000, cur, SUM(CASE sign WHEN 1 THEN sum_lt ELSE 0 END),"
+    " SUM(CASE sign WHEN 1 THEN 0 ELSE sum_lt END), SUM(CASE sign WHEN 1 THEN sum_cur ELSE 0 END),"
+    " SUM(CASE sign WHEN 1 THEN 0 ELSE sum_cur END), COUNT(*) FROM posting"
+    " GROUP BY account_id, day / 10000, cur";
+
+// By the account that stands for each, so the same before and after a conversion.
+Turnovers turnoversOf(Database& db, const char* sql, const Successors& successors) {
   Turnovers all;
-  auto rows = db.prepare(
-      "SELECT COALESCE(a.new_id, a.id), t.period, t.cur, SUM(t.debit), SUM(t.credit),"
-      " SUM(t.debit_cur), SUM(t.credit_cur), SUM(t.n) FROM turn_acc t"
-      " JOIN account a ON a.id = t.account_id WHERE t.period < 10000"
-      " GROUP BY COALESCE(a.new_id, a.id), t.period, t.cur");
+  auto rows = db.prepare(sql);
   while (rows->step()) {
-    auto& sums = all[{rows->integer(0), rows->integer(1), std::string(rows->text(2))}];
-    for (std::size_t i = 0; i < sums.size(); ++i) sums[i] = rows->integer(static_cast<int>(i) + 3);
+    const int account = successors.of(static_cast<int>(rows->integer(0)));
+    auto& sums = all[{account, rows->integer(1), std::string(rows->text(2))}];
+    for (std::size_t i = 0; i < sums.size(); ++i) sums[i] += rows->integer(static_cast<int>(i) + 3);
   }
   return all;
 }
 
-void movePostings(Database& db, const Progress& progress) {
-  const auto last = integerFrom(db, "SELECT MAX(id) FROM entry").value_or(0);
-  auto move = db.prepare(
-      "UPDATE posting SET"
-      " account_id = (SELECT COALESCE(a.new_id, a.id) FROM account a"
-      " WHERE a.id = posting.account_id),"
-      " corr_id = (SELECT COALESCE(a.new_id, a.id) FROM account a WHERE a.id = posting.corr_id)"
-      " WHERE entry_id > $1 AND entry_id <= $2");
-  for (std::int64_t done = 0; done < last; done += kEntriesAtOnce) {
-    goOn(progress, "Įrašai perkeliami į naują planą",
-         static_cast<double>(done) / static_cast<double>(last));
-    move->bind(1, done).bind(2, done + kEntriesAtOnce);
-    move->run();
-  }
-}
-
-void moveTemplates(Database& db) {
-  for (const std::string side : {"account_d", "account_c"}) {
-    run(db, "UPDATE template_line SET " + side +
-                " = (SELECT COALESCE(a.new_id, a.id) FROM account a WHERE a.id = template_line." +
-                side + ") WHERE " + side + " IS NOT NULL");
-  }
-}
-
-// What one account is matched with documents for, its counterpart is as well.
-void moveTracking(Database& db) {
+// What one of its accounts is matched with documents for, a counterpart is as well. Answers the
+// accounts, by their successors, whose open items are to be made anew.
+std::set<int> moveTracking(Database& db, const Successors& successors) {
   run(db,
       "UPDATE account SET track_items = 1 WHERE plan = 1"
       " AND id IN (SELECT new_id FROM account WHERE plan = 0 AND track_items <> 0)");
+  std::set<int> tracked, changed;
+  {
+    auto rows = db.prepare(
+        "SELECT a.id, a.track_items FROM account a JOIN account n ON n.id = a.new_id"
+        " WHERE n.track_items <> 0");
+    while (rows->step()) {
+      const int successor = successors.of(static_cast<int>(rows->integer(0)));
+      tracked.insert(successor);
+      if (rows->integer(1) == 0) changed.insert(successor);
+    }
+  }
+  for (const Merge& merge : successors.merges()) {
+    if (tracked.contains(merge.to)) changed.insert(merge.to);
+  }
   run(db, "UPDATE account SET track_items = 0 WHERE plan = 0");
+  return changed;
 }
 
 // An account bears one mark. The one that the new plan itself gives stays, then the first by number
@@ -112,16 +140,12 @@ struct Lock {
 
 // Of several locks on one counterpart the later dates win. What binds everybody binds the ordinary
 // user too, so his date is never the earlier one.
-void moveLocks(Database& db, const std::vector<MappedAccount>& mapping) {
-  std::map<int, int> counterparts;
-  for (const MappedAccount& account : mapping) counterparts[account.id] = account.newId;
+void moveLocks(Database& db, const Successors& successors) {
   std::map<int, Lock> locks;
   {
     auto rows = db.prepare("SELECT account_id, day_high, day_low, user_id FROM account_lock");
     while (rows->step()) {
-      const int account = static_cast<int>(rows->integer(0));
-      const auto to = counterparts.find(account);
-      Lock& lock = locks[to == counterparts.end() ? account : to->second];
+      Lock& lock = locks[successors.of(static_cast<int>(rows->integer(0)))];
       lock.high = std::max(lock.high, static_cast<int>(rows->integer(1)));
       lock.low = std::max(lock.low, static_cast<int>(rows->integer(2)));
       lock.userId = static_cast<int>(rows->integer(3));
@@ -136,22 +160,6 @@ void moveLocks(Database& db, const std::vector<MappedAccount>& mapping) {
         " VALUES ($1, $2, $3, $4)",
         account, day(lock.high), day(low), lock.userId);
   }
-}
-
-// Every plan takes the place of the next older one, the oldest first.
-void renumberPlans(Database& db) {
-  std::vector<int> plans;
-  {
-    auto rows = db.prepare("SELECT DISTINCT plan FROM account WHERE plan <= 0 ORDER BY plan");
-    while (rows->step()) plans.push_back(static_cast<int>(rows->integer(0)));
-  }
-  constexpr const char* kMove = "UPDATE account SET plan = $2 WHERE plan = $1";
-  for (const int plan : plans) {
-    if (plan == kOpeningPlan) continue;
-    run(db, kMove, plan, plan - 1 == kOpeningPlan ? plan - 2 : plan - 1);
-  }
-  run(db, kMove, 1, 0);
-  run(db, "UPDATE account SET new_id = NULL WHERE new_id IS NOT NULL");
 }
 
 // An account that nobody used may have no counterpart; unless the new plan knows its number, it is
@@ -185,21 +193,21 @@ std::vector<AccountText> convertPlan(Session& session) {
   refuseWithoutCounterpart(db);
   const std::vector<MappedAccount> mapping = readMapping(db);
   const RenamedAccounts renamed = renamedBy(db, mapping);
-  const Turnovers before = turnoversOfCounterparts(db);
+  const Successors successors(db, mapping);
+  const Turnovers before = turnoversOf(db, kRolledUp, successors);
   std::vector<AccountText> left;
 
-  movePostings(db, session.progress());
-  moveTemplates(db);
-  moveTracking(db);
+  mergeAccounts(db, successors.merges(), session.progress());
+  const std::set<int> itemsOf = moveTracking(db, successors);
+  for (const int account : itemsOf) rebuildItems(db, account, successors.merges());
   moveMarks(db, mapping, left);
-  moveLocks(db, mapping);
+  moveLocks(db, successors);
   rewriteAccountTexts(db, renamed);
-  renumberPlans(db);
-  rebuildBooks(db, session.progress());
-  if (turnoversOfCounterparts(db) != before) {
+  swapPlans(db, successors.heirs());
+  if (turnoversOf(db, kRolledUp, successors) != before ||
+      turnoversOf(db, kPosted, successors) != before) {
     throw BooksError("Likučiai po konvertavimo nesutampa su buvusiais, duomenys nepakeisti.");
   }
-
   const std::vector<AccountText> texts = accountTextsLeft(db, renamed);
   left.insert(left.end(), texts.begin(), texts.end());
   writeProtocol(session, mapping, left);

@@ -8,9 +8,9 @@
 
 namespace tolvex::store {
 
-// Moves postings, template lines, marks and lock dates to the counterparts; the new plan becomes
-// the working one, the working one a former plan. Derived tables are made anew and compared: every
-// account must have the turnovers of those it stands for, year by year and currency by currency.
+// Moves what was entered, template lines, marks and lock dates to the counterparts; the new plan
+// becomes the working one, the working one a former plan. At the end every account must have the
+// turnovers of those it stands for, year by year and currency by currency.
 // Runs in the caller's transaction, which has the books to itself; raises the epoch. Throws Refusal
 // 547, which names the first account without a counterpart, and Stopped.
 // Answers the texts that a person must look through.
