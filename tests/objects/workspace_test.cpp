@@ -348,5 +348,53 @@ TEST_F(WorkspaceTest, AnObjectKeepsItsRecordWhenTheStoreFails) {
   EXPECT_EQ(object.Fields()["Name"].Text(), name);
 }
 
+TEST_F(WorkspaceTest, OtherScreensCloseTogetherOrNotAtAll) {
+  const auto stays = card("O02015005"), first = card("O02015006"), second = card("O02015007");
+  for (const auto& form : {stays, first, second}) host().screens().show(form);
+  second->agrees = false;
+  EXPECT_FALSE(host().screens().closeOthers(*stays));
+  workspace_->idle();
+  EXPECT_EQ(workspace_->screens().size(), 3u);
+  EXPECT_EQ(workspace_->current(), second.get());
+  second->agrees = true;
+  EXPECT_TRUE(host().screens().closeOthers(*stays));
+  workspace_->idle();
+  EXPECT_EQ(workspace_->screens().size(), 1u);
+}
+
+TEST_F(WorkspaceTest, BooksThatAnotherClientChangedAreOfferedToBeOpenedAgain) {
+  Answer reply = Answer::No;
+  stage_.setDriver(
+      [&] {
+        const Message* box = stage_.openMessage();
+        if (!box) return false;
+        boxes_.push_back(box->text);
+        stage_.answer(box->buttons == Buttons::YesNo ? reply : Answer::Ok);
+        return true;
+      },
+      [this] { workspace_->idle(); });
+  host().screens().show(card("O02015005"));
+  const auto other = store::openBooks(books_.place(), "admin", "");
+  store::run(other->db(), "UPDATE store_meta SET value = '99' WHERE name = 'epoch'");
+  const std::string question =
+      "Duomenų bazė pakeista, atidarykite iš naujo!\r\n\r\nAtidaryti dabar? Neįrašyti pakeitimai "
+      "bus prarasti.";
+  const auto asked = [&] { return std::count(boxes_.begin(), boxes_.end(), question); };
+
+  EXPECT_EQ(host().objects().open("O00001001"), nullptr);
+  workspace_->idle();
+  workspace_->idle();
+  EXPECT_EQ(asked(), 1) << "once for each refusal";
+  EXPECT_EQ(workspace_->screens().size(), 1u) << "what was typed can still be read";
+  reply = Answer::Yes;
+  EXPECT_EQ(host().objects().open("O00001001"), nullptr);
+  workspace_->idle();
+  EXPECT_EQ(asked(), 2);
+  EXPECT_TRUE(workspace_->screens().empty());
+  EXPECT_NE(host().objects().open("O00001001"), nullptr);
+  workspace_->idle();
+  EXPECT_EQ(asked(), 2);
+}
+
 }  // namespace
 }  // namespace tolvex
