@@ -55,6 +55,7 @@ PageDialog::PageDialog(const PageSetup& page, QWidget* parent) : QDialog(parent)
     auto* box = new QDoubleSpinBox(this);
     box->setObjectName(QString::fromUtf8(name));
     box->setLocale(QLocale(QLocale::Lithuanian));
+    box->setButtonSymbols(QAbstractSpinBox::NoButtons);
     box->setRange(0, kWidestMm);
     box->setDecimals(1);
     box->setSuffix(QStringLiteral(" mm"));

@@ -66,6 +66,9 @@ QLineEdit:focus, QPlainTextEdit:focus, QComboBox:focus { border: 1px solid #1f6a
 QLineEdit:read-only, QPlainTextEdit:read-only { background: #f3f5f7; border-color: #dde3e8; }
 QLineEdit:disabled, QPlainTextEdit:disabled, QComboBox:disabled { background: #f3f5f7;
   border-color: #dde3e8; color: #7b8894; }
+QDoubleSpinBox { background: white; border: 1px solid #c3ccd4; border-radius: 4px;
+  padding: 0 9px; min-height: 26px; max-height: 26px; selection-background-color: #1f6a8c; }
+QDoubleSpinBox:focus { border: 1px solid #1f6a8c; background: #fbfdfe; }
 QComboBox { padding-right: 0; }
 QComboBox::drop-down { border: 0; width: 22px; }
 QComboBox::down-arrow { image: none; }

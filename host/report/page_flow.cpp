@@ -29,7 +29,11 @@ float PageFlow::bottomOf(std::size_t page) const {
 }
 
 void PageFlow::newPage() {
+  // As a rule a page holds about as much as the one before it.
+  const std::size_t texts = marks().texts.size(), lines = marks().lines.size();
   pages_.pages.emplace_back();
+  marks().texts.reserve(texts);
+  marks().lines.reserve(lines);
   y = top_;
 }
 
