@@ -210,6 +210,12 @@ struct Row {
   bool operator==(const Row&) const = default;
 };
 
+// What stands above a list on paper.
+struct ListHeading {
+  std::string title;
+  std::vector<std::string> lines;
+};
+
 // A table of rows. Rows are values: keep a row's key, never a reference, over a modal call.
 // No sorting by header click: rows are addressed by index and order.
 class ListView final : public Control {
@@ -222,6 +228,9 @@ class ListView final : public Control {
   Handler onActivate;          // Enter or double click on a row
   Handler onCheck;             // after the user ticked `current`
   Handler onInsert, onDelete;  // keys Ins and Del
+  // Before the whole list goes to paper or into a file: reads what is not read yet and says what
+  // stands above. False when the user stopped it.
+  std::function<bool(ListHeading& heading)> onPrint;
 
   const std::vector<Row>& rows() const { return rows_; }
   std::vector<Row>& edit();  // for changes; marks the list

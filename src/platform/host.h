@@ -117,6 +117,23 @@ class MessagePump {
   virtual void busy(bool on) = 0;
   virtual void progress(std::string_view what, double share) = 0;  // 0..1
 };
+// The busy sign of a long work, until the end of the scope on every way out.
+class LongWork {
+ public:
+  explicit LongWork(MessagePump& pump) : pump_(pump) { pump_.busy(true); }
+  ~LongWork() { pump_.busy(false); }
+  LongWork(const LongWork&) = delete;
+  LongWork& operator=(const LongWork&) = delete;
+
+  // Draws how far it is; false when the user asked to stop.
+  bool goesOn(std::string_view what, double share) {
+    pump_.progress(what, share);
+    return !pump_.stopped();
+  }
+
+ private:
+  MessagePump& pump_;
+};
 
 // --- dialogs ------------------------------------------------------------------------------------
 
