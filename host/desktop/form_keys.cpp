@@ -9,6 +9,7 @@
 #include "host/desktop/carry.h"
 #include "host/desktop/form_widget.h"
 #include "host/desktop/theme.h"
+#include "host/objects/list_report.h"
 #include "platform/host.h"
 
 namespace tolvex::desktop {
@@ -125,6 +126,8 @@ bool FormWidget::key(ui::Control& control, int code, int modifiers) {
   if (modifiers == Qt::ControlModifier && (code == Qt::Key_C || code == Qt::Key_V)) {
     if (code == Qt::Key_C ? copyFrom(control) : putInto(control)) return true;
   }
+  if (control.kind == Kind::ListView && control_ && listCommand(control, code, modifiers))
+    return true;
   if (control.kind == Kind::ListView && !control_) {
     if (listKey(static_cast<ui::ListView&>(control), code)) return true;
   }
@@ -166,6 +169,21 @@ bool FormWidget::putInto(ui::Control& control) {
   if (!target) return false;
   act([this, target, reference] { input().drop(*target, reference); });
   return true;
+}
+
+// What any list offers: Ctrl+P prints it, Ctrl+Shift+E writes a spreadsheet.
+bool FormWidget::listCommand(ui::Control& control, int code, int modifiers) {
+  const auto& list = static_cast<const ui::ListView&>(control);
+  const bool shift = modifiers & Qt::ShiftModifier;
+  if (code == Qt::Key_P && !shift) {
+    act([&list] { printList(list); });
+    return true;
+  }
+  if (code == Qt::Key_E && shift) {
+    act([&list] { exportList(list); });
+    return true;
+  }
+  return false;
 }
 
 bool FormWidget::listKey(ui::ListView& list, int code) {

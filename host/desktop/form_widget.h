@@ -86,6 +86,7 @@ class FormWidget final : public QWidget, public ui::FormView {
   bool copyFrom(const ui::Control& control);
   bool putInto(ui::Control& control);
   bool listKey(ui::ListView& list, int key);
+  bool listCommand(ui::Control& control, int key, int modifiers);
   void enterKey(ui::Control& control);
   void focusIn(ui::Control& control, int reason);
   void step(ui::Control& from);

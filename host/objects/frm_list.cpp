@@ -5,6 +5,7 @@
 
 #include "framework/references.h"
 #include "framework/text.h"
+#include "host/objects/list_report.h"
 #include "host/objects/services.h"
 #include "platform/host.h"
 
@@ -14,6 +15,8 @@ namespace {
 constexpr std::string_view kOperationGroups = "O0201400";
 constexpr const char* kDelete = "Panaikinti";
 constexpr const char* kPeriod = "Peržiūros nustatymai";
+constexpr const char* kPrint = "Spausdinti sąrašą";
+constexpr const char* kExport = "Eksportas į EXCEL";
 
 constexpr std::size_t kFirstPage = 200, kPage = 2500;
 constexpr std::size_t kRowsAlone = 20;  // more changed documents are read with their pages
@@ -47,6 +50,7 @@ frmList::frmList(HostContext& host, Navigator& navigator)
   lvwObjects.carries = [this](const std::string& key) { return carried(key); };
   lvwObjects.onInsert = [this] { runNew(); };
   lvwObjects.onDelete = [this] { runDelete(); };
+  lvwObjects.onPrint = [this](ui::ListHeading& heading) { return head(heading); };
   showHead();
 }
 
@@ -94,6 +98,7 @@ std::vector<ObjectRow> frmList::shownRows(RowSet& set, const std::vector<ListCol
 void frmList::readPages() {
   lvwObjects.columns = viewColumns(columns());
   nextPage_ = 0;
+  pageFailed_ = false;
   placed_ = 0;
   readOn();
   showHead();
@@ -101,10 +106,12 @@ void frmList::readPages() {
 
 void frmList::readOn() {
   if (!unfinished()) return;
-  const int after = *std::exchange(nextPage_, std::nullopt);
+  const int after = *nextPage_;
   const std::size_t most = after == 0 ? kFirstPage : kPage;
   const RowSetPtr set = ask(pageAfter(after, most));
+  pageFailed_ = !set;
   if (!set) return;
+  nextPage_.reset();
   auto rows = shownRows(*set, columns());
   const std::vector<ui::Row>& shown = lvwObjects.rows();
   std::size_t to = shown.size();  // the last page ends the list
@@ -180,8 +187,26 @@ void frmList::readRow(int id) {
   if (unfinished() && begin < placed_) placed_ += count - (end - begin);
 }
 
+// A failure or the user's stop leaves a part of the list, and nextPage_.
 void frmList::finish() {
-  while (unfinished()) readOn();
+  pageFailed_ = false;
+  if (!unfinished()) return;
+  LongWork work(host().pump());
+  while (unfinished() && work.goesOn("Skaitomas sąrašas", 0)) readOn();
+}
+
+bool frmList::head(ui::ListHeading& heading) {
+  heading.title = source_.caption;
+  if (!filter_.empty())
+    heading.lines.push_back(lblFilter.caption);
+  else if (cmdPeriod.visible())
+    heading.lines.push_back(cmdPeriod.caption);
+  if (narrowed_ && nextPage_)
+    narrow();
+  else
+    finish();
+  if (narrowed_) heading.lines.push_back("Ieškota: " + trim(txtFind.text()));
+  return !nextPage_;
 }
 
 void frmList::showRows(RowSet& rows, const std::string& filter) {
@@ -255,6 +280,10 @@ void frmList::fill(std::vector<ObjectRow> rows) {
 }
 
 void frmList::narrow() {
+  if (narrowed_ && nextPage_) {  // only a part could be searched
+    lvwObjects.setRows(std::move(all_));
+    narrowed_ = false;
+  }
   finish();
   const std::string text = trim(txtFind.text());
   if (!narrowed_) all_ = std::move(lvwObjects.edit());
@@ -341,10 +370,17 @@ void frmList::popupMenu() {
   const std::string id = row ? row->key : source_.id();
   const std::string exact = row ? row->tag : otype;
   if (kind.empty()) return;
-  menu_.show(lvwObjects, row ? rowMenu(*row) : sourceMenu(),
-             [this, kind, id, exact](const MenuEntry& entry) {
-               navigator_.runEntry(kind, id, exact, entry);
-             });
+  auto entries = row ? rowMenu(*row) : sourceMenu();
+  const bool any = !lvwObjects.rows().empty();
+  entries.insert(entries.end(), {{"-", ""}, {kPrint, "", any}, {kExport, "", any}});
+  menu_.show(lvwObjects, entries, [this, kind, id, exact](const MenuEntry& entry) {
+    if (entry.caption == kPrint)
+      printList(lvwObjects);
+    else if (entry.caption == kExport)
+      exportList(lvwObjects);
+    else
+      navigator_.runEntry(kind, id, exact, entry);
+  });
 }
 
 void frmList::runNew() {

@@ -29,7 +29,7 @@ class frmList final : public ui::Form {
   // A long list of documents stands with its first page. The rest follows page by page while the
   // user does nothing, and at once when he looks for something. Read again, every page takes the
   // place of the rows that stood there.
-  bool unfinished() const { return nextPage_.has_value(); }
+  bool unfinished() const { return nextPage_.has_value() && !pageFailed_; }
   void readOn();
   // The documents were saved or deleted; of a list that comes in pages only their rows are read.
   void readRows(const std::set<std::string>& references);
@@ -51,6 +51,7 @@ class frmList final : public ui::Form {
   std::vector<ObjectRow> shownRows(RowSet& set, const std::vector<ListColumn>& columns);
   void readPages();
   void finish();
+  bool head(ui::ListHeading& heading);
   void readRow(int id);
   void stayOn(const std::string& key);
   void replaceRows(std::size_t from, std::size_t to, std::vector<ObjectRow> rows);
@@ -74,6 +75,7 @@ class frmList final : public ui::Form {
   std::vector<ui::Row> all_;  // every row, while txtFind narrows the list
   bool narrowed_ = false;
   std::optional<int> nextPage_;  // follows the document of this id
+  bool pageFailed_ = false;      // it is asked again when the whole list is wanted
   std::size_t placed_ = 0;       // so many rows at the beginning are of pages read now
   std::vector<std::pair<std::string, std::string>> groups_;  // references of groups, their parents
   ObjectMenu menu_{*this};

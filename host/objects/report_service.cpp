@@ -1,5 +1,7 @@
 #include "host/objects/report_service.h"
 
+#include "framework/text.h"
+
 namespace tolvex {
 namespace {
 
@@ -15,6 +17,10 @@ const char* endingOf(ReportFormat format) {
   return "rtf";
 }
 
+bool endsWithNoCase(const std::string& text, const std::string& end) {
+  return text.size() >= end.size() && equalNoCase(text.substr(text.size() - end.size()), end);
+}
+
 }  // namespace
 
 void ReportService::show(ReportDocument document, bool withExcel) {
@@ -27,17 +33,17 @@ bool ReportService::exportAs(const ReportDocument& document, ReportFormat format
     warn(host_, "Ataskaitų įrašyti į bylą čia negalima.");
     return false;
   }
-  const std::string ending = endingOf(format);
-  const auto path = host_.dialogs().saveFile("(*." + ending + ")|*." + ending, "",
-                                             std::string(stem) + "." + ending);
+  const std::string ending = std::string(".") + endingOf(format);
+  auto path =
+      host_.dialogs().saveFile("(*" + ending + ")|*" + ending, "", std::string(stem) + ending);
   if (!path || path->empty()) return false;
-  MessagePump& pump = host_.pump();
-  pump.busy(true);
-  const std::string why = output_->write(document, format, *path, [&pump](double share) {
-    pump.progress("Rašoma byla", share);
-    return !pump.stopped();
-  });
-  pump.busy(false);
+  if (!endsWithNoCase(*path, ending)) *path += ending;
+  std::string why;
+  {
+    LongWork work(host_.pump());
+    why = output_->write(document, format, *path,
+                         [&work](double share) { return work.goesOn("Rašoma byla", share); });
+  }
   if (!why.empty()) warn(host_, why);
   return why.empty();
 }

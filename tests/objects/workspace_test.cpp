@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "host/objects/inner_uio.h"
+#include "host/objects/list_report.h"
 #include "host/objects/module_loader.h"
 #include "host/script/headless_stage.h"
 #include "host/script/program.h"
@@ -323,6 +324,38 @@ TEST_F(WorkspaceTest, ABranchThatCouldNotBeReadOpensAgain) {
   EXPECT_GT(below(), 5u);
   EXPECT_TRUE(tree.find("O0200400")->expanded);
   EXPECT_EQ(boxes_, std::vector<std::string>{"lost"});
+}
+
+TEST_F(WorkspaceTest, ALongListIsPrintedWholeOrNotAtAll) {
+  store::run(program_->session().db(),
+             "INSERT INTO oper (otype, group_id, day, number) WITH RECURSIVE n (i) AS (SELECT 1"
+             " UNION ALL SELECT i + 1 FROM n WHERE i < 6000)"
+             " SELECT 'O0201500', 2, 20040301, 'N' || CAST(i AS VARCHAR(9)) FROM n");
+  auto& tree = dynamic_cast<ui::TreeView&>(*workspace_->tree().find("tvwLayout"));
+  auto& list = dynamic_cast<ui::ListView&>(*workspace_->list().find("lvwObjects"));
+  tree.current = std::string("O02014002");
+  tree.onChange();
+  const std::size_t first = list.rows().size();
+  ASSERT_LT(first, 6000u);
+  program_->faults().arm(4, 1299, "Ryšys nutrūko.");
+  printList(list);
+  EXPECT_EQ(stage_.lastReport(), nullptr) << "a part of a list looks like the whole on paper";
+  EXPECT_EQ(boxes_.size(), 1u);
+  EXPECT_GT(list.rows().size(), first) << "what could be read is shown";
+  printList(list);
+  ASSERT_NE(stage_.lastReport(), nullptr);
+  const auto& table = std::get<ReportTable>(stage_.lastReport()->body.back());
+  EXPECT_GE(table.rows.size(), 6000u);
+  EXPECT_EQ(table.rows.size(), list.rows().size());
+  EXPECT_EQ(boxes_.size(), 1u);
+}
+
+TEST_F(WorkspaceTest, AnEmptyListIsNotPrinted) {
+  auto& list = dynamic_cast<ui::ListView&>(*workspace_->list().find("lvwObjects"));
+  list.setRows({});
+  printList(list);
+  exportList(list);
+  EXPECT_EQ(stage_.lastReport(), nullptr);
 }
 
 TEST_F(WorkspaceTest, RightsAreAskedOnceUntilTheyMayHaveChanged) {
