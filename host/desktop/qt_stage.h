@@ -67,6 +67,9 @@ class QtStage final : public QObject, public DesktopStage, public ActGuard {
   bool shot(const std::string& path) override;
   const ReportDocument* lastReport() const override { return report_.get(); }
   bool closeReport() override;
+  void replyFile(std::optional<std::string> path) override {
+    fileReplies.push_back(std::move(path));
+  }
 
   // ActGuard
   void run(const std::function<void()>& act) override;

@@ -60,6 +60,9 @@ class Playground {
   virtual bool shot(const std::string& path) = 0;        // writes a picture; false without a window
   virtual const ReportDocument* lastReport() const = 0;  // shown last, or null
   virtual bool closeReport() { return false; }  // the preview opened last; false when none is open
+  // The answer to a file dialog that will be asked: a path, or nothing to give it up. Answers are
+  // taken in order; a dialog without one is given up.
+  virtual void replyFile(std::optional<std::string> path) = 0;
 };
 
 }  // namespace tolvex

@@ -28,6 +28,13 @@ void HeadlessStage::pump(const std::function<bool()>& done) {
   }
 }
 
+std::optional<std::string> HeadlessStage::takeFileReply() {
+  if (fileReplies_.empty()) return std::nullopt;
+  auto reply = std::move(fileReplies_.front());
+  fileReplies_.pop_front();
+  return reply;
+}
+
 void HeadlessStage::runModal(ui::Form& form) {
   take(form);
   layers_.push_back({&form, nullptr, std::nullopt});

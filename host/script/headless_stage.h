@@ -2,6 +2,7 @@
 // waits for the user, inside boxes and modal forms as well.
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <string>
 #include <vector>
@@ -23,11 +24,11 @@ class HeadlessStage final : public Stage, public Playground, private ui::FormVie
   void runModal(ui::Form& form) override;
   Answer message(const Message& message) override;
   std::optional<std::string> openFile(const std::string&, const std::string&) override {
-    return std::nullopt;
+    return takeFileReply();
   }
   std::optional<std::string> saveFile(const std::string&, const std::string&,
                                       const std::string&) override {
-    return std::nullopt;
+    return takeFileReply();
   }
   void help(const std::string& page, const std::string&) override { helpPage_ = page; }
   void report(std::shared_ptr<const ReportDocument> document, bool, ReportViewer&) override {
@@ -48,6 +49,9 @@ class HeadlessStage final : public Stage, public Playground, private ui::FormVie
   bool shot(const std::string&) override { return false; }
 
   const ReportDocument* lastReport() const override { return report_.get(); }
+  void replyFile(std::optional<std::string> path) override {
+    fileReplies_.push_back(std::move(path));
+  }
 
   const std::string& helpPage() const { return helpPage_; }  // shown last
 
@@ -65,12 +69,14 @@ class HeadlessStage final : public Stage, public Playground, private ui::FormVie
   void wake() override {}
   void popup(ui::Menu& menu, ui::Control&) override { menu_ = &menu; }
   void pump(const std::function<bool()>& done);
+  std::optional<std::string> takeFileReply();
 
   std::function<bool()> step_;
   std::function<void()> idle_;
   std::vector<Layer> layers_;
   ui::Menu* menu_ = nullptr;
   std::string helpPage_;
+  std::deque<std::optional<std::string>> fileReplies_;
   std::shared_ptr<const ReportDocument> report_;
 };
 

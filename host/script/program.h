@@ -40,6 +40,7 @@ class Program final : public ScriptWorld {
   FaultStore& faults() override { return faults_; }
   store::StorePort& books() override { return *session_; }
   std::vector<std::string> verify() override;
+  ReportOutput* output() override { return options_.output; }
   void restart(bool login) override;
   DateTime today() const override { return clock_().Date(); }
 

@@ -4,7 +4,9 @@
 #include "framework/references.h"
 #include "framework/text.h"
 #include "host/objects/kinds.h"
+#include "host/objects/list_report.h"
 #include "host/objects/object_rows.h"
+#include "host/script/run_files.h"
 #include "host/script/script_engine.h"
 #include "platform/input.h"
 
@@ -169,6 +171,31 @@ std::string openObject(Engine& engine, const Act& act) {
   return "no group for documents of kind " + wanted;
 }
 
+std::string writeReport(Engine& engine, const ReportDocument& report, const std::string& path) {
+  ReportOutput* output = engine.world().output();
+  if (!output) return "reports cannot be written here";
+  const auto format = formatOf(path);
+  if (!format) return "not a kind of file that reports are written to: " + path;
+  return output->write(report, *format, placeInRun(path), {});
+}
+
+std::string saveReport(Engine& engine, const std::string& path) {
+  const ReportDocument* report = engine.world().playground().lastReport();
+  return report ? writeReport(engine, *report, path) : "no report was shown";
+}
+
+// print_list(list), export_list(list, path): what keys and menus offer on any list.
+std::string onList(Engine& engine, const Act& act) {
+  const auto& list = as<ui::ListView>(engine.control(textOf(act, 0)), "a list");
+  if (!list.shown()) return "hidden: " + list.name;
+  if (act.name == "print_list") {
+    printList(list);
+    return {};
+  }
+  const auto report = reportOf(list);
+  return report ? writeReport(engine, *report, textOf(act, 1)) : "nothing to write";
+}
+
 std::string onControl(Engine& engine, const Act& act) {
   ui::Control& control = engine.control(textOf(act, 0));
   Input input(control.form);
@@ -198,6 +225,8 @@ std::string gestureOf(Engine& engine, const Act& act) {
   if (act.name == "open") return openObject(engine, act);
   if (act.name == "activate") return activate(engine, textOf(act, 0));
   if (act.name == "pick") return pick(engine, textOf(act, 0));
+  if (act.name == "save_report") return saveReport(engine, textOf(act, 0));
+  if (act.name == "print_list" || act.name == "export_list") return onList(engine, act);
   Input input(engine.front());
   if (act.name == "leave") return input.leave();
   if (act.name == "close") {
@@ -213,6 +242,10 @@ std::string Engine::perform(const Act& act) {
   Playground& playground = world_.playground();
   if (act.name == "shot") {
     playground.shot(textOf(act, 0));
+    return {};
+  }
+  if (act.name == "save_as") {
+    playground.replyFile(placeInRun(textOf(act, 0)));
     return {};
   }
   if (act.name == "answer") return answerBox(*this, textOf(act, 0));

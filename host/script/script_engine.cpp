@@ -8,9 +8,10 @@ namespace tolvex::script {
 namespace {
 
 constexpr const char* kActs[] = {
-    "open",    "close", "leave",   "activate",     "enter",       "choose", "date",   "check",
-    "uncheck", "click", "select",  "double_click", "right_click", "pick",   "answer", "tick",
-    "shot",    "login", "restart", "insert_key",   "delete_key",  "expand", "drop"};
+    "open",   "close",   "leave",   "activate",    "enter",        "choose",      "date",
+    "check",  "uncheck", "click",   "select",      "double_click", "right_click", "pick",
+    "answer", "tick",    "shot",    "login",       "restart",      "insert_key",  "delete_key",
+    "expand", "drop",    "save_as", "save_report", "print_list",   "export_list"};
 
 // The script goes on after its act: an act that could not be done is an error at the script's line.
 int afterAct(lua_State* lua, int, lua_KContext) {

@@ -262,6 +262,15 @@ int readStatus(lua_State* lua, Engine& engine) {
   return 1;
 }
 
+// The report that was shown last, as text.
+int readReport(lua_State* lua, Engine& engine) {
+  if (const ReportDocument* report = engine.world().playground().lastReport())
+    push(lua, dump(*report));
+  else
+    lua_pushnil(lua);
+  return 1;
+}
+
 int readToday(lua_State* lua, Engine& engine) {
   push(lua, engine.world().today().Text());
   return 1;
@@ -281,6 +290,7 @@ void addReads(lua_State* lua) {
       {"message", guarded<readMessage>}, {"dump", guarded<readDump>},
       {"screens", guarded<readScreens>}, {"today", guarded<readToday>},
       {"shown", guarded<readShown>},     {"status", guarded<readStatus>},
+      {"report", guarded<readReport>},
   };
   for (const Function& read : reads) lua_register(lua, read.name, read.function);
   luaL_newmetatable(lua, kLazyRows);

@@ -21,6 +21,7 @@ class ScriptWorld {
   virtual FaultStore& faults() = 0;
   virtual store::StorePort& books() = 0;          // neither traced nor failing
   virtual std::vector<std::string> verify() = 0;  // findings, one line each
+  virtual ReportOutput* output() = 0;  // writes reports into files; null: they cannot be written
   // The program is closed and opened again, for the same user or through the login screen.
   virtual void restart(bool login) = 0;
   virtual DateTime today() const = 0;

@@ -1,0 +1,85 @@
+-- Lists and reports on paper and in files.
+
+local function has(text, part)
+  if not text:find(part, 1, true) then error('"' .. part .. '" is not in\n' .. text, 2) end
+end
+
+local function lacks(text, part)
+  if text:find(part, 1, true) then error('"' .. part .. '" is in\n' .. text, 2) end
+end
+
+local function save_everywhere(name)
+  for _, ending in ipairs { ".pdf", ".xlsx", ".rtf" } do save_report("out/reports/" .. name .. ending) end
+end
+
+test("the plan of accounts is printed and saved", function()
+  select("tvwLayout", "Sąskaitų planas")
+  right_click "tvwLayout"
+  pick "Spausdinti"
+  has(report(), "Sąskaitų planas")
+  has(report(), "| 271")
+  has(report(), "Kasa litais")
+  save_everywhere "planas"
+end)
+
+test("any list is printed as it stands", function()
+  select("tvwLayout", "Finansinių operacijų apskaita")
+  double_click("lvwObjects", "Pirkimai")
+  print_list "lvwObjects"
+  local text = report()
+  has(text, "Pirkimai\n")
+  has(text, "| Data | Numeris | Komentaras | Suma, Lt\n")
+  has(text, "1\u{A0}180,00")
+  save_everywhere "pirkimai"
+end)
+
+test("what was searched for stands above the list", function()
+  select("tvwLayout", "Sąskaitų planas")
+  enter("txtFind", "kasa")
+  local found = count "lvwObjects"
+  right_click "lvwObjects"
+  pick "Spausdinti sąrašą"
+  has(report(), "Ieškota: kasa\n")
+  local _, lines = report():gsub("\n|[ *]", "")
+  expect(lines, found + 1, "rows with the head")
+end)
+
+test("a list of a screen is printed like any other", function()
+  select("tvwLayout", "Finansinių operacijų apskaita")
+  double_click("lvwObjects", "Pirkimai")
+  double_click("lvwObjects", 1)
+  print_list "lvwBRRecords"
+  has(report(), "| 204 | 450 | 1\u{A0}000,00 |")
+  save_everywhere "irasai"
+  close()
+end)
+
+test("the menu writes a spreadsheet where the user says", function()
+  select("tvwLayout", "Įmonės")
+  save_as "out/reports/įmonės"
+  right_click "lvwObjects"
+  pick "Eksportas į EXCEL"
+  expect(message(), nil)
+  right_click "lvwObjects"
+  pick "Eksportas į EXCEL"
+  expect(message(), nil, "given up")
+  -- A folder stands where the file should go.
+  export_list("lvwObjects", "out/reports/aplankas.xlsx/firmos.xlsx")
+  save_as "out/reports/aplankas.xlsx"
+  right_click "lvwObjects"
+  pick "Eksportas į EXCEL"
+  has(message().text, "Nepavyko įrašyti bylos")
+  answer "ok"
+end)
+
+test("a script writes below its own folder only", function()
+  select("tvwLayout", "Įmonės")
+  print_list "lvwObjects"
+  for _, path in ipairs { "../firmos.pdf", "/firmos.pdf", "out/../../firmos.pdf", "" } do
+    local done = pcall(save_report, path)
+    expect(done, false, path)
+  end
+  local done, why = pcall(save_report, "out/firmos.doc")
+  expect(done, false)
+  has(why, "not a kind of file")
+end)
