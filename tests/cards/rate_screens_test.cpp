@@ -10,6 +10,7 @@
 #include "platform/input.h"
 #include "platform/layout.h"
 #include "tests/support/fake_host.h"
+#include "tests/support/screen_text.h"
 
 namespace tolvex {
 namespace {
@@ -70,6 +71,7 @@ TEST_F(RateScreens, ADayShowsEveryCurrencyBesideItsRateBefore) {
   frmRateDay form(host, DateTime::Of(2003, 2, 7));
   opened(form);
   EXPECT_NO_THROW(form.layout());
+  test::expectScreen(form, "frmRateDay");
   EXPECT_EQ(cells(form.table.lvwRates),
             "EUR|euras||3,4528||\n"
             "GBP|svaras||||\n"
@@ -147,6 +149,7 @@ TEST_F(RateScreens, AFileIsReadIntoTheBoxAndStoredWhole) {
   DO(user.click(form.cmdFile));
   std::remove(path.c_str());
   EXPECT_EQ(form.lblFound.caption(), "Kursų: 2");
+  test::expectScreen(form, "frmRatesImport");
   answerWith({1205, "Duomenų bazė užimta", {}});
   DO(user.click(form.cmdOK));
   EXPECT_EQ(host.dialogs().takeTexts().size(), 1U);

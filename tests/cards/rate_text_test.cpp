@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "framework/text.h"
+#include "host/cards/missing_rates.h"
 #include "host/cards/working_days.h"
 
 namespace tolvex {
@@ -97,6 +98,26 @@ TEST(WorkingDays, LeaveOutWeekendsAndTheHolidaysOfTheYear) {
   for (const DateTime day : workingDays(DateTime::Of(2004, 4, 8), DateTime::Of(2004, 4, 13)))
     days.push_back(day.Text());
   EXPECT_EQ(join(days, " "), "2004.04.08 2004.04.09 2004.04.13");
+}
+
+TEST(MissingRates, AreToldInOneLine) {
+  const auto day = [](unsigned number) { return DateTime::Of(2004, 3, number); };
+  const std::vector<DayRate> known = {{day(1), "USD", 2.7}, {day(2), "USD", 2.7}};
+  const auto told = [&](std::vector<RatedCurrency> currencies, unsigned to) {
+    return missingRatesText(known, currencies, day(1), day(to));
+  };
+  EXPECT_EQ(told({{"USD", "", 0}}, 2), "");
+  EXPECT_EQ(told({{"USD", "", 0}, {"EUR", "", 3.4528}}, 4),
+            "Trūksta kursų: USD 2004.03.03, 2004.03.04");
+  EXPECT_EQ(told({{"USD", "", 0}, {"GBP", "", 0}}, 9),
+            "Trūksta kursų: USD 2004.03.03, 2004.03.04, 2004.03.05, 2004.03.08, 2004.03.09; GBP "
+            "2004.03.01, 2004.03.02, 2004.03.03, 2004.03.04, 2004.03.05 ir dar 2");
+  std::vector<RatedCurrency> many;
+  for (const char* code : {"USD", "GBP", "CZK", "DKK", "NOK", "SEK", "PLN", "CHF", "JPY", "CAD"})
+    many.push_back({code, "", 0});
+  EXPECT_EQ(told(many, 4),
+            "Trūksta kursų: USD 2 d., GBP 4 d., CZK 4 d., DKK 4 d., NOK 4 d., SEK 4 d., PLN 4 d., "
+            "CHF 4 d. ir dar 2 val.");
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include "currency/frmCurrencyExchange.h"
 #include "framework/text.h"
 #include "tests/operations/screen_fixture.h"
+#include "tests/support/screen_text.h"
 
 namespace tolvex::test {
 namespace {
@@ -88,6 +89,7 @@ TEST_F(ExchangeScreen, PostsAndNamesTheOperation) {
   auto object = newOperation();
   auto form = exchange(object);
   EXPECT_NO_THROW(form->layout());
+  expectScreen(*form, "frmCurrencyExchange_new");
   ui::Input user(*form);
   EXPECT_EQ(form->cmbAcc536.text(), "500 Pardavimo pajamos");
   EXPECT_EQ(form->debit.cmbBankAcc.items()[0].text, "Bankas A, LT1") << "the main one first";
@@ -99,6 +101,7 @@ TEST_F(ExchangeScreen, PostsAndNamesTheOperation) {
   EXPECT_EQ(form->lblDifference.caption(),
             "Debetas 275,00 Lt     Kreditas 270,00 Lt     Teigiama įtaka 5,00 Lt");
   DO(user.choose(form->debit.cmbBankAcc, 1));
+  expectScreen(*form, "frmCurrencyExchange_filled");
   DO(user.click(form->cmdOK));
   EXPECT_EQ(told(), Texts{});
   EXPECT_FALSE(form->isOpen());
