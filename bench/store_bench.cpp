@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "bench/demo_books.h"
@@ -214,10 +215,60 @@ void verifyAgainstGroupBy(Session& big) {
   bench::report("verify against a plain GROUP BY", verifying[1] / grouping[1], 5, "x", false);
 }
 
+// Saves `count` sales; numbered, each draws its number first, as a screen does.
+void saveSales(Session& session, int count, bool numbered) {
+  constexpr int kDay = 20040617, kGroup = 4;
+  for (int i = 0; i < count; ++i) {
+    const RowSetPtr record = sale(session, kDay);
+    (*record)["AutoNumber"] = 0.0;
+    if (numbered) {
+      const int number =
+          offerNumber(session, *readNumberRules(session.db(), kGroup), 1, "AD", "O0201500", kDay);
+      (*record)["AutoNumber"] = static_cast<double>(number);
+      (*record)["Number"] = session.offer().text;
+    }
+    const SaveOutcome saved = session.save("O0201500", "O0201500", *record, nullptr, nullptr);
+    if (saved.Code != kDone) throw BooksError(saved.Text);
+  }
+}
+
+// Two clients draw their numbers from one counter, against one client that draws none.
+void numbersOfTwoClients(const std::string& folder, int operations) {
+  const std::string one = folder + "/bench_one.tolvex", two = folder + "/bench_two.tolvex";
+  const auto alone = openEmpty(one);
+  double start = wallSeconds();
+  saveSales(*alone, operations, false);
+  const double plain = wallSeconds() - start;
+
+  const auto first = openEmpty(two);
+  const auto second = openBooks(two, "admin", "");
+  std::string failure;
+  start = wallSeconds();
+  std::thread other([&] {
+    try {
+      saveSales(*second, operations / 2, true);
+    } catch (const std::exception& error) {
+      failure = error.what();
+    }
+  });
+  saveSales(*first, operations - operations / 2, true);
+  other.join();
+  const double together = wallSeconds() - start;
+  if (!failure.empty()) throw BooksError(failure);
+  const auto highest = integerFrom(first->db(), "SELECT MAX(auto_number) FROM oper");
+  const auto drawn = integerFrom(first->db(), "SELECT COUNT(DISTINCT auto_number) FROM oper");
+  if (highest != operations || drawn != operations)
+    throw BooksError("the numbers of two clients have gaps or doubles");
+  bench::note("one client without numbers, operations a second", operations / plain, "");
+  bench::note("two clients with numbers, operations a second", operations / together, "");
+  bench::report("two clients with numbers against one without", plain / together, 0.6, "x", true);
+}
+
 int benchmarks(bool quick, const std::string& folder) {
   const int operations = quick ? 50000 : 1000000;
   std::printf("store, big books of %d operations\n", operations);
   saveAgainstBareInserts(folder);
+  numbersOfTwoClients(folder, quick ? 5000 : 100000);
   const auto big = openOrMake(bench::booksOf(folder, operations), operations);
   saveIntoBigBooks(folder, *big);
   verifyAgainstGroupBy(*big);

@@ -114,6 +114,9 @@ void refill(Database& db, Database& copy, const Progress& progress) {
 
 BooksError explained(const std::string& file, const DatabaseError& error) {
   if (error.kind == Kind::Damaged) return problem(file, "failas sugadintas arba tai ne kopija.");
+  if (error.kind == Kind::Forbidden) {
+    return problem(file, "tai gali daryti tik duomenų bazės savininkas.");
+  }
   if (error.kind == Kind::Full) return problem(file, "diske nebėra vietos.");
   if (error.kind == Kind::Busy) return problem(file, "duomenų bazę užrakino kita programa.");
   if (error.kind == Kind::NoPlace) return problem(file, "nėra tokio aplanko arba teisės į jį.");

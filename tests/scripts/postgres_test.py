@@ -22,8 +22,8 @@ def tolvex(*words):
     return subprocess.run([PROGRAM, *map(str, words)], capture_output=True, text=True, timeout=120)
 
 
-def on_server(sql):
-    subprocess.run(["psql", "-q", "-v", "ON_ERROR_STOP=1", "-c", sql, SERVER], check=True)
+def on_server(sql, place=SERVER):
+    subprocess.run(["psql", "-q", "-v", "ON_ERROR_STOP=1", "-c", sql, place], check=True)
 
 
 class Books(unittest.TestCase):
@@ -74,6 +74,24 @@ class Books(unittest.TestCase):
         self.done("restore", self.url, back)
         self.assertEqual(self.totals(self.url), totals)
         self.done("verify", self.url)
+
+    def test_a_worker_works_and_leaves_the_protocols_alone(self):
+        worker = self.name + "_worker"
+        on_server(f"CREATE ROLE {worker} LOGIN")
+        try:
+            self.done("grant", self.url, worker)
+            place = re.sub(r"user=\w+", "user=" + worker, self.url)
+            self.done("run", SCRIPTS / "users.lua", "--books", place, "--today", "2004.03.31")
+            self.done("verify", place)
+            copy = self.folder / "copy"
+            self.done("backup", place, copy)
+            restored = tolvex("restore", place, copy)
+            self.assertEqual(restored.returncode, 1)
+            self.assertIn("savininkas", restored.stderr)
+            self.assertEqual(tolvex("grant", self.folder / "x", worker).returncode, 2)
+        finally:
+            on_server(f"DROP OWNED BY {worker}", self.url)
+            on_server(f"DROP ROLE {worker}")
 
     def test_generated_books_are_clean(self):
         other = self.name + "_more"

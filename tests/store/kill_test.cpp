@@ -105,5 +105,52 @@ TEST(Kill, NothingAcknowledgedIsLostAndNothingIsHalfSaved) {
   EXPECT_GT(saved.size(), std::size_t{kRounds}) << "the children hardly worked";
 }
 
+// Draws a number and saves under it, over and over, and dies between the two now and then.
+[[noreturn]] void numberUntilDeath(OperPlace& place, unsigned seed) {
+  const auto session = place.open();
+  std::minstd_rand random(seed);
+  for (;;) {
+    const RowSetPtr record = newOperation(*session, {20040115, {{"240", "500", 20}}, 4});
+    const int number =
+        offerNumber(*session, *readNumberRules(session->db(), 4), 1, "AD", "O0201500", 20040115);
+    (*record)["AutoNumber"] = static_cast<double>(number);
+    (*record)["Number"] = session->offer().text;
+    if (random() % 8 == 0) raise(SIGKILL);
+    if (save(*session, *record).Code != kDone) _exit(3);
+  }
+}
+
+class Numbering : public testing::TestWithParam<Store> {};
+
+// Two clients draw from one counter; whoever dies with an offered number in hand takes none along.
+TEST_P(Numbering, ClientsThatDieLeaveNeitherGapsNorDoubles) {
+  const auto place = GetParam() == Store::Postgres ? OperPlace::postgres() : OperPlace::file();
+  if (!place) GTEST_SKIP() << "no PostgreSQL server (TOLVEX_TEST_PG)";
+  place->open();
+  constexpr int kRounds = 8;
+  for (int round = 0; round < kRounds; ++round) {
+    pid_t children[2];
+    for (int i = 0; i < 2; ++i) {
+      children[i] = fork();
+      ASSERT_GE(children[i], 0);
+      if (children[i] == 0) numberUntilDeath(*place, static_cast<unsigned>(1 + round * 2 + i));
+    }
+    for (const pid_t child : children) {
+      int status = 0;
+      ASSERT_EQ(waitpid(child, &status, 0), child);
+      ASSERT_TRUE(WIFSIGNALED(status)) << "the child gave up with " << WEXITSTATUS(status);
+    }
+  }
+  const auto session = place->open();
+  const auto count = integerFrom(session->db(), "SELECT COUNT(*) FROM oper").value_or(0);
+  EXPECT_GT(count, kRounds) << "the children hardly worked";
+  EXPECT_EQ(integerFrom(session->db(), "SELECT MAX(auto_number) FROM oper"), count);
+  EXPECT_EQ(integerFrom(session->db(), "SELECT COUNT(DISTINCT number) FROM oper"), count);
+  EXPECT_TRUE(numberGaps(session->db()).empty());
+  EXPECT_EQ(findingsText(session->db()), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(Engines, Numbering, testing::Values(Store::File, Store::Postgres), nameOf);
+
 }  // namespace
 }  // namespace tolvex::store
