@@ -99,7 +99,7 @@ test("without the right to change a card is shown and the store refuses", functi
   select("tvwLayout", "Įmonės")
   expect(visible "cmdNew", false)
   right_click("lvwObjects", 1)
-  expect(table.concat(menu(), ","), "Padėti ant darbo stalo,-,Atrinkti")
+  expect(table.concat(menu(), ","), "Padėti ant darbo stalo,-,Atrinkti,-,Spausdinti sąrašą,Eksportas į EXCEL")
   for _, reference in ipairs { "O00001002", "O00014021", "O00003001", "O00005001", "O00016011" } do
     open(reference)
     expect(enabled "cmdWrite", false, reference)
