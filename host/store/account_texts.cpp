@@ -168,7 +168,13 @@ std::vector<AccountText> accountTextsLeft(Database& db, const RenamedAccounts& r
     left.push_back({std::string(settings->text(0)) + " (" + std::string(settings->text(1)) + ")",
                     std::string(value)});
   }
-  return left;
+  // A journal and the record that its like begin with say the same.
+  std::vector<AccountText> distinct;
+  for (AccountText& text : left) {
+    const bool known = std::find(distinct.begin(), distinct.end(), text) != distinct.end();
+    if (!known) distinct.push_back(std::move(text));
+  }
+  return distinct;
 }
 
 }  // namespace tolvex::store

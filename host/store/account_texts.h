@@ -21,9 +21,11 @@ void rewriteAccountTexts(Database& db, const RenamedAccounts& renamed);
 
 struct AccountText {
   std::string where, text;
+  bool operator==(const AccountText&) const = default;
 };
 // Texts that no program can rewrite, since they mean accounts by the beginning of their numbers or
-// belong to a user: those that a changed number is, or begins with. For a person to look through.
+// belong to a user: those that a changed number is, or begins with. For a person to look through;
+// to be asked before what can be rewritten is.
 std::vector<AccountText> accountTextsLeft(Database& db, const RenamedAccounts& renamed);
 
 }  // namespace tolvex::store

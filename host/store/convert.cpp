@@ -202,14 +202,14 @@ std::vector<AccountText> convertPlan(Session& session) {
   for (const int account : itemsOf) rebuildItems(db, account, successors.merges());
   moveMarks(db, mapping, left);
   moveLocks(db, successors);
+  const std::vector<AccountText> texts = accountTextsLeft(db, renamed);
+  left.insert(left.end(), texts.begin(), texts.end());
   rewriteAccountTexts(db, renamed);
   swapPlans(db, successors.heirs());
   if (turnoversOf(db, kRolledUp, successors) != before ||
       turnoversOf(db, kPosted, successors) != before) {
     throw BooksError("Likučiai po konvertavimo nesutampa su buvusiais, duomenys nepakeisti.");
   }
-  const std::vector<AccountText> texts = accountTextsLeft(db, renamed);
-  left.insert(left.end(), texts.begin(), texts.end());
   writeProtocol(session, mapping, left);
   raiseEpoch(db);
   return left;

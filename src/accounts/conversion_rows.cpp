@@ -61,14 +61,15 @@ std::string conversionSummary(RowSet& preview, const NumberFormat& format) {
   const auto sum = [&](const char* field) {
     return formatNumber(preview[field].Number(), 2, format) + " Lt";
   };
-  std::string text = "Įrašų " + count("Entries") + ", sąskaitų " + count("Accounts") + " → " +
-                     count("Targets") + ". Apyvarta " + sum("Turnover") + " → " + sum("Mapped") +
-                     ".";
-  if (preview["Missing"].Number() > 0) {
-    text += " Be atitikmens " + count("Missing") + ", pirmoji " +
-            std::string(preview["FirstMissing"].Text()) + ".";
-  }
-  return text;
+  return "Įrašų " + count("Entries") + ", sąskaitų " + count("Accounts") + " → " +
+         count("Targets") + ". Apyvarta " + sum("Turnover") + " → " + sum("Mapped") + ".";
+}
+
+std::string conversionMissing(RowSet& preview) {
+  const int missing = static_cast<int>(preview["Missing"].Number());
+  if (missing == 0) return {};
+  return "Naudojamų sąskaitų be atitikmens: " + std::to_string(missing) + ", pirmoji " +
+         std::string(preview["FirstMissing"].Text()) + ".";
 }
 
 }  // namespace tolvex

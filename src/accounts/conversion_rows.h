@@ -22,9 +22,10 @@ struct ConversionList {
 // to the next row of its own level or a higher one. Groups have none.
 ConversionList conversionList(RowSet& convertingTable);
 
-// One line on what a conversion would do: entries, accounts and how many they become, the turnover
-// before and after, accounts in use that lack a counterpart; `preview` is the store's answer, on
-// its one row.
+// What a conversion would do, by the store's answer on its one row: entries, accounts and how many
+// they become, the turnover before and after.
 std::string conversionSummary(RowSet& preview, const NumberFormat& format);
+// How many accounts in use lack a counterpart, "" when none does.
+std::string conversionMissing(RowSet& preview);
 
 }  // namespace tolvex

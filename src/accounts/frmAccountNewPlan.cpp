@@ -42,6 +42,7 @@ const char* frmAccountNewPlan::picture() const {
 [SOPanel]
   lsvCovert>
   lblSummary>
+  lblMissing>
   lblLeft>
   lsvLeft>
   cmdBackUp | cmdRestore | >> | cmdConvert
@@ -120,6 +121,8 @@ void frmAccountNewPlan::fill() {
   const bool known = preview && preview->RecordCount() > 0;
   if (known) preview->MoveFirst();
   lblSummary.caption = known ? conversionSummary(*preview, host().numbers()) : std::string();
+  lblMissing.caption = known ? conversionMissing(*preview) : std::string();
+  lblMissing.visible = !lblMissing.caption().empty();
   const RightFlags rights = host().rights().of(kPlanRights);
   cmdBackUp.enabled = rights.change != 0;
   cmdConvert.enabled = rights.change != 0 && allFound_;

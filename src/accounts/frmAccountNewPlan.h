@@ -27,6 +27,7 @@ class frmAccountNewPlan final : public ui::Form {
                          {{"Sąskaitų planas", 30, ui::Align::Left, true},
                           {"Naujas sąskaitos", 30, ui::Align::Left, true}}};
   ui::Label lblSummary{this, "lblSummary"};
+  ui::Label lblMissing{this, "lblMissing"};
   // What a conversion leaves to be put right by hand; shown when there is something.
   ui::Label lblLeft{this, "lblLeft", "Peržiūrėkite ir pataisykite patys:"};
   ui::ListView lsvLeft{

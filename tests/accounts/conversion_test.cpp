@@ -103,10 +103,11 @@ TEST(ConversionRows, TheSummaryTellsWhatIsMissing) {
   EXPECT_EQ(conversionSummary(*preview, {}),
             "Įrašų 1\u00A0000\u00A0000, sąskaitų 12 → 9. Apyvarta 2\u00A0500,50 Lt → "
             "2\u00A0500,50 Lt.");
+  EXPECT_EQ(conversionMissing(*preview), "");
   preview->MoveNext();
   EXPECT_EQ(conversionSummary(*preview, {}),
-            "Įrašų 3, sąskaitų 1 → 1. Apyvarta 2\u00A0500,50 Lt → 0,50 Lt. Be atitikmens 2, "
-            "pirmoji 162.");
+            "Įrašų 3, sąskaitų 1 → 1. Apyvarta 2\u00A0500,50 Lt → 0,50 Lt.");
+  EXPECT_EQ(conversionMissing(*preview), "Naudojamų sąskaitų be atitikmens: 2, pirmoji 162.");
 }
 
 class ConversionScreen : public testing::Test {
