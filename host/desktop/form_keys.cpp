@@ -171,11 +171,12 @@ bool FormWidget::putInto(ui::Control& control) {
   return true;
 }
 
-// What any list offers: Ctrl+P prints it, Ctrl+Shift+E writes a spreadsheet.
+// What any list offers: Ctrl+P prints it, Ctrl+Shift+E writes a spreadsheet. Where the form prints
+// itself by Ctrl+P, Ctrl+Shift+P is left to the list.
 bool FormWidget::listCommand(ui::Control& control, int code, int modifiers) {
   const auto& list = static_cast<const ui::ListView&>(control);
   const bool shift = modifiers & Qt::ShiftModifier;
-  if (code == Qt::Key_P && !shift) {
+  if (code == Qt::Key_P) {
     act([&list] { printList(list); });
     return true;
   }

@@ -20,10 +20,13 @@ const std::string& textAt(const ui::Row& row, std::size_t column) {
   return column < row.cells.size() ? row.cells[column].text : empty;
 }
 
-// How many digits stand behind the decimal mark of a number.
-int decimalsOf(std::string_view number) {
-  const std::size_t mark = number.find_last_of(",.");
-  return mark == std::string_view::npos ? 0 : static_cast<int>(number.size() - mark - 1);
+// How many digits stand behind the decimal mark; none where anything else stands there.
+int decimalsOf(std::string_view text) {
+  const std::size_t mark = text.find_last_of(",.");
+  if (mark == std::string_view::npos) return 0;
+  const std::string_view behind = text.substr(mark + 1);
+  const bool number = behind.find_first_not_of("0123456789") == std::string_view::npos;
+  return number ? static_cast<int>(behind.size()) : 0;
 }
 
 bool isDay(const std::string& text) {

@@ -180,6 +180,26 @@ TEST_F(KeyboardTest, TabStripsTurnPages) {
   EXPECT_FALSE(find(form.lvwEntries).isVisible());
 }
 
+TEST_F(KeyboardTest, AnyListIsPrintedAndWrittenByKey) {
+  bool formPrinted = false;
+  form.cmdPrint.enabled = true;
+  form.cmdPrint.onClick = [&] { formPrinted = true; };
+  focus(form.txtSum);
+  key(Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_TRUE(host.reports().log.empty()) << "a box is no list";
+  focus(form.lvwEntries);
+  key(Qt::Key_P, Qt::ControlModifier);
+  EXPECT_TRUE(formPrinted) << "the form's own key comes first";
+  focus(form.lvwEntries);
+  key(Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
+  key(Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier);
+  const std::string stem = host.reports().shown.at(0).exportStem;
+  EXPECT_EQ(host.reports().log,
+            (std::vector<std::string>{"show list excel", "export excel " + stem}));
+  const auto& table = std::get<ReportTable>(host.reports().shown[0].body.back());
+  EXPECT_EQ(table.rows.size(), form.lvwEntries.rows().size());
+}
+
 TEST_F(KeyboardTest, TreesAreWalkedByKey) {
   form.tabMain.current = std::string("more");
   settle();

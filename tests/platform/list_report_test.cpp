@@ -45,6 +45,7 @@ TEST_F(ListReportTest, ColumnsHoldWhatTheyAreMadeFor) {
       {"accounts stay texts", ui::Align::Left, {"2711", "443"}, CellKind::Text, 2},
       {"sums", ui::Align::Right, {"1\u00A0234,50", "", "-0,01"}, CellKind::Number, 2},
       {"rates need more places", ui::Align::Right, {"3,4528", "1"}, CellKind::Number, 4},
+      {"a sum with its currency", ui::Align::Right, {"29,00 EUR", "1,5"}, CellKind::Number, 1},
       {"counts", ui::Align::Right, {"15", "1200"}, CellKind::Number, 0},
       {"days", ui::Align::Left, {"2004.03.31", "", "2004.01.01"}, CellKind::Date, 2},
       {"a word among days", ui::Align::Left, {"2004.03.31", "nėra"}, CellKind::Text, 2},
