@@ -10,6 +10,7 @@ from pathlib import Path
 
 root = Path(__file__).resolve().parent.parent
 layer_of, uses, free_headers = {}, {}, []
+twice = []
 for lists in (root / "src/CMakeLists.txt", root / "host/CMakeLists.txt"):
     text = re.sub(r"#.*", "", lists.read_text())
     for call in re.findall(r"tolvex_layer\(([^)]*)\)", text):
@@ -19,12 +20,18 @@ for lists in (root / "src/CMakeLists.txt", root / "host/CMakeLists.txt"):
         for word in rest:
             if word in ("FILES", "USES", "SYSTEM"):
                 section = word
+                if rest.count(word) > 1:
+                    twice.append(f"{name}: {word}")
             elif section == "FILES":
                 files.append(word)
             elif section == "USES":
                 below.append(word)
+        if name in uses:
+            twice.append(f"layer {name}")
         uses[name] = set(below)
         for stem in files:
+            if f"{folder}/{stem}" in layer_of:
+                twice.append(f"{name}: {stem}")
             layer_of[f"{folder}/{stem}"] = name
 
 
@@ -39,6 +46,9 @@ def closure(name, seen=None):
 
 allowed = {name: closure(name) | {name} for name in uses}
 faults = 0
+for what in sorted(set(twice)):
+    faults += 1
+    print(f"CMakeLists.txt: {what} stands there twice")
 
 
 def fault(path, line, text):

@@ -209,6 +209,7 @@ void frmAccountNewPlan::restore() {
   std::erase_if(moment, [](char c) { return c == '.' || c == ':'; });
   const std::string before = "Pries-atstatyma " + moment;
   if (!store("BackUpDB", before) || !store("RestoreDB", kCopyName)) return;
+  showLeft({});  // told of the conversion that is undone
   tell("Atsarginė kopija atstatyta.");
   fill();
   redrawPlans();
