@@ -38,6 +38,10 @@ bool FormWidget::eventFilter(QObject* watched, QEvent* event) {
       return false;
     case QEvent::ShortcutOverride: {
       const auto* press = static_cast<QKeyEvent*>(event);
+      if (hasShortcut(press->keyCombination())) {
+        event->ignore();  // a field must not take it for itself, as it takes Ctrl+Ins for copying
+        return true;
+      }
       const bool turns = press->key() == Qt::Key_PageUp || press->key() == Qt::Key_PageDown;
       if (!turns || !(press->modifiers() & Qt::ControlModifier) || pages_.empty()) return false;
       event->accept();  // the form's own pages come before the tabs of the window
@@ -155,6 +159,16 @@ bool FormWidget::key(ui::Control& control, int code, int modifiers) {
     }
   }
   return false;
+}
+
+// Whether a command of the form bears these keys. Keys without Ctrl or Alt write text first.
+bool FormWidget::hasShortcut(QKeyCombination keys) const {
+  if (!(keys.keyboardModifiers() & (Qt::ControlModifier | Qt::AltModifier))) return false;
+  return std::any_of(form_.controls().begin(), form_.controls().end(), [&](const ui::Control* c) {
+    if (c->kind != Kind::Button || !c->usable()) return false;
+    const auto& shortcut = static_cast<const ui::Button*>(c)->shortcut;
+    return !shortcut.empty() && QKeySequence(text(shortcut)) == QKeySequence(keys);
+  });
 }
 
 bool FormWidget::copyFrom(const ui::Control& control) {

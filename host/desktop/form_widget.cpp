@@ -206,8 +206,12 @@ void FormWidget::syncFocus() {
   const ui::Control* focus = form_.focus();
   if (!focus || !isVisible() || !window()->isActiveWindow()) return;
   ControlView* field = view(*focus);
-  if (!field || !focus->usable() || field->field->hasFocus()) return;
-  if (field->field->isAncestorOf(QApplication::focusWidget())) return;
+  if (!field || !focus->usable()) return;
+  // Another screen of the window has the keys, and this one has not asked for them since.
+  const QWidget* now = QApplication::focusWidget();
+  if (now && !isAncestorOf(now) && focus == syncedFocus_) return;
+  syncedFocus_ = focus;
+  if (field->field->hasFocus() || field->field->isAncestorOf(now)) return;
   field->field->setFocus(Qt::OtherFocusReason);
 }
 

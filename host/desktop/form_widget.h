@@ -5,6 +5,7 @@
 // message opened by the field that is being left never stands between press and release.
 #pragma once
 
+#include <QKeyCombination>
 #include <QPointer>
 #include <QWidget>
 #include <functional>
@@ -83,6 +84,7 @@ class FormWidget final : public QWidget, public ui::FormView {
   bool eventFilter(QObject* watched, QEvent* event) override;
   bool key(ui::Control& control, int key, int modifiers);
   void serveHelp();
+  bool hasShortcut(QKeyCombination keys) const;
   bool copyFrom(const ui::Control& control);
   bool putInto(ui::Control& control);
   bool listKey(ui::ListView& list, int key);
@@ -116,8 +118,9 @@ class FormWidget final : public QWidget, public ui::FormView {
   bool labelsMoved_ = true;
   bool holdersMoved_ = true;
   bool closedTold_ = false;
-  bool syncing_ = false;      // focus that moves now was moved by the toolkit, not by the user
-  unsigned focusEvents_ = 0;  // queued, not yet told to the form
+  bool syncing_ = false;  // focus that moves now was moved by the toolkit, not by the user
+  const ui::Control* syncedFocus_ = nullptr;  // given to the toolkit last
+  unsigned focusEvents_ = 0;                  // queued, not yet told to the form
   QPoint menuPoint_;
   std::string shownTitle_;
 };
