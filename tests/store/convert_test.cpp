@@ -294,6 +294,31 @@ TEST_P(Conversion, WhatStopsInTheMiddleLeavesAllAsItWas) {
   EXPECT_EQ(differences(damaged, state()), "");
 }
 
+TEST_P(Conversion, AFullDiskLeavesTheBooksAsTheyWere) {
+  if (GetParam() != Store::File) return;
+  addJoined();
+  makeSmallPlan(session());
+  ASSERT_EQ(call("BackUpDB").Code, kDone);
+  constexpr std::int64_t kPlenty = 1 << 30;
+  FullDisk disk(kPlenty);
+  reopen();
+  session().setBackupFolder(folder_.path("kopijos"));
+  for (const char* routine : {"Convert", "RestoreDB"}) {
+    const std::string before = state();
+    int refusals = 0;
+    for (std::int64_t left = 0;; left = left * 2 + 4096) {
+      disk.bytesLeft(left);
+      const HostResult answer = call(routine);
+      disk.bytesLeft(kPlenty);
+      if (answer.Code == kDone) break;  // there was room for all of it
+      ++refusals;
+      ASSERT_NE(answer.Text.find("nebėra vietos"), std::string::npos) << answer.Text;
+      ASSERT_EQ(differences(before, state()), "") << routine << " with " << left;
+    }
+    EXPECT_GT(refusals, 3) << routine;
+  }
+}
+
 TEST_P(Conversion, OthersMustReopenAndTheConvertingClientGoesOn) {
   makeSmallPlan(session());
   if (GetParam() == Store::Memory) return;
