@@ -7,10 +7,12 @@
 #include "framework/references.h"
 #include "framework/text.h"
 #include "operations/entry_editor.h"
+#include "operations/frmBRCopyByMonthes.h"
 #include "operations/screen/balance_list.h"
 #include "operations/screen/document_date.h"
 #include "operations/screen/operation_rows.h"
 #include "operations/screen/related_list.h"
+#include "operations/spread_entry.h"
 #include "platform/save_outcome.h"
 
 namespace tolvex {
@@ -86,6 +88,7 @@ void frmBROper::wireMenus() {
   entryMenu.mnuReferenceD.onClick = [this] { entries_.showReference(*VXObjectUIO, 1); };
   entryMenu.mnuReferenceC.onClick = [this] { entries_.showReference(*VXObjectUIO, -1); };
   entryMenu.mnuFreeTemplate.onClick = [this] { addEntry(); };
+  entryMenu.mnuBRCopy.onClick = [this] { spreadEntry(); };
   entryMenu.mnuBRDelete.onClick = [this] { deleteEntries(entries_.current()); };
   entryMenu.mnuDeleteAll.onClick = [this] { deleteEntries({}); };
   mnuOperToDesktop.onClick = [this] { host().desktop().putObject(VXObjectUIO->OIDR()); };
@@ -173,9 +176,8 @@ void frmBROper::enableByState() {
   mnuProtocol.enabled = stored;
   mnuAutoNumber.enabled = !readOnly;
   // These open dialogs that are not there yet.
-  for (ui::Control* tool :
-       std::initializer_list<ui::Control*>{&cmdCommentList, &entryMenu.mnuAddTemplate,
-                                           &entryMenu.mnuOperTemplate, &entryMenu.mnuBRCopy}) {
+  for (ui::Control* tool : std::initializer_list<ui::Control*>{
+           &cmdCommentList, &entryMenu.mnuAddTemplate, &entryMenu.mnuOperTemplate}) {
     tool->enabled = false;
   }
   for (ui::MenuItem* item : {&mnuDebtsCover, &mnuCurrencyInfluence, &mnuCurrencyExchange}) {
@@ -289,6 +291,23 @@ void frmBROper::deleteEntries(const std::string& guid) {
   }
   touch();
   refreshLists();
+}
+
+void frmBROper::spreadEntry() {
+  const std::string guid = entries_.current();
+  const RowSetPtr entry = entryOf(*VXObjectUIO, guid);
+  if (readOnly || !entry) return;
+  SpreadTerms terms;
+  frmBRCopyByMonthes dialog({host(), spreadEntryOf(*entry), terms});
+  host().screens().runModal(dialog);
+  if (dialog.result == 0) return;
+  {
+    ui::BusyScope busy(*this, SOPanel);
+    if (showFailure(host(), SpreadOverMonths(*VXObjectUIO, guid, terms))) return;
+  }
+  touch();
+  refreshLists();
+  entries_.select(guid);
 }
 
 void frmBROper::fixDate() {

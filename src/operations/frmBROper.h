@@ -110,6 +110,7 @@ class frmBROper final : public ui::Form, private OperationLink {
   void editEntry(const std::string& guid);
   void addEntry();
   void deleteEntries(const std::string& guid);
+  void spreadEntry();
   void fixDate();
   void writeHeader();
   bool save();

@@ -1,6 +1,7 @@
 #include "operations/operation_forms.h"
 
 #include "operations/entry_editor.h"
+#include "operations/frmBRCopyByMonthes.h"
 #include "operations/frmBROper.h"
 #include "operations/frmBROperRecord.h"
 
@@ -12,6 +13,9 @@ void registerOperationForms(FormRegistry& forms) {
   });
   forms.add<EntryEditorRequest>(kEntryEditor, [](const EntryEditorRequest& request) {
     return std::make_shared<frmBROperRecord>(request);
+  });
+  forms.add<SpreadRequest>(kSpreadScreen, [](const SpreadRequest& request) {
+    return std::make_shared<frmBRCopyByMonthes>(request);
   });
 }
 

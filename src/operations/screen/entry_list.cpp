@@ -81,6 +81,7 @@ void EntryList::enableMenu(EntryMenu& menu, VXObjectUIO& object, bool mayChange)
   menu.mnuReferenceD.enabled = entry && !operationPointer(*entry, 1).reference.empty();
   menu.mnuReferenceC.enabled = entry && !operationPointer(*entry, -1).reference.empty();
   menu.mnuFreeTemplate.enabled = mayChange;
+  menu.mnuBRCopy.enabled = mayChange && entry;
   menu.mnuBRDelete.enabled = mayChange && entry;
   menu.mnuDeleteAll.enabled = mayChange && entry;
 }
