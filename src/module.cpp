@@ -11,6 +11,7 @@
 #include "accounts/account_forms.h"
 #include "accounts/lock_forms.h"
 #include "currency/currency_forms.h"
+#include "debts/debt_selection.h"
 #include "framework/module_header.h"
 #include "framework/object_contract.h"
 #include "operations/UI0201400.h"
@@ -28,10 +29,12 @@ namespace {
 OperationTablesPtr fillTables() {
   auto tables = std::make_shared<OperationTables>();
   addOperationMethods(tables->methods);
+  addDebtMethods(tables->methods);
   registerOperationForms(tables->forms);
   registerAccountForms(tables->forms);
   registerLockForms(tables->forms);
   registerCurrencyForms(tables->forms);
+  registerSelectionForms(tables->forms);
   return tables;
 }
 

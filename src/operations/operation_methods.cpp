@@ -132,8 +132,6 @@ void addOperationMethods(MethodTable<UIO0201500>& methods) {
       {"ShowBROper", {}, "", showOperation},
       {"GetCurrencyList", {}, "", GetCurrencyList},
       {"CurrencyRates", {0, 1}, "Method CurrencyRates_0:", currencyRates},
-      {"Debts", {5, 6, 7, 8, 9}, "Method Debts:", later("Skolų pasirinkimas")},
-      {"BROperSelect", {3}, "Method BROperSelect:", later("Operacijų pasirinkimas")},
       {"GetCommentList", {}, "", later("Komentarų sąrašas")}};
   for (const Row& row : rows) methods.add(row);
 }
