@@ -5,6 +5,7 @@
 #include "framework/conversions.h"
 #include "framework/rounding.h"
 #include "operations/entry_rules.h"
+#include "operations/screen/pointers.h"
 
 namespace tolvex {
 namespace {
@@ -21,17 +22,6 @@ std::string errorOf(const ExchangeSide& side) {
   if (!isCurrency(side.code)) return {};
   if (side.rateLtPerUnit == 0) return std::string(kNoCurrencyRate);
   return currencySum(side) > 0 ? std::string() : std::string(kBadSum);
-}
-
-// Addressees of the difference, which stands on both sides of one account: as they are, and once
-// more on the other side.
-Variant::Array onBothSides(const Variant::Array& triples) {
-  Variant::Array both = triples;
-  for (std::size_t i = 0; i + 2 < triples.size(); i += 3) {
-    const int sign = static_cast<int>(NullToDouble(triples[i]));
-    both.insert(both.end(), {Variant(-sign), triples[i + 1], triples[i + 2]});
-  }
-  return both;
 }
 
 NewEntry mainEntry(const Exchange& exchange, const ExchangeSide& debit,

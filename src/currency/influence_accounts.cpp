@@ -1,7 +1,6 @@
 #include "currency/influence_accounts.h"
 
 #include "operations/UIO0201500.h"
-#include "operations/screen/preset_accounts.h"
 
 namespace tolvex {
 namespace {
@@ -12,15 +11,7 @@ constexpr const char* kLastLoss = "Clone636";
 }  // namespace
 
 InfluenceAccounts readInfluenceAccounts(HostContext& host) {
-  const ParamDictionary marked = presetAccounts(host);
-  const auto of = [&](const char* mark) {
-    const Variant* account = marked.Find(mark);
-    return account ? account->AsText() : std::string();
-  };
-  InfluenceAccounts accounts{of("536"), of("636")};
-  if (accounts.gain.empty() || accounts.loss.empty()) {
-    warn(host, "Sąskaitų žinyne nepažymėta valiutos kursų pasikeitimo įtakos sąskaita!");
-  }
+  InfluenceAccounts accounts = markedInfluenceAccounts(host);
   accounts.loss = host.settings().get(kOperationKind, kLastLoss, accounts.loss);
   accounts.gain = host.settings().get(kOperationKind, kLastGain, accounts.gain);
   return accounts;

@@ -1,15 +1,9 @@
-// The accounts that take the gains and losses of exchange rates.
+// The accounts of gains and losses of exchange rates as the user last chose them.
 #pragma once
 
-#include <string>
-
-#include "platform/host.h"
+#include "operations/screen/preset_accounts.h"
 
 namespace tolvex {
-
-struct InfluenceAccounts {
-  std::string gain, loss;
-};
 
 // Those that the user chose last, else the first ones marked in the plan. A plan without either
 // mark is told; what is missing stays "".

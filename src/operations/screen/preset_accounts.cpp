@@ -22,4 +22,17 @@ ParamDictionary presetAccounts(HostContext& host) {
   return accounts;
 }
 
+InfluenceAccounts markedInfluenceAccounts(HostContext& host) {
+  const ParamDictionary marked = presetAccounts(host);
+  const auto of = [&](const char* mark) {
+    const Variant* account = marked.Find(mark);
+    return account ? account->AsText() : std::string();
+  };
+  InfluenceAccounts accounts{of("536"), of("636")};
+  if (accounts.gain.empty() || accounts.loss.empty()) {
+    warn(host, "Sąskaitų žinyne nepažymėta valiutos kursų pasikeitimo įtakos sąskaita!");
+  }
+  return accounts;
+}
+
 }  // namespace tolvex
