@@ -111,15 +111,36 @@ class StoredItems {
       row.lastDay = intOf(*select_, 9);
       row.headEntryId = intOf(*select_, 10);
       flags = flags && row.open() == (select_->integer(11) != 0);
+      rests_[at.first] += row.restLt;
       rows.push_back(std::move(row));
     }
     return rows;
   }
+  // Of each account, over all rows that were taken.
+  const std::map<int, std::int64_t>& rests() const { return rests_; }
 
  private:
   StatementLease select_;
   bool more_;
+  std::map<int, std::int64_t> rests_;
 };
+
+// What stands open in all on an account is its balance, whatever documents it is divided among. The
+// balance comes from the entries alone, so that a fault in dividing them shows too.
+void compareRests(Database& db, const DerivedScan& scan, const std::map<int, std::int64_t>& rests,
+                  Findings& findings) {
+  std::map<int, std::int64_t> differences = rests;
+  for (const auto& [key, turn] : scan.days())
+    differences[scan.unpack(key).account] -= turn.debit - turn.credit;
+  auto tracked = db.prepare("SELECT id, code FROM account WHERE track_items <> 0");
+  while (tracked->step()) {
+    const auto place = differences.find(intOf(*tracked, 0));
+    if (place == differences.end() || place->second == 0) continue;
+    findings.add("open items", "Sąskaita " + std::string(tracked->text(1)) +
+                                   ": skolų likučiai nuo sąskaitos likučio skiriasi " +
+                                   centsText(place->second));
+  }
+}
 
 void compareItems(Database& db, DerivedScan& scan, Findings& findings) {
   StoredItems stored(db);
@@ -140,6 +161,7 @@ void compareItems(Database& db, DerivedScan& scan, Findings& findings) {
     if (!stored.more() || stored.key() != key || stored.take(flags) != must || !flags) report(key);
   });
   dropBefore({std::numeric_limits<int>::max(), 0});
+  compareRests(db, scan, stored.rests(), findings);
 }
 
 void checkNumbers(Database& db, Findings& findings) {
