@@ -102,6 +102,15 @@ Variant GetAccountsTurnover(Session& session, const Arguments& arguments, std::s
 constexpr ColumnSpec kInfluence[] = {col::text("OIDR", 30), col::date("DateD"),
                                      col::text("Number", 500), col::number("SumA")};
 
+// The condition that a difference names its document by a pointer on the account's side. Where
+// items are kept, a condition that an index has tells it: the item is then another operation's.
+std::string pointerCondition(const AccountRow& account, bool pointed) {
+  if (account.tracked) return pointed ? "p.item_id <> p.oper_id" : "p.item_id = p.oper_id";
+  return std::string(pointed ? "" : "NOT ") +
+         "EXISTS (SELECT 1 FROM entry_ref r WHERE r.entry_id = p.entry_id AND r.sign = p.sign"
+         " AND r.role = 1)";
+}
+
 // The newest rate difference that the other way of revaluing left on the account. By operations
 // each difference names its operation by a pointer, by totals none does.
 Variant GetCheckInfluenceType(Session& session, const Arguments& arguments, std::string_view) {
@@ -117,18 +126,17 @@ Variant GetCheckInfluenceType(Session& session, const Arguments& arguments, std:
       " WHERE m.code = '536' AND a.plan = 0");
   while (gains->step()) others.push_back(static_cast<int>(gains->integer(0)));
   auto select = session.db().prepare(
-      "SELECT o.id, o.day, o.number, p.sum_lt, p.day FROM posting p JOIN oper o ON o.id = p.oper_id"
-      " WHERE p.account_id = $1 AND p.corr_id = $2 AND p.day <= $3 AND p.cur <> 'LTL'"
-      " AND p.sum_cur = 0 AND $4 = CASE WHEN EXISTS (SELECT 1 FROM entry_ref r"
-      " WHERE r.entry_id = p.entry_id AND r.sign = p.sign AND r.role = 1) THEN 1 ELSE 0 END"
-      " ORDER BY p.day DESC, p.entry_id DESC LIMIT 1");
+      "SELECT o.id, o.day, o.number, p.sum_lt, p.day FROM posting p CROSS JOIN oper o WHERE"
+      " o.id = p.oper_id AND p.account_id = $1 AND p.corr_id = $2 AND p.day <= $3 AND p.cur <> "
+      "'LTL'"
+      " AND p.sum_cur = 0 AND " +
+      pointerCondition(*account, wantsPointer) + " ORDER BY p.day DESC, p.entry_id DESC LIMIT 1");
   struct Found {
     std::int64_t id = 0, day = 0, sum = 0, posted = 0;
     std::string number;
   } newest;
   for (const int other : others) {
     select->bind(1, account->id).bind(2, other).bind(3, arguments[1].day());
-    select->bind(4, wantsPointer ? 1 : 0);
     if (select->step() && select->integer(4) > newest.posted)
       newest = {select->integer(0), select->integer(1), select->integer(3), select->integer(4),
                 std::string(select->text(2))};

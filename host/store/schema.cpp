@@ -10,7 +10,8 @@ namespace {
 struct Migration {
   std::string (*text)();
 };
-constexpr Migration kMigrations[] = {{schemaOne}, {administrationSchema}, {recordLogSchema}};
+constexpr Migration kMigrations[] = {
+    {schemaOne}, {administrationSchema}, {recordLogSchema}, {differenceSchema}};
 
 bool hasMeta(Database& db) {
   const char* sql = db.engine() == Engine::Sqlite

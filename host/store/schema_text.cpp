@@ -353,10 +353,21 @@ CREATE TABLE record_log (
 CREATE INDEX record_log_record ON record_log(kind, record_id, id);
 )sql";
 
+// Rate differences on accounts whose items are kept, apart by the way they were revalued: by totals
+// a difference is an item of its own, by operations it belongs to the document's. Without this the
+// search for the way that was never used would walk all differences of the other.
+constexpr const char* kDifferences = R"sql(
+CREATE INDEX posting_diff_total ON posting(account_id, corr_id, day, entry_id)
+  WHERE cur <> 'LTL' AND sum_cur = 0 AND item_id = oper_id;
+CREATE INDEX posting_diff_item ON posting(account_id, corr_id, day, entry_id)
+  WHERE cur <> 'LTL' AND sum_cur = 0 AND item_id <> oper_id;
+)sql";
+
 }  // namespace
 
 std::string administrationSchema() { return kAdministration; }
 std::string recordLogSchema() { return kRecordLog; }
+std::string differenceSchema() { return kDifferences; }
 
 std::string schemaOne() {
   std::string all;

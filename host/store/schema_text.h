@@ -8,5 +8,6 @@ namespace tolvex::store {
 std::string schemaOne();
 std::string administrationSchema();
 std::string recordLogSchema();
+std::string differenceSchema();
 
 }  // namespace tolvex::store
