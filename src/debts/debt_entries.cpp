@@ -6,11 +6,12 @@
 
 #include "debts/operation_select.h"
 #include "framework/conversions.h"
-#include "framework/parameters.h"
 #include "framework/references.h"
 #include "framework/rounding.h"
 #include "operations/document_form.h"
 #include "operations/new_entry.h"
+#include "operations/screen/pointers.h"
+#include "operations/screen/preset_accounts.h"
 #include "operations/screen/rate_book.h"
 
 namespace tolvex {
@@ -22,10 +23,6 @@ constexpr std::array<std::string_view, 5> kPartyKinds = {"O0001402", "O0000100",
 constexpr std::size_t kTriple = 3;
 
 std::string text(RowSet& rows, const char* column) { return std::string(rows[column].Text()); }
-
-void negateSigns(Variant::Array& pointers) {
-  for (std::size_t i = 0; i < pointers.size(); i += kTriple) pointers[i] = -pointers[i].AsInt();
-}
 
 // Addressees on the other side too; the pointer to the debt's operation stays on its own.
 void mirrorParties(Variant::Array& pointers) {
@@ -71,7 +68,7 @@ MethodResult addRateDifference(UIO0201500& operation, const DebtsRequest& reques
   const double difference = selected["ExtSum"].Number();
   if (difference == 0) return done();
   const int sign = difference < 0 ? -1 : 1;
-  if (sign != static_cast<int>(selected["DebtSign"].Number())) negateSigns(pointers);
+  if (sign != static_cast<int>(selected["DebtSign"].Number())) pointers = negated(pointers);
   if (sign < 0) {
     return add(operation,
                differenceEntry(text(selected, "Acc636"), request.ownAccount(), -difference, sign,
@@ -104,13 +101,9 @@ struct Party {
   std::string reference, name;
 };
 
-struct DifferenceAccounts {
-  std::string gain, loss;
-};
-
 // What the document's rate makes of the whole payment beyond the litas of its debts.
 MethodResult addRestOfRate(UIO0201500& operation, const DebtsRequest& request, const Party& party,
-                           double difference, const DifferenceAccounts& accounts) {
+                           double difference, const InfluenceAccounts& accounts) {
   const int sign = request.byExpense == (difference > 0) ? 1 : -1;
   const std::string& money = request.byExpense ? request.AccountC : request.AccountD;
   Variant::Array pointers;
@@ -212,24 +205,6 @@ DebtPayment debtPayment(RowSet& selected) {
   return payment;
 }
 
-void AddDebtAddressees(VXObjectUIO& object, Variant::Array& pointers, std::string_view operation,
-                       std::string_view ownAccount, std::string_view addressee, int debtSign) {
-  const MethodResult read = object.Properties(
-      "BRPropertiesByAcc",
-      Parameters().text(operation).text(ownAccount).text(addressee).number(-debtSign).str());
-  if (read.Code != kDone || !read.Value.IsRows()) return;
-  const auto holdsKind = [&](std::string_view reference) {
-    for (std::size_t i = 1; i < pointers.size(); i += kTriple)
-      if (kindOf(pointers[i].AsText()) == kindOf(reference)) return true;
-    return false;
-  };
-  ForEachRow(*read.Value.AsRows(), [&](RowSet& row) {
-    const std::string_view reference = row["FOIDR"].Text();
-    if (!holdsKind(reference))
-      addAddressee(pointers, debtSign, reference, row["ShowString"].Text());
-  });
-}
-
 MethodResult addDebtEntries(UIO0201500& operation, const DebtsRequest& request, RowSet& selected) {
   selected.MoveFirst();
   const Party party{text(selected, "AddrOIDR"), text(selected, "AddrName")};
@@ -238,7 +213,7 @@ MethodResult addDebtEntries(UIO0201500& operation, const DebtsRequest& request, 
       {request.ownAccount(), request.ownSign(), request.clearWholeAccount ? "" : party.reference});
   if (cleared.Code != kDone) return withoutValue(std::move(cleared));
   Totals totals;
-  DifferenceAccounts accounts;
+  InfluenceAccounts accounts;
   MethodResult added = done();
   ForEachRow(selected, [&](RowSet& row) {
     if (added.Code != kDone) return;

@@ -51,13 +51,6 @@ struct DebtPayment {
 // less than a cent of its currency.
 DebtPayment debtPayment(RowSet& selected);
 
-// Adds to pointers at the debt's operation the addressees that stand on the debt's side of the
-// entries of `operation` on `ownAccount`, all with `debtSign`. One object of a kind is enough: a
-// reference of an object that is there already is left out. Nothing is added when the store
-// refuses.
-void AddDebtAddressees(VXObjectUIO& object, Variant::Array& pointers, std::string_view operation,
-                       std::string_view ownAccount, std::string_view addressee, int debtSign);
-
 // Puts a selection into the operation in place of the entries of an earlier one. Value is true.
 // Stops at the first entry that is refused, with its code and text: what was added until then
 // stays.
