@@ -24,6 +24,10 @@ constexpr const char* kMainGroup = "MainGroup";  // the kind of the one group ab
 constexpr const char* kHelpPage = "help\\saskaitulikuciai.htm";
 
 constexpr const char* kCoversScreen = "frmCoversInFuture";
+constexpr const char* kImportScreen = "frmImportFromBank";
+constexpr const char* kGroupScreen = "frmBROperGroup";
+constexpr const char* kReceiptKind = "O0201502";
+constexpr const char* kImportTitle = "Įrašų importas";
 
 bool isCommon(VXObjectUIO& group) { return group.Fields()["GroupFlag"].Number() != 0; }
 
@@ -52,8 +56,8 @@ void UI0201400::addTreeEntries(std::vector<MenuEntry>& menu) const {
   const FormRegistry& forms = tables_->forms;
   menu.push_back(menuEntry(kBalances));
   if (rights.of("CBROperGroupRights").create) {
-    menu.push_back(menuEntry(kNewCommonGroup, forms.has("frmBROperGroup")));
-    menu.push_back(menuEntry(kNewOperationGroup, forms.has("frmBROperGroup")));
+    menu.push_back(menuEntry(kNewCommonGroup, forms.has(kGroupScreen)));
+    menu.push_back(menuEntry(kNewOperationGroup, forms.has(kGroupScreen)));
   }
   menu.push_back(menuEntry("-"));
   menu.push_back(menuEntry(kViewing));
@@ -69,7 +73,7 @@ void UI0201400::addGroupEntries(VXObjectUIO& group, std::vector<MenuEntry>& menu
   Rights& host = hostContext().rights();
   const FormRegistry& forms = tables_->forms;
   const RightFlags rights = host.of(operationRights(idOf(group.OID())));
-  if (rights.view) menu.push_back(menuEntry(kToDesktop, forms.has("frmBROperGroup")));
+  if (rights.view) menu.push_back(menuEntry(kToDesktop, forms.has(kGroupScreen)));
   if (!isCommon(group)) {
     const std::string kind(group.Fields()["FormOID"].Text());
     if (rights.create) addDocumentEntries(forms, kind, menu);
@@ -79,8 +83,8 @@ void UI0201400::addGroupEntries(VXObjectUIO& group, std::vector<MenuEntry>& menu
       }
       menu.push_back(menuEntry(kCoversInFuture, forms.has(kCoversScreen)));
     }
-    if (kind == "O0201502" && host.of("CImportFromBank").view) {
-      menu.push_back(menuEntry(kBankImport, forms.has("frmImportFromBank")));
+    if (kind == kReceiptKind && host.of("CImportFromBank").view) {
+      menu.push_back(menuEntry(kBankImport, forms.has(kImportScreen)));
     }
   }
 }
@@ -110,19 +114,20 @@ MenuAction UI0201400::clickTree(const std::string& id, const std::string& captio
   } else if (caption == kLocks) {
     (void)host.objects().kind(kLockKind)->AddToDeskTopVXObject("");
   } else {
-    return openGroup("", caption + ";" + id);
+    return newGroup(id, caption == kNewCommonGroup);
   }
   return {};
 }
 
 MenuAction UI0201400::clickGroup(const std::string& id, const std::string& caption,
                                  const std::string& extra) {
-  if (caption == kToDesktop) return openGroup(id, "");
+  if (caption == kToDesktop) return openGroup(id);
   if (caption == kDelete) return clickDelete(*this, id);
   if (caption == kTelebankExport) return clickTelebank(tables_, "E;" + id);
+  if (caption == kCoversInFuture) return openCovers(id);
+  if (caption == kBankImport) return openImport();
   const OperationTool* tool = operationTool(caption);
-  if (caption == kBankImport || caption == kCoversInFuture ||
-      (tool && !tables_->forms.has(tool->form))) {
+  if (tool && !tables_->forms.has(tool->form)) {
     tellMissingScreen();
     return {};
   }
@@ -130,10 +135,58 @@ MenuAction UI0201400::clickGroup(const std::string& id, const std::string& capti
   return clickNewDocument(tables_, operations, id, caption, extra);
 }
 
-MenuAction UI0201400::openGroup(const std::string& id, const std::string& clicked) {
+MenuAction UI0201400::openGroup(const std::string& id) {
   std::shared_ptr<VXObjectUIO> group = GetVXObject(id);
   if (!group) return {};
-  return showForm(makeScreen(tables_->forms, "frmBROperGroup", {hostContext(), group, clicked}));
+  return showForm(makeScreen(tables_->forms, kGroupScreen, {hostContext(), group, ""}));
+}
+
+MenuAction UI0201400::openCovers(const std::string& id) {
+  std::shared_ptr<VXObjectUIO> group = GetVXObject(id);
+  if (!group) return {};
+  return showForm(makeScreen(tables_->forms, kCoversScreen, {hostContext(), group, "P;" + id}));
+}
+
+// Over an operation that is never stored: the screen only reads by it.
+MenuAction UI0201400::openImport() {
+  if (!tables_->forms.has(kImportScreen)) {
+    tellMissingScreen();
+    return {};
+  }
+  HostContext& host = hostContext();
+  auto operation = host.objects().create(kOperationKind);
+  if (!operation) return {};
+  const auto form = makeScreen(tables_->forms, kImportScreen,
+                               {host, std::move(operation), std::string("A;") + kReceiptKind});
+  if (form) form->setTitle(kImportTitle);
+  return showForm(form);
+}
+
+// The common group in which a new one is made: the clicked one, the one that holds it, or the group
+// above all. 0 when there is none; nothing when the clicked one is gone, which was told.
+std::optional<int> UI0201400::placeOfNew(const std::string& id) {
+  if (isRow(id)) {
+    const std::shared_ptr<VXObjectUIO> clicked = GetVXObject(id);
+    if (!clicked) {
+      show(hostContext(), {"Grupė panaikinta!", Icon::Stop, Buttons::Ok, Answer::Ok, std::nullopt});
+      return std::nullopt;
+    }
+    if (isCommon(*clicked)) return idOf(clicked->OID());
+    return static_cast<int>(clicked->Fields()["ParentID"].Number());
+  }
+  const RowSetPtr top = GetVXObjectList("", "", "");
+  if (!top) return std::nullopt;
+  top->MoveFirst();
+  return top->Eof() ? 0 : idOf((*top)["OIDR"].Text());
+}
+
+MenuAction UI0201400::newGroup(const std::string& id, bool common) {
+  const std::optional<int> above = placeOfNew(id);
+  const std::shared_ptr<VXObjectUIO> group = above ? GetVXObject("") : nullptr;
+  if (!group) return {};
+  group->Fields()["ParentID"] = *above == 0 ? Variant(Null{}) : Variant(*above);
+  group->Fields()["GroupFlag"] = common ? 1 : 0;
+  return showForm(makeScreen(tables_->forms, kGroupScreen, {hostContext(), group, ""}));
 }
 
 // --- list and objects
@@ -152,7 +205,7 @@ RowSetPtr UI0201400::GetVXObjectList(std::string parent, std::string filter1, st
 }
 
 bool UI0201400::AddToDeskTopVXObject(std::string id) {
-  const MenuAction action = openGroup(id, "");
+  const MenuAction action = openGroup(id);
   const auto form = action.Value.As<ui::Form>();
   return form && hostContext().desktop().put(form);
 }

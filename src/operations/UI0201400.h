@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -32,7 +33,11 @@ class UI0201400 final : public ForwardingUI {
   MenuAction clickTree(const std::string& id, const std::string& caption);
   MenuAction clickGroup(const std::string& id, const std::string& caption,
                         const std::string& extra);
-  MenuAction openGroup(const std::string& id, const std::string& clicked);
+  MenuAction openGroup(const std::string& id);
+  MenuAction openCovers(const std::string& id);
+  MenuAction openImport();
+  std::optional<int> placeOfNew(const std::string& id);
+  MenuAction newGroup(const std::string& id, bool common);
 
   OperationTablesPtr tables_;
 };

@@ -1,8 +1,17 @@
 #include "operations/UIO0201400.h"
 
 #include "framework/parameters.h"
+#include "framework/references.h"
+#include "framework/text.h"
 
 namespace tolvex {
+
+namespace {
+
+constexpr const char* kTradeKind = "O1000100";
+constexpr const char* kTemplateTypeKind = "O0001612";
+
+}  // namespace
 
 MethodResult UIO0201400::Properties(std::string key, std::string parameters) {
   return guarded([&] {
@@ -20,9 +29,23 @@ MethodResult UIO0201400::Properties(std::string key, std::string parameters) {
   });
 }
 
-MethodResult UIO0201400::Methods(std::string key, std::span<const Variant>) {
-  if (key == "FillTemplatesTrw") return refused("Šablonų medis dar neįdiegtas, jis bus vėliau.");
+MethodResult UIO0201400::Methods(std::string key, std::span<const Variant> par) {
+  if (key == "FillTemplatesTrw") return guarded([&] { return templates(par); });
   return done();
+}
+
+// A group of documents of other modules may name in its settings where its own templates begin.
+MethodResult UIO0201400::templates(std::span<const Variant> par) {
+  if (par.size() != 1 || !par[0].IsNumber()) {
+    return refused("VXObjectUIO_Methods FillTemplatesTrw:" + std::string(kLineBreak) +
+                   "Klaida parametruose!");
+  }
+  int top = par[0].AsInt();
+  if (Fields()["FormOID"].Text() != kTradeKind) {
+    const std::string first = split(Fields()["Parameters"].Text(), '#').front();
+    if (isRef(first) && kindOf(first) == kTemplateTypeKind) top = idOf(first);
+  }
+  return Properties("TemplateList", Parameters().number(top).text("K").str());
 }
 
 }  // namespace tolvex

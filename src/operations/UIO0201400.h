@@ -16,10 +16,13 @@ class UIO0201400 final : public ForwardingUIO {
   // "FormTypes" and "MyFirmAccounts" take no parameters, "Parent" reads the group above; any other
   // key goes to the store with the caller's parameters. A failure of the store is shown.
   MethodResult Properties(std::string key, std::string parameters) override;
-  // "FillTemplatesTrw" belongs to the screen of a group and is refused until there is one; any
-  // other key does nothing and succeeds.
+  // "FillTemplatesTrw", with the id of a template group: the rows of "TemplateList" for the tree of
+  // a group's templates. Any other key does nothing and succeeds.
   MethodResult Methods(std::string key, std::span<const Variant> par) override;
   using ForwardingUIO::Methods;
+
+ private:
+  MethodResult templates(std::span<const Variant> par);
 };
 
 }  // namespace tolvex

@@ -7,48 +7,11 @@
 #include "framework/object_contract.h"
 #include "framework/parameters.h"
 #include "framework/text.h"
+#include "operations/number_text.h"
 
 namespace tolvex {
 
 namespace {
-
-struct Numbering {
-  int counter = 0;
-  std::string mask, prefix, digits, userPrefix;
-};
-
-std::string twoDigits(unsigned value) {
-  return {static_cast<char>('0' + value / 10 % 10), static_cast<char>('0' + value % 10)};
-}
-
-std::string todaySixDigits() {
-  const DateTime today = hostContext().clock().today();
-  return twoDigits(static_cast<unsigned>(today.Year() % 100)) + twoDigits(today.Month()) +
-         twoDigits(today.Day());
-}
-
-// The counter with zeros in front, as wide as the template; a wider one is not cut.
-std::string padded(const Numbering& numbering) {
-  const std::string number = std::to_string(numbering.counter);
-  const std::size_t width = length(numbering.digits);
-  return std::string(width > number.size() ? width - number.size() : 0, '0') + number;
-}
-
-std::string compose(const Numbering& numbering) {
-  std::vector<std::string> parts;
-  for (const std::string& keyword : split(numbering.mask, '_')) {
-    if (keyword == "Date") {
-      parts.push_back(todaySixDigits());
-    } else if (keyword == "UserPrefix") {
-      parts.push_back(numbering.userPrefix);
-    } else if (keyword == "AutoNumber") {
-      parts.push_back(padded(numbering));
-    } else if (keyword == "Prefix") {
-      parts.push_back(numbering.prefix);
-    }
-  }
-  return join(parts, "-");
-}
 
 // Digits only, blanks around them allowed; as wide as need be, so that a number too large is seen.
 std::optional<double> counterOf(std::string_view piece) {
@@ -81,8 +44,8 @@ std::optional<int> counterIn(std::string_view mask, std::string_view text) {
 
 MethodResult GetAutoNumber(VXObjectUIO& operation, std::string_view date, int flag) {
   const std::optional<UserRow> user = hostContext().user().row();
-  Numbering numbering;
-  numbering.userPrefix = user ? user->prefix : "??";
+  NumberText numbering;
+  numbering.userPrefix = user ? user->prefix : kUnknownUser;
   const std::string parameters = Parameters()
                                      .number(operation.Fields()["BROperGroupID"].Number())
                                      .number(user ? user->id : 0)
@@ -102,7 +65,7 @@ MethodResult GetAutoNumber(VXObjectUIO& operation, std::string_view date, int fl
   numbering.digits = row["ANTemplate"].Text();
   if (numbering.mask.empty()) return done("");
   operation.Fields()["AutoNumber"] = numbering.counter;
-  return done(compose(numbering));
+  return done(numbering.compose(hostContext().clock().today()));
 }
 
 MethodResult SaveAutoNumber(VXObjectUIO& operation, std::string_view mask, std::string_view text) {

@@ -3,6 +3,7 @@
 #include "operations/entry_editor.h"
 #include "operations/frmBRCopyByMonthes.h"
 #include "operations/frmBROper.h"
+#include "operations/frmBROperGroup.h"
 #include "operations/frmBROperRecord.h"
 
 namespace tolvex {
@@ -10,6 +11,9 @@ namespace tolvex {
 void registerOperationForms(FormRegistry& forms) {
   forms.add<ObjectFormRequest>("frmBROper", [&forms](const ObjectFormRequest& request) {
     return std::make_shared<frmBROper>(request, forms);
+  });
+  forms.add<ObjectFormRequest>("frmBROperGroup", [&forms](const ObjectFormRequest& request) {
+    return std::make_shared<frmBROperGroup>(request, forms);
   });
   forms.add<EntryEditorRequest>(kEntryEditor, [](const EntryEditorRequest& request) {
     return std::make_shared<frmBROperRecord>(request);

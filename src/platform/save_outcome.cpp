@@ -4,13 +4,20 @@
 
 namespace tolvex {
 
-void showFailedSave(HostContext& host, const std::string& reason) {
-  Message box;
-  box.text = reason;
-  box.text.append(kLineBreak).append(kLineBreak).append("Įrašymas neatliktas !");
-  box.icon = Icon::Stop;
-  host.dialogs().message(box);
+namespace {
+
+void tellUnsaved(HostContext& host, std::string text) {
+  text.append(kLineBreak).append("Įrašymas neatliktas !");
+  show(host, {std::move(text), Icon::Stop, Buttons::Ok, Answer::Ok, std::nullopt});
 }
+
+}  // namespace
+
+void showFailedSave(HostContext& host, const std::string& reason) {
+  tellUnsaved(host, reason + std::string(kLineBreak));
+}
+
+void showRefusedSave(HostContext& host, const std::string& reason) { tellUnsaved(host, reason); }
 
 bool showFailure(HostContext& host, const MethodResult& result) {
   if (result.Code == kDone) return false;

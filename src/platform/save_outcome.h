@@ -10,6 +10,8 @@ namespace tolvex {
 
 // A save that did not happen: the reason, a blank line, and that nothing was written.
 void showFailedSave(HostContext& host, const std::string& reason);
+// The same of a group or a journal, which tells it without the blank line.
+void showRefusedSave(HostContext& host, const std::string& reason);
 // A failure that an operation returned, unless it has no text. True when there was one.
 bool showFailure(HostContext& host, const MethodResult& result);
 // "Ar tikrai norite panaikinti?", yes or no, no by default.

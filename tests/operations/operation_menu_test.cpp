@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "framework/references.h"
 #include "framework/text.h"
 #include "operations/UI0201400.h"
 #include "operations/UI0201500.h"
@@ -266,7 +267,46 @@ TEST_F(Menus, AGroupReadsItsOwnParentAndTypes) {
   (void)group->Properties("Parent", "");
   (void)group->Properties("TemplateList", "12,'K'");
   EXPECT_EQ(host.store().trace(), "GetFormTypes None\nGetParent 3\nGetTemplateList 12,'K'\n");
-  EXPECT_EQ(group->Methods("FillTemplatesTrw").Code, kRefused);
+}
+
+TEST_F(Menus, TheTreeOfTemplatesBeginsAtTheGroupOrWhereItsSettingsSay) {
+  host.store().serve("GetTemplateList", table({{"A", FieldType::Text}}));
+  const struct {
+    const char *kind, *parameters, *want;
+  } kCases[] = {{"O0201500", "a#b", "7,'K'"},
+                {"O0201505", "450#453#255", "7,'K'"},
+                {"O0202000", "O000161212#b", "12,'K'"},
+                {"O0202000", "O0001612#b", "7,'K'"},
+                {"O1000100", "O000161212#b", "7,'K'"}};
+  for (const auto& c : kCases) {
+    SCOPED_TRACE(c.parameters);
+    const auto group = groups->GetVXObject(putGroup(12, c.kind));
+    group->Fields()["Parameters"] = c.parameters;
+    EXPECT_EQ(group->Methods("FillTemplatesTrw", {7}).Code, kDone);
+    EXPECT_EQ(host.store().calls.back().parameters, c.want);
+  }
+  const auto group = groups->GetVXObject(putGroup(12, "O0201500"));
+  for (const std::vector<Variant>& wrong : {std::vector<Variant>{}, {"x"}, {1, 2}}) {
+    const MethodResult refused = group->Methods("FillTemplatesTrw", std::span(wrong));
+    EXPECT_EQ(refused.Code, kRefused);
+    EXPECT_EQ(refused.Text, "VXObjectUIO_Methods FillTemplatesTrw:\r\nKlaida parametruose!");
+  }
+}
+
+TEST_F(Menus, ToolsOfAGroupTakeItAlong) {
+  for (const char* name : {"frmCoversInFuture", "frmImportFromBank", "frmTelebank"})
+    addScreen(name);
+  const std::string group = putGroup(12, "O0201500");
+  const auto covers = screenOf(groups->ClickMenu(group, "", "Būsimų laikotarpių operacijos", ""));
+  EXPECT_EQ(covers->request.object->OID(), group);
+  EXPECT_EQ(covers->request.ClickedParameters, "P;" + group);
+  const auto telebank = screenOf(groups->ClickMenu(group, "", "Eksportas į banką", ""));
+  EXPECT_EQ(telebank->request.ClickedParameters, "E;" + group);
+  const auto import =
+      screenOf(groups->ClickMenu(group, "", "Banko įrašų apie pinigų gavimą importas", ""));
+  EXPECT_EQ(import->request.ClickedParameters, "A;O0201502");
+  EXPECT_EQ(import->title(), "Įrašų importas");
+  EXPECT_TRUE(isNew(import->request.object->OID()));
 }
 
 }  // namespace

@@ -5,8 +5,8 @@
 namespace tolvex {
 
 GroupBox::GroupBox(ui::TextBox& box, ui::Button& pick, ui::Button* clear, std::string_view kind,
-                   bool groupsOnly)
-    : box_(box), pick_(pick), clear_(clear), kind_(kind), groupsOnly_(groupsOnly) {
+                   bool groups)
+    : groupsOnly(groups), box_(box), pick_(pick), clear_(clear), kind_(kind) {
   box_.readOnly = true;
   pick_.onClick = [this] { choose(); };
   if (clear_) {
@@ -37,7 +37,7 @@ void GroupBox::choose() {
   PickRequest request;
   request.kinds = {kind_};
   request.prompt = "Pažymėkite norimą grupę";
-  request.classes = groupsOnly_ ? "groups" : "";
+  request.classes = groupsOnly ? "groups" : "";
   request.current = reference_;
   const auto picked = box_.form.host().pickers().pick(request);
   if (!picked || picked->reference == reference_) return;

@@ -10,11 +10,12 @@ namespace tolvex {
 
 class GroupBox {
  public:
-  // `kind` is the object code of what is picked; with `groupsOnly` only its groups are offered.
-  // Without a clear button the value cannot be taken out. The controls outlive the box.
+  // `kind` is the object code of what is picked; `groups`: only its groups are offered. Without a
+  // clear button the value cannot be taken out. The controls outlive the box.
   GroupBox(ui::TextBox& box, ui::Button& pick, ui::Button* clear, std::string_view kind,
-           bool groupsOnly);
+           bool groups);
 
+  bool groupsOnly;
   ui::Handler onChange;  // after the user picked another group or cleared the box
 
   const std::string& reference() const { return reference_; }  // "" for none
@@ -31,7 +32,6 @@ class GroupBox {
   ui::Button& pick_;
   ui::Button* clear_;
   std::string kind_, reference_;
-  bool groupsOnly_;
 };
 
 }  // namespace tolvex
