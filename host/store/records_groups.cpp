@@ -2,6 +2,7 @@
 #include "framework/date_time.h"
 #include "framework/references.h"
 #include "framework/text.h"
+#include "host/store/full_sum.h"
 #include "host/store/mapped_records.h"
 #include "host/store/record_table.h"
 #include "host/store/sql.h"
@@ -48,22 +49,51 @@ constexpr const char* kGroupType =
     "CASE WHEN t.parent_id IS NULL THEN 'MainGroup' WHEN t.group_flag <> 0 THEN 'Group'"
     " ELSE 'O0201400' END";
 
-void checkGroup(const Saving& saving) {
-  Database& db = saving.session.db();
+// What the group names must be there.
+void requireNamed(Database& db, RowSet& group) {
   for (const char* field : {"BRTemplateID", "DefaultTemplateID"}) {
-    const int id = static_cast<int>(saving.row[field].Number());
+    const int id = static_cast<int>(group[field].Number());
     if (id != 0 && !anyRow(db, "SELECT 1 FROM template WHERE id = $1", id)) {
       throw Refusal(kReferred, "Nurodytas šablonas neegzistuoja!");
     }
   }
-  const std::string code(saving.row["AccountCode"].Text());
+  const std::string code(group["AccountCode"].Text());
   if (!code.empty() && !anyRow(db, "SELECT 1 FROM account_mark WHERE code = $1", code)) {
     throw Refusal(kReferred, "Nurodytas sąskaitos požymis neegzistuoja!");
   }
-  const bool common = saving.row["GroupFlag"].Number() != 0;
-  if (common && anyRow(db, "SELECT 1 FROM oper WHERE group_id = $1", saving.id)) {
-    refuseRule("Grupė, kurioje yra operacijų, negali būti bendra!");
+}
+
+// One group stands above all others; groups stand in common ones only.
+void requirePlace(Database& db, const Saving& saving) {
+  const int above = static_cast<int>(saving.row["ParentID"].Number());
+  if (above == 0) {
+    if (anyRow(db, "SELECT 1 FROM oper_group WHERE parent_id IS NULL AND id <> $1", saving.id)) {
+      refuseRule("Nenurodyta aukštesnio lygio grupė!");
+    }
+  } else if (anyRow(db, "SELECT 1 FROM oper_group WHERE id = $1 AND group_flag = 0", above)) {
+    refuseRule("Operacijų grupėje kitų grupių būti negali!");
   }
+}
+
+// A group that holds something stays what it is: its documents were made for their kind.
+void requireSameUse(Database& db, const Saving& saving) {
+  const bool common = saving.row["GroupFlag"].Number() != 0;
+  if (!common && anyRow(db, "SELECT 1 FROM oper_group WHERE parent_id = $1", saving.id)) {
+    refuseRule("Grupė, kurioje yra kitų grupių, turi būti bendra!");
+  }
+  if (!anyRow(db, "SELECT 1 FROM oper WHERE group_id = $1 LIMIT 1", saving.id)) return;
+  if (common) refuseRule("Grupė, kurioje yra operacijų, negali būti bendra!");
+  const std::string kind = textFrom(db, "SELECT form_oid FROM oper_group WHERE id = $1", saving.id);
+  if (kind != saving.row["FormOID"].Text()) {
+    refuseRule("Grupėje yra operacijų, jos dokumentų tipo pakeisti negalima!");
+  }
+}
+
+void checkGroup(const Saving& saving) {
+  Database& db = saving.session.db();
+  requireNamed(db, saving.row);
+  requirePlace(db, saving);
+  if (!saving.isNew) requireSameUse(db, saving);
 }
 
 // A new group can be granted by itself from now on.
@@ -103,6 +133,14 @@ void appendRows(RowSet& to, RowSet& from) {
 class GroupRecords final : public MappedRecords {
  public:
   using MappedRecords::MappedRecords;
+
+  void erase(Session& session, std::string_view kind, int id) const override {
+    if (anyRow(session.db(), "SELECT 1 FROM oper_group WHERE id = $1 AND parent_id IS NULL", id)) {
+      throw Refusal(kReferred, "Pagrindinės grupės panaikinti negalima!");
+    }
+    MappedRecords::erase(session, kind, id);
+    dropUnaskedSums(session.db());
+  }
 
   // 'from','to','parent','filter', or 'parent','filter': below the parent ("": the roots). A filter
   // without a parent looks through all groups. Operations of a parent may be asked for page by

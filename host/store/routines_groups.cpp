@@ -1,6 +1,8 @@
 // What the groups of operations offer: marked accounts, kinds of documents, the groups themselves.
 #include "framework/references.h"
 #include "host/store/answer.h"
+#include "host/store/full_sum.h"
+#include "host/store/record_log.h"
 #include "host/store/records.h"
 #include "host/store/routine_table.h"
 #include "host/store/sql.h"
@@ -49,6 +51,28 @@ Variant GetAccountSettings(Session& session, const Arguments&, std::string_view)
   return rowsOf(*marked, kSettings);
 }
 
+// With the code of a mark: the open items of its accounts are made in full, and the group takes the
+// code; with "" it gives up its code. What no group asks for any more is dropped.
+Variant CreateFullSum(Session& session, const Arguments& arguments, std::string_view kind) {
+  Database& db = session.db();
+  const int group = arguments[0].integer();
+  const std::string& code = arguments[1].str();
+  if (!session.rights("CBROperGroupRights" + std::to_string(group)).edit) refuseSave();
+  const std::string before =
+      textFrom(db, "SELECT account_code FROM oper_group WHERE id = $1", group);
+  if (run(db,
+          "UPDATE oper_group SET account_code = $2, row_version = row_version + 1 WHERE id = $1",
+          group, code) == 0) {
+    throw Refusal(kObjectGone, "Objektas panaikintas!");
+  }
+  if (!code.empty()) createFullSums(db, code);
+  dropUnaskedSums(db);
+  writeRecordLog(session, Action::Update,
+                 {kind, group, textFrom(db, "SELECT name FROM oper_group WHERE id = $1", group),
+                  "AccountCode: " + before + " -> " + code});
+  return {};
+}
+
 constexpr ColumnSpec kGroupList[] = {col::integer("ID"), col::integer("ParentID"),
                                      col::text("Name", 200), col::text("OIDR", 30)};
 
@@ -70,6 +94,7 @@ constexpr Routine kRoutines[] = {
     {"O0201400 O0200500", "GetPresetAccounts", "T", false, GetPresetAccounts},
     {"O0201400", "GetFormTypes", "", false, GetFormTypes},
     {"O0201400", "GetAccountSettings", "", false, GetAccountSettings},
+    {"O0201400", "CreateFullSum", "it", true, CreateFullSum},
     {"O0200500", "GetGroupList", "", false, GetGroupList},
 };
 
