@@ -1,0 +1,126 @@
+// The tree of operation groups over large books as its user meets it, without a window: opened
+// whole, and read again after a save.
+//   groups_bench [--quick] [--folder FOLDER]
+// --quick takes a twentieth of the operations; the groups are as many.
+#include <cstring>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "bench/demo_books.h"
+#include "bench/measure.h"
+#include "framework/references.h"
+#include "host/objects/frm_tree.h"
+#include "host/objects/module_loader.h"
+#include "host/objects/workspace.h"
+#include "host/script/headless_stage.h"
+#include "host/script/program.h"
+#include "host/store/sql.h"
+#include "platform/input.h"
+
+namespace tolvex {
+namespace {
+
+constexpr const char* kGroups = "O0201400";
+constexpr int kCommon = 20, kInEach = 24;  // 500 groups with those that hold the others
+constexpr int kOperations = 1000000, kRounds = 9;
+
+// Headers alone: the tree never reads entries.
+void fill(store::Database& db, int operations) {
+  std::vector<int> groups;
+  for (int i = 0; i < kCommon; ++i) {
+    const int common = store::insertedId(
+        db, "INSERT INTO oper_group (parent_id, name, group_flag) VALUES (1, $1, 1) RETURNING id",
+        "Filialas " + std::to_string(i));
+    for (int j = 0; j < kInEach; ++j) {
+      groups.push_back(store::insertedId(
+          db, "INSERT INTO oper_group (parent_id, name) VALUES ($1, $2) RETURNING id", common,
+          "Dokumentai " + std::to_string(i) + "." + std::to_string(j)));
+    }
+  }
+  auto insert =
+      db.prepare("INSERT INTO oper (otype, group_id, day, number) VALUES ('O0201500', $1, $2, $3)");
+  for (int i = 0; i < operations; ++i) {
+    insert->bind(1, groups[static_cast<std::size_t>(i) % groups.size()]);
+    insert->bind(2, 20040101 + i / 84000 * 100 + i % 28).bind(3, std::to_string(i));
+    insert->run();
+  }
+}
+
+std::string booksWithGroups(const std::string& folder, int operations) {
+  const std::string file = folder + "/bench_groups_" + std::to_string(operations) + ".tolvex";
+  if (std::filesystem::exists(file)) return file;
+  const std::string part = file + ".new";
+  {
+    const auto session = bench::openOrMake(part, 0);
+    store::Transaction transaction(session->db(), store::Transaction::For::Write);
+    fill(session->db(), operations);
+    transaction.commit();
+    session->db().execute("ANALYZE");
+  }
+  std::filesystem::rename(part, file);
+  return file;
+}
+
+void measure(const std::string& program, const std::string& books) {
+  const auto module = loadModule(modulePathBeside(program));
+  Program::Options options;
+  options.place = books;
+  options.today = DateTime::Of(2004, 12, 31);
+  Program opened(*module, options);
+  const auto all = static_cast<std::size_t>(
+      *store::integerFrom(opened.session().db(), "SELECT COUNT(*) FROM oper_group"));
+  std::vector<int> common;
+  auto rows = opened.session().db().prepare(
+      "SELECT id FROM oper_group WHERE group_flag <> 0 AND parent_id IS NOT NULL");
+  while (rows->step()) common.push_back(static_cast<int>(rows->integer(0)));
+
+  const auto expectAll = [&](const frmTree& tree) {
+    std::size_t shown = 1;  // the first group is the kind's own node
+    for (const ui::TreeNode& node : tree.tvwLayout.nodes())
+      if (isRef(node.key) && kindOf(node.key) == kGroups && node.text != "…") ++shown;
+    if (shown != all) throw std::runtime_error("the tree of groups is not shown whole");
+  };
+  std::vector<double> opening, again;
+  for (int round = 0; round < kRounds; ++round) {
+    HeadlessStage stage;
+    const auto workspace = opened.open(stage, stage);
+    stage.renewed(*workspace);
+    auto& tree = dynamic_cast<frmTree&>(workspace->tree());
+    double start = bench::wallSeconds();
+    const auto expand = [&](const std::string& key) {
+      (void)workspace->gesture([&] { return ui::Input(tree).expand(tree.tvwLayout, key, true); });
+    };
+    expand(kGroups);
+    for (const int group : common) expand(refOf(kGroups, group));
+    opening.push_back(bench::wallSeconds() - start);
+    expectAll(tree);
+    start = bench::wallSeconds();
+    workspace->context().tree().redraw(kGroups);
+    workspace->idle();
+    again.push_back(bench::wallSeconds() - start);
+    expectAll(tree);
+  }
+  bench::report("500 groups with 1 000 000 operations below open in the tree, all levels",
+                bench::median(opening) * 1e3, 100, "ms", false);
+  bench::report("they are read again after a save", bench::median(again) * 1e3, 100, "ms", false);
+}
+
+}  // namespace
+}  // namespace tolvex
+
+int main(int count, char** arguments) {
+  std::string folder = ".";
+  int operations = tolvex::kOperations;
+  for (int i = 1; i < count; ++i) {
+    if (std::strcmp(arguments[i], "--quick") == 0) operations /= 20;
+    if (std::strcmp(arguments[i], "--folder") == 0 && i + 1 < count) folder = arguments[++i];
+  }
+  try {
+    tolvex::measure(arguments[0], tolvex::booksWithGroups(folder, operations));
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "%s\n", error.what());
+    return 2;
+  }
+  return tolvex::bench::missed == 0 ? 0 : 1;
+}
