@@ -112,8 +112,8 @@ std::string DebtsMethodName(std::string_view addressee, int sign) {
 }
 
 std::string debtsParameters(std::string_view account, DateTime date, std::string_view addressee,
-                            int direction) {
-  return Parameters().text("0").text(account).date(date).text(addressee).number(direction).str();
+                            int direction, std::string_view group) {
+  return Parameters().text(group).text(account).date(date).text(addressee).number(direction).str();
 }
 
 void ComputeInfluence(std::vector<Debt>& debts, const RateOf& rateOf) {

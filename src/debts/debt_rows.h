@@ -43,9 +43,10 @@ std::vector<Debt> readDebts(RowSet& rows);
 // Which list of debts answers for an addressee: one, all of a kind, or everybody. `sign` 1 and -1
 // ask for the lists by side, 0 for those that take the side as a parameter.
 std::string DebtsMethodName(std::string_view addressee, int sign);
-// `direction` 1 asks for items on the debit, -1 on the credit; an empty addressee for all.
+// `direction` 1 asks for items on the debit, -1 on the credit; an empty addressee for all. `group`
+// is the reference of a group of operations, "0" for any.
 std::string debtsParameters(std::string_view account, DateTime date, std::string_view addressee,
-                            int direction);
+                            int direction, std::string_view group = "0");
 
 // The rate of a currency, 0 when there is none.
 using RateOf = std::function<double(std::string_view code)>;

@@ -6,7 +6,11 @@
 #pragma once
 
 #include <memory>
+#include <set>
+#include <string>
+#include <vector>
 
+#include "debts/debt_rows.h"
 #include "framework/recordset.h"
 #include "platform/host.h"
 #include "platform/objects.h"
@@ -51,5 +55,35 @@ inline constexpr ColumnSpec kSelectedOperations[] = {
     {"AddrName", FieldType::Text, 800},
     {"Acc536", FieldType::Text, 20},  // where gains and losses go
     {"Acc636", FieldType::Text, 20}};
+
+// What the screen is asked, read from its row of parameters.
+struct SelectionAsked {
+  std::string account;  // "" and "*": the user chooses
+  bool onDebit = true;  // the side on which the debts lie
+  std::string addressee, addresseeName;
+  DateTime date;
+  DateTime rateDate;  // of the rates of other currencies; the first of the month unless given
+  CoverMoney money;   // what is paid in
+  double sum = 0;     // to be split, in that money; 0 when it is not fixed
+
+  bool accountFree() const { return account.empty() || account == "*"; }
+};
+SelectionAsked readSelectParameters(RowSet& parameters, DateTime today);
+
+// Orders and offers of the trade, as debts: what is left to pay of each. Sales tell what is paid
+// instead of the rest. `sign` is that of the side they are paid from.
+enum class TradeRest { Left, Paid };
+std::vector<Debt> readTradeOperations(RowSet& rows, TradeRest rest, int sign);
+
+// What the ticked rows leave of the sum, in the money of the payment.
+double leftOf(const std::vector<DebtRow>& rows, double sum);
+// Ticks one row by what is left of the sum, or wholly when no sum is fixed. Gives why it was left
+// unticked, "" also when that was told before or nothing is left.
+std::string tickRow(std::vector<DebtRow>& rows, std::size_t index, const CoverMoney& money,
+                    double sum, std::set<std::string>& toldCodes);
+
+// The ticked rows in their order.
+RowSetPtr selectedOperations(const std::vector<DebtRow>& rows, const CoverMoney& money,
+                             const InfluenceAccounts& accounts);
 
 }  // namespace tolvex

@@ -1,0 +1,43 @@
+// frmBROperSelect_Find: one of several documents of the same number.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "framework/recordset.h"
+#include "platform/host.h"
+
+namespace tolvex {
+
+// Whom a document that was found by its number is with.
+struct FoundParty {
+  std::string reference, name;
+};
+
+class frmBROperSelect_Find final : public ui::Form {
+ public:
+  // `found` is an answer of GetBROpersByNumber.
+  frmBROperSelect_Find(HostContext& host, RowSetPtr found);
+
+  const char* picture() const override;
+  void opened() override;
+
+  const std::optional<FoundParty>& chosen() const { return chosen_; }
+
+  ui::ListView lvwFound{this,
+                        "lvwFound",
+                        {{"Adresatas", 30, ui::Align::Left, true},
+                         {"Data", 10},
+                         {"Nr", 12},
+                         {"Suma, Lt", 14, ui::Align::Right}}};
+  ui::Button cmdCancel{this, "cmdCancel", "Atšaukti"};
+  ui::Button cmdOK{this, "cmdOK", "Gerai", ui::Role::Primary};
+
+ private:
+  void choose();
+
+  RowSetPtr found_;
+  std::optional<FoundParty> chosen_;
+};
+
+}  // namespace tolvex
