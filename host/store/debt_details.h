@@ -22,16 +22,23 @@ class DebtDetails {
  public:
   DebtDetails(Database& db, DimsetRefs& sets);
   // By date of the operation, then operation, account, currency, set. The debtor is chosen by
-  // `filter` as debtorOf tells.
-  std::vector<DebtLine> of(const std::vector<Debt>& debts, const AddresseeFilter& filter);
-  // The name on the card, else the text under which the entry shows the reference.
-  std::string nameOf(const std::string& reference, int entryId);
+  // `filter` as debtorOf tells. Of one group of operations, when it is not 0.
+  std::vector<DebtLine> of(const std::vector<Debt>& debts, const AddresseeFilter& filter,
+                           int group = 0);
+  // Names that nameOf is going to be asked for.
+  void readNames(const std::vector<std::string>& references) { names_.readAll(references); }
+  // The name on the card, else the text under which the entry shows the reference; of a reference
+  // that was asked for before the same as then.
+  const std::string& nameOf(const std::string& reference, int entryId);
 
  private:
-  DebtLine lineOf(const Debt& debt);
+  void readDocuments(std::vector<DebtLine>& lines);
+  void readEntries(std::vector<DebtLine>& lines);
+  void nameDebtors(std::vector<DebtLine>& lines, const AddresseeFilter& filter);
   Database& db_;
   DimsetRefs& sets_;
   CardNames names_;
+  std::map<std::string, std::string> shown_;
   std::map<int, AccountRow> accounts_;
 };
 

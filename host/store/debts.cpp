@@ -57,16 +57,10 @@ std::vector<Debt> untouchedItems(Database& db, const DebtQuery& query) {
   return debts;
 }
 
-// Items with postings both up to the day and after it: (account, item). With one addressee only
-// those that he ever had a posting in, so that his list does not grow with everybody's activity.
-std::vector<std::pair<int, int>> touchedItems(Database& db, const DebtQuery& query) {
-  std::vector<std::pair<int, int>> items;
-  if (query.day >= kNoLimit) return items;
-  if (query.account &&
-      !anyRow(db, "SELECT 1 FROM open_item WHERE account_id = $1 AND last_day > $2 LIMIT 1",
-              *query.account, query.day))
-    return items;
-  SqlValues values;
+// Which items have postings both up to the day and after it, as a select of account and item. With
+// one addressee only those that he ever had a posting in, so that his list does not grow with
+// everybody's activity.
+std::string touchedItems(const DebtQuery& query, SqlValues& values) {
   std::string sql = "SELECT DISTINCT i.account_id, i.item_id FROM ";
   if (asksForOne(query))
     sql +=
@@ -80,27 +74,48 @@ std::vector<std::pair<int, int>> touchedItems(Database& db, const DebtQuery& que
   if (query.account && asksForOne(query))
     sql += " p.account_id = " + values.mark(*query.account) + " AND";
   sql += " i.last_day > " + values.mark(query.day);
-  sql += " AND i.first_day <= " + values.mark(query.day);
+  return sql + " AND i.first_day <= " + values.mark(query.day);
+}
+
+using PostingsByItem = std::map<std::pair<int, int>, std::vector<ItemPosting>>;  // account, item
+
+// The postings up to the day of items that were touched after it.
+PostingsByItem touchedPostings(Database& db, const DebtQuery& query) {
+  PostingsByItem items;
+  if (query.day >= kNoLimit) return items;
+  if (query.account &&
+      !anyRow(db, "SELECT 1 FROM open_item WHERE account_id = $1 AND last_day > $2 LIMIT 1",
+              *query.account, query.day))
+    return items;
+  SqlValues values;
+  std::string sql =
+      "SELECT p.entry_id, p.sign, p.oper_id, p.day, p.sum_lt, p.cur, p.sum_cur, p.dimset_id,"
+      " t.account_id, t.item_id FROM (" +
+      touchedItems(query, values) +
+      ") t CROSS JOIN posting p WHERE p.item_id = t.item_id AND p.account_id = t.account_id"
+      " AND p.item_id IS NOT NULL AND p.day <= ";
+  sql += values.mark(query.day) + " ORDER BY p.entry_id, p.sign DESC";
   auto select = db.prepare(sql);
   values.bindTo(*select);
   while (select->step())
-    items.emplace_back(static_cast<int>(select->integer(0)), static_cast<int>(select->integer(1)));
+    items[{static_cast<int>(select->integer(8)), static_cast<int>(select->integer(9))}].push_back(
+        itemPosting(*select));
   return items;
 }
 
 // The items of an account whose items are not kept, straight from its postings.
-std::map<int, std::vector<ItemPosting>> postingsByItem(Database& db, int account, int day) {
+PostingsByItem postingsByItem(Database& db, int account, int day) {
   auto select = db.prepare(
       "SELECT p.entry_id, p.sign, p.oper_id, p.day, p.sum_lt, p.cur, p.sum_cur, p.dimset_id,"
       " (SELECT r.points_to FROM entry_ref r WHERE r.entry_id = p.entry_id AND r.sign = p.sign"
       " AND r.role = 1 ORDER BY r.id LIMIT 1) FROM posting p"
       " WHERE p.account_id = $1 AND p.day <= $2 ORDER BY p.entry_id, p.sign DESC");
   select->bind(1, account).bind(2, day);
-  std::map<int, std::vector<ItemPosting>> items;
+  PostingsByItem items;
   while (select->step()) {
     ItemPosting posting = itemPosting(*select);
     const int item = select->isNull(8) ? posting.operId : static_cast<int>(select->integer(8));
-    items[item].push_back(std::move(posting));
+    items[{account, item}].push_back(std::move(posting));
   }
   return items;
 }
@@ -115,27 +130,35 @@ void addItem(std::vector<Debt>& debts, int account, int item,
 }  // namespace
 
 std::vector<Debt> openItems(Database& db, const DebtQuery& query, DimsetRefs& sets) {
-  std::vector<Debt> debts;
-  if (query.account && !query.tracked) {
-    for (const auto& [item, postings] : postingsByItem(db, *query.account, query.day))
-      addItem(debts, *query.account, item, postings, query, sets);
-  } else {
-    debts = untouchedItems(db, query);
-    for (const auto& [account, item] : touchedItems(db, query))
-      addItem(debts, account, item, readItem(db, account, item), query, sets);
-  }
+  const bool kept = !query.account || query.tracked;
+  std::vector<Debt> debts = kept ? untouchedItems(db, query) : std::vector<Debt>{};
+  const PostingsByItem others =
+      kept ? touchedPostings(db, query) : postingsByItem(db, *query.account, query.day);
+  for (const auto& [key, postings] : others)
+    addItem(debts, key.first, key.second, postings, query, sets);
   std::erase_if(debts, [&](const Debt& debt) {
-    if (!debt.row.open() || (query.side != 0 && debt.row.side() != query.side)) return true;
-    if (query.addressee.asks() == AddresseeFilter::Asks::Everybody) return false;
-    const auto& references = sets.of(debt.row.dimsetId);
-    return std::none_of(references.begin(), references.end(),
-                        [&](const auto& ref) { return query.addressee.matches(ref); });
+    return !debt.row.open() || (query.side != 0 && debt.row.side() != query.side);
   });
+  if (query.addressee.asks() != AddresseeFilter::Asks::Everybody) {
+    readSets(debts, sets);
+    std::erase_if(debts, [&](const Debt& debt) {
+      const auto& references = sets.of(debt.row.dimsetId);
+      return std::none_of(references.begin(), references.end(),
+                          [&](const auto& ref) { return query.addressee.matches(ref); });
+    });
+  }
   std::sort(debts.begin(), debts.end(), [](const Debt& a, const Debt& b) {
     return std::tie(a.accountId, a.itemId, a.row.cur, a.row.dimsetId) <
            std::tie(b.accountId, b.itemId, b.row.cur, b.row.dimsetId);
   });
   return debts;
+}
+
+void readSets(const std::vector<Debt>& debts, DimsetRefs& sets) {
+  std::vector<int> ids;
+  ids.reserve(debts.size());
+  for (const Debt& debt : debts) ids.push_back(debt.row.dimsetId);
+  sets.readAll(ids);
 }
 
 std::vector<Debt> openItemsOf(Database& db, int operId) {
@@ -157,7 +180,7 @@ std::vector<Debt> itemsOf(Database& db, const AccountRow& account, int operId) {
     addItem(debts, account.id, operId, readItem(db, account.id, operId), query, sets);
   } else {
     const auto items = postingsByItem(db, account.id, kNoLimit);
-    if (const auto item = items.find(operId); item != items.end())
+    if (const auto item = items.find({account.id, operId}); item != items.end())
       addItem(debts, account.id, operId, item->second, query, sets);
   }
   return debts;

@@ -36,6 +36,9 @@ struct Debt {
 // In order of account, item, currency and set.
 std::vector<Debt> openItems(Database& db, const DebtQuery& query, DimsetRefs& sets);
 
+// Reads the addressees of all the debts at once, for those who are going to look at each.
+void readSets(const std::vector<Debt>& debts, DimsetRefs& sets);
+
 // What stands open of one operation today, on every account whose items are kept.
 std::vector<Debt> openItemsOf(Database& db, int operId);
 

@@ -4,6 +4,7 @@
 
 #include "framework/references.h"
 #include "framework/text.h"
+#include "host/store/many_keys.h"
 
 namespace tolvex::store {
 
@@ -65,6 +66,16 @@ const std::vector<std::string>& DimsetRefs::of(int dimsetId) {
     if (select->step()) place->second = dimsetRefs(select->text(0));
   }
   return place->second;
+}
+
+void DimsetRefs::readAll(const std::vector<int>& dimsetIds) {
+  std::vector<int> unknown;
+  for (const int id : dimsetIds)
+    if (sets_.try_emplace(id).second && id != 0) unknown.push_back(id);
+  forEachOf(db_, "SELECT id, ref_key FROM dimset WHERE id IN (@KEYS@)", std::move(unknown),
+            [&](const Statement& row) {
+              sets_[static_cast<int>(row.integer(0))] = dimsetRefs(row.text(1));
+            });
 }
 
 bool DimsetRefs::shareAddressee(int a, int b) {

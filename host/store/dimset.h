@@ -38,7 +38,8 @@ class DimsetRefs {
  public:
   explicit DimsetRefs(Database& db) : db_(db) {}
   const std::vector<std::string>& of(int dimsetId);
-  bool shareAddressee(int a, int b);  // a firm, person or employee stands in both
+  void readAll(const std::vector<int>& dimsetIds);  // those that are going to be asked for
+  bool shareAddressee(int a, int b);                // a firm, person or employee stands in both
 
  private:
   Database& db_;

@@ -1,7 +1,10 @@
 #include "host/store/lookups.h"
 
+#include <algorithm>
+
 #include "framework/references.h"
 #include "framework/text.h"
+#include "host/store/many_keys.h"
 #include "host/store/oper_rows.h"
 
 namespace tolvex::store {
@@ -23,14 +26,21 @@ struct CardTable {
   std::string_view kind, select;
 };
 constexpr CardTable kCardTables[] = {
-    {"O0000100", "SELECT name, '' FROM firm WHERE id = $1"},
-    {"O0001402", "SELECT name, last_name FROM person WHERE id = $1"},
-    {"O0001401", "SELECT name, last_name FROM employee WHERE id = $1"},
-    {"O0000300", "SELECT name, '' FROM bank WHERE id = $1"},
+    {"O0000100", "SELECT id, name, '' FROM firm WHERE id IN (@KEYS@)"},
+    {"O0001402", "SELECT id, name, last_name FROM person WHERE id IN (@KEYS@)"},
+    {"O0001401", "SELECT id, name, last_name FROM employee WHERE id IN (@KEYS@)"},
+    {"O0000300", "SELECT id, name, '' FROM bank WHERE id IN (@KEYS@)"},
     {"O0000500",
-     "SELECT b.name || ',', a.account_number FROM bank_account a JOIN bank b ON b.id = a.bank_id"
-     " WHERE a.id = $1"},
+     "SELECT a.id, b.name || ',', a.account_number FROM bank_account a"
+     " JOIN bank b ON b.id = a.bank_id WHERE a.id IN (@KEYS@)"},
 };
+
+const CardTable* cardTableOf(std::string_view reference) {
+  const auto table =
+      std::find_if(std::begin(kCardTables), std::end(kCardTables),
+                   [&](const CardTable& known) { return known.kind == kindOf(reference); });
+  return table == std::end(kCardTables) ? nullptr : table;
+}
 
 }  // namespace
 
@@ -86,20 +96,29 @@ bool isParty(std::string_view reference) {
 }
 
 const std::string& CardNames::of(const std::string& reference) {
-  const auto known = names_.find(reference);
-  if (known != names_.end()) return known->second;
-  return names_.emplace(reference, read(reference)).first->second;
+  if (const auto known = names_.find(reference); known != names_.end()) return known->second;
+  readAll({reference});
+  return names_[reference];
 }
 
-std::string CardNames::read(std::string_view reference) {
-  if (!isRef(reference)) return {};
-  for (const CardTable& table : kCardTables) {
-    if (table.kind != kindOf(reference)) continue;
-    auto card = db_.prepare(table.select);
-    card->bind(1, idOf(reference));
-    if (!card->step()) return {};
-    return trim(std::string(card->text(0)) + " " + std::string(card->text(1)));
+void CardNames::readAll(const std::vector<std::string>& references) {
+  std::map<const CardTable*, std::vector<int>> wanted;
+  for (const std::string& reference : references) {
+    const auto [name, unknown] = names_.try_emplace(reference);
+    if (!unknown || !isRef(reference)) continue;
+    if (const CardTable* table = cardTableOf(reference))
+      wanted[table].push_back(idOf(reference));
+    else
+      name->second = otherName(reference);
   }
+  for (auto& [table, ids] : wanted)
+    forEachOf(db_, table->select, std::move(ids), [&, kind = table->kind](const Statement& card) {
+      names_[refOf(kind, static_cast<int>(card.integer(0)))] =
+          trim(std::string(card.text(1)) + " " + std::string(card.text(2)));
+    });
+}
+
+std::string CardNames::otherName(std::string_view reference) {
   auto other = db_.prepare("SELECT name FROM ref_object WHERE kind = $1 AND id = $2");
   other->bind(1, kindOf(reference)).bind(2, idOf(reference));
   return other->step() ? std::string(other->text(0)) : std::string{};

@@ -47,9 +47,10 @@ class CardNames {
  public:
   explicit CardNames(Database& db) : db_(db) {}
   const std::string& of(const std::string& reference);  // "" for a card that is gone or unknown
+  void readAll(const std::vector<std::string>& references);  // those that are going to be asked for
 
  private:
-  std::string read(std::string_view reference);
+  std::string otherName(std::string_view reference);
   Database& db_;
   std::map<std::string, std::string> names_;
 };

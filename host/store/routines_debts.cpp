@@ -42,8 +42,8 @@ Variant debtList(Session& session, const Arguments& arguments, int side) {
   query.addressee = AddresseeFilter(arguments[3].str());
   DimsetRefs sets(session.db());
   DebtDetails details(session.db(), sets);
-  for (const DebtLine& line : details.of(openItems(session.db(), query, sets), query.addressee)) {
-    if (groupOf(arguments[0]) != 0 && line.groupId != groupOf(arguments[0])) continue;
+  const std::vector<Debt> debts = openItems(session.db(), query, sets);
+  for (const DebtLine& line : details.of(debts, query.addressee, groupOf(arguments[0]))) {
     const ItemRow& row = line.debt.row;
     answer.row()
         .text(operReference(line.debt.itemId))
@@ -110,7 +110,7 @@ constexpr ColumnSpec kCoverFirms[] = {col::text("ShowString", 800), col::text("F
 
 struct FirmRest {
   std::int64_t sum = 0;
-  std::string name;
+  int entryId = 0;  // one that names the firm
 };
 
 // Rests by addressee of the kind; an item shared by several of them counts for each.
@@ -120,14 +120,13 @@ std::map<std::string, FirmRest> restsByFirm(Session& session, const Argument& co
   const auto account = accountByCode(session.db(), code.str());
   if (!account) return rests;
   DimsetRefs sets(session.db());
-  DebtDetails details(session.db(), sets);
   for (const Debt& debt :
        openItems(session.db(), {account->id, account->tracked, day, side, kind}, sets))
     for (const std::string& reference : sets.of(debt.row.dimsetId)) {
       if (!kind.matches(reference)) continue;
       FirmRest& rest = rests[reference];
       rest.sum += debt.restLt();
-      if (rest.name.empty()) rest.name = details.nameOf(reference, debt.row.headEntryId);
+      if (rest.entryId == 0) rest.entryId = debt.row.headEntryId;
     }
   return rests;
 }
@@ -141,14 +140,20 @@ Variant GetCoverFirms(Session& session, const Arguments& arguments, std::string_
   std::map<std::string, FirmRest> rests2;
   if (second)
     rests2 = restsByFirm(session, arguments[2], sideOf(arguments[3], "GetCoverFirms"), kind, day);
-  std::vector<std::pair<std::string, FirmRest>> firms(rests1.begin(), rests1.end());
-  if (second) std::erase_if(firms, [&](const auto& firm) { return !rests2.contains(firm.first); });
-  std::stable_sort(firms.begin(), firms.end(), [](const auto& a, const auto& b) {
-    return compareLithuanian(a.second.name, b.second.name) < 0;
+  std::vector<std::string> firms;
+  for (const auto& [reference, rest] : rests1)
+    if (!second || rests2.contains(reference)) firms.push_back(reference);
+  DimsetRefs sets(session.db());
+  DebtDetails details(session.db(), sets);
+  details.readNames(firms);
+  std::map<std::string, std::string> names;
+  for (const std::string& firm : firms) names[firm] = details.nameOf(firm, rests1.at(firm).entryId);
+  std::stable_sort(firms.begin(), firms.end(), [&](const auto& a, const auto& b) {
+    return compareLithuanian(names[a], names[b]) < 0;
   });
   Answer answer(kCoverFirms);
-  for (const auto& [reference, rest] : firms)
-    answer.row().text(rest.name).text(reference).lt(rest.sum).lt(rests2[reference].sum);
+  for (const std::string& firm : firms)
+    answer.row().text(names[firm]).text(firm).lt(rests1.at(firm).sum).lt(rests2[firm].sum);
   return answer.done();
 }
 
