@@ -170,11 +170,13 @@ class SqliteDatabase final : public Database {
 
   Engine engine() const override { return Engine::Sqlite; }
   StatementLease prepare(std::string_view sql) override {
+    if (rollbackOwed_) rollBackAtLast();
     return cache_.lease(sql, [this](const std::string& text) {
       return std::make_unique<SqliteStatement>(db_, text);
     });
   }
   void execute(std::string_view script) override {
+    if (rollbackOwed_) rollBackAtLast();
     if (sqlite3_exec(db_, std::string(script).c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) {
       fail(db_);
     }
@@ -185,7 +187,8 @@ class SqliteDatabase final : public Database {
   void beginRead() override { prepare("BEGIN")->run(); }
   void commit() override { prepare("COMMIT")->run(); }
   void rollback() noexcept override {
-    if (inTransaction()) sqlite3_exec(db_, "ROLLBACK", nullptr, nullptr, nullptr);
+    rollbackOwed_ =
+        inTransaction() && sqlite3_exec(db_, "ROLLBACK", nullptr, nullptr, nullptr) != SQLITE_OK;
   }
   bool inTransaction() const override { return sqlite3_get_autocommit(db_) == 0; }
   std::int64_t flushes() const override { return flushesOfThisThread() - flushesBefore_; }
@@ -195,6 +198,12 @@ class SqliteDatabase final : public Database {
   sqlite3* handle() { return db_; }
 
  private:
+  // Even a rollback can fail for want of memory. Nothing else is done with the connection before it
+  // has succeeded, since it would be done in the transaction that was given up.
+  void rollBackAtLast() {
+    rollback();
+    if (rollbackOwed_) fail(db_);
+  }
   void configure(const Options& options) {
     execute("PRAGMA foreign_keys = ON; PRAGMA synchronous = FULL; PRAGMA cache_size = -32768");
     // A longer log between the copies into the file: fewer flushes beside those of the saves.
@@ -215,6 +224,7 @@ class SqliteDatabase final : public Database {
 
   sqlite3* db_ = nullptr;
   StatementCache cache_;
+  bool rollbackOwed_ = false;
   std::int64_t flushesBefore_ = 0;
 };
 
