@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "host/report/parts.h"
+
 namespace tolvex::report {
 namespace {
 
@@ -131,13 +133,8 @@ void TablePages::shapeHead() {
 
 // --- what stays together -------------------------------------------------------------------------
 
-bool TablePages::isTotal(std::size_t row) const {
-  const ReportRow& one = table_.rows[row];
-  return row > 0 && one.style.bold && !one.heading && !table_.rows[row - 1].style.bold;
-}
-
 bool TablePages::isTied(std::size_t row) const {
-  return row + 1 < table_.rows.size() && (table_.rows[row].heading || isTotal(row + 1));
+  return row + 1 < table_.rows.size() && (table_.rows[row].heading || isTotal(table_, row + 1));
 }
 
 const TablePages::Shape& TablePages::ahead(std::size_t row) {
@@ -246,7 +243,7 @@ void TablePages::placeLines(const Shape& shape, std::size_t from, std::size_t co
 }
 
 void TablePages::placeRow(std::size_t row, const Shape& shape) {
-  if (isTotal(row) && !ruleAbove_)
+  if (isTotal(table_, row) && !ruleAbove_)
     flow_.line(edges_.front(), flow_.y, edges_.back(), flow_.y, kStrong);
   else if (!ruleAbove_ && table_.hLines)
     flow_.line(edges_.front(), flow_.y, edges_.back(), flow_.y, kHair, kRowGray);

@@ -42,7 +42,6 @@ class TablePages {
   Cell cellOf(const ReportColumn& column, const std::string& words, float width,
               const ReportRow& row, float points);
   void measure(Shape& shape);
-  bool isTotal(std::size_t row) const;
   bool isTied(std::size_t row) const;  // must stand on the page of the next one
   const Shape& ahead(std::size_t row);
   float tiedHeight(std::size_t row);
