@@ -67,6 +67,12 @@ ui::Form* HeadlessStage::modalForm() const {
   return nullptr;
 }
 
+bool HeadlessStage::closeReport() {
+  if (previews_ == 0) return false;
+  --previews_;
+  return true;
+}
+
 bool unwindOne(Playground& playground) {
   if (const Message* box = playground.openMessage()) {
     const Answer safest = box->buttons == Buttons::YesNo      ? Answer::No

@@ -33,6 +33,7 @@ class HeadlessStage final : public Stage, public Playground, private ui::FormVie
   void help(const std::string& page, const std::string&) override { helpPage_ = page; }
   void report(std::shared_ptr<const ReportDocument> document, bool, ReportViewer&) override {
     report_ = std::move(document);
+    ++previews_;
   }
   void turn() override {}
   bool stopped() const override { return false; }
@@ -46,8 +47,8 @@ class HeadlessStage final : public Stage, public Playground, private ui::FormVie
   ui::Form* modalForm() const override;
   ui::Menu* openMenu() const override { return menu_; }
   void closeMenu() override { menu_ = nullptr; }
-  bool shot(const std::string&) override { return false; }
-
+  bool shot(const std::string&) override { return true; }  // there is nothing to draw
+  bool closeReport() override;
   const ReportDocument* lastReport() const override { return report_.get(); }
   void replyFile(std::optional<std::string> path) override {
     fileReplies_.push_back(std::move(path));
@@ -78,6 +79,7 @@ class HeadlessStage final : public Stage, public Playground, private ui::FormVie
   std::string helpPage_;
   std::deque<std::optional<std::string>> fileReplies_;
   std::shared_ptr<const ReportDocument> report_;
+  int previews_ = 0;  // open
 };
 
 // Takes back what stands in front: the safest answer to a box, closing for a modal form. False

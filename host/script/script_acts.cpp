@@ -241,8 +241,11 @@ std::string gestureOf(Engine& engine, const Act& act) {
 std::string Engine::perform(const Act& act) {
   Playground& playground = world_.playground();
   if (act.name == "shot") {
-    playground.shot(textOf(act, 0));
-    return {};
+    const std::string path = placeInRun(textOf(act, 0));
+    return playground.shot(path) ? std::string() : "the picture cannot be written: " + path;
+  }
+  if (act.name == "close_report") {
+    return playground.closeReport() ? std::string() : "no report is open";
   }
   if (act.name == "save_as") {
     playground.replyFile(placeInRun(textOf(act, 0)));

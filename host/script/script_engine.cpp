@@ -11,7 +11,7 @@ constexpr const char* kActs[] = {
     "open",   "close",   "leave",   "activate",    "enter",        "choose",      "date",
     "check",  "uncheck", "click",   "select",      "double_click", "right_click", "pick",
     "answer", "tick",    "shot",    "login",       "restart",      "insert_key",  "delete_key",
-    "expand", "drop",    "save_as", "save_report", "print_list",   "export_list"};
+    "expand", "drop",    "save_as", "save_report", "print_list",   "export_list", "close_report"};
 
 // The script goes on after its act: an act that could not be done is an error at the script's line.
 int afterAct(lua_State* lua, int, lua_KContext) {
@@ -140,6 +140,7 @@ bool Engine::nextTest() {
     start(mainReference_, "");
     return true;
   }
+  while (world_.playground().closeReport()) continue;  // previews that the last part left
   if (nextTest_ == tests_.size()) return false;
   world_.trace().clear();
   const Test& test = tests_[nextTest_++];

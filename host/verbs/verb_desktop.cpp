@@ -30,7 +30,6 @@ int showScenario(Program& program, const script::Scenario& scenario) {
       if (engine.step()) return kPauseOfShow;
       if (unwindOne(stage)) return 0;
       for (const auto& form : std::vector(program.workspace().screens())) form->close();
-      while (stage.closeReport()) continue;
       if (engine.nextTest()) return 0;
       stage.quit(EXIT_SUCCESS);
       return -1;

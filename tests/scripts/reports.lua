@@ -76,10 +76,24 @@ test("a script writes below its own folder only", function()
   select("tvwLayout", "Įmonės")
   print_list "lvwObjects"
   for _, path in ipairs { "../firmos.pdf", "/firmos.pdf", "out/../../firmos.pdf", "" } do
-    local done = pcall(save_report, path)
-    expect(done, false, path)
+    for _, act in ipairs { save_report, shot } do
+      local done, why = pcall(act, path)
+      expect(done, false, path)
+      if path ~= "" then has(why, "below its own folder") end
+    end
   end
   local done, why = pcall(save_report, "out/firmos.doc")
   expect(done, false)
   has(why, "not a kind of file")
+  shot "out/reports/firmos.png"
+end)
+
+test("the preview in front is closed, the report stays at hand", function()
+  select("tvwLayout", "Įmonės")
+  print_list "lvwObjects"
+  close_report()
+  local done, why = pcall(close_report)
+  expect(done, false)
+  has(why, "no report is open")
+  has(report(), "Įmonės")
 end)
