@@ -16,7 +16,7 @@ namespace {
 constexpr int kPauseOfShow = 20;  // milliseconds between the acts of a script
 }
 
-int showScenario(Program& program, const script::Scenario& scenario) {
+int showScenario(Program& program, const script::Scenario& scenario, WindowSize size) {
   script::Engine engine(program);
   if (!engine.load(scenario.text, scenario.file)) {
     script::report(engine, scenario, std::cout);
@@ -36,7 +36,7 @@ int showScenario(Program& program, const script::Scenario& scenario) {
     };
     return workspace;
   };
-  show.started = [](DesktopStage& stage, Workspace&) { stage.resize(1366, 768); };
+  show.started = [size](DesktopStage& stage, Workspace&) { stage.resize(size.width, size.height); };
   std::string name = "tolvex";
   char* argv[] = {name.data(), nullptr};
   const int status = runDesktop(1, argv, show);

@@ -1,6 +1,7 @@
 // The verb run: plays a script, without a window unless one is asked for.
 #include <iostream>
 
+#include "framework/text.h"
 #include "host/objects/module_loader.h"
 #include "host/report/report_files.h"
 #include "host/script/runner.h"
@@ -9,6 +10,22 @@
 #include "host/verbs/verbs.h"
 
 namespace tolvex::verbs {
+namespace {
+
+// "1920x1080"
+WindowSize windowSize(const std::string& text) {
+  WindowSize size;
+  if (text.empty()) return size;
+  const auto sides = split(text, 'x');
+  double width = 0, height = 0;
+  if (sides.size() != 2 || !parsePlainNumber(sides[0], width) ||
+      !parsePlainNumber(sides[1], height) || width < 1 || height < 1 || width > 10000 ||
+      height > 10000)
+    throw UsageError("Klaidingas lango dydis: " + text);
+  return {static_cast<int>(width), static_cast<int>(height)};
+}
+
+}  // namespace
 
 Program::Options programOptions(const Arguments& arguments, const std::string& place) {
   Program::Options options;
@@ -28,8 +45,10 @@ int run(const Words& words, const std::string& modulePath) {
                                             {"--user", "yes"},
                                             {"--password", "yes"},
                                             {"--window", "no"},
+                                            {"--size", "yes"},
                                             {"--every-fault", "no"}});
   wordCount(arguments, 1, 1);
+  const WindowSize size = windowSize(arguments.value("--size"));
   const script::Scenario scenario = script::readScenario(arguments.words[0]);
   Program::Options options = programOptions(arguments, arguments.value("--books"));
   ReportFiles files([&options] { return options.today.value_or(store::localNow()); });
@@ -47,7 +66,7 @@ int run(const Words& words, const std::string& modulePath) {
     own.place = scratch->place();
   }
   Program program(*module, own);
-  if (arguments.has("--window")) return showScenario(program, scenario);
+  if (arguments.has("--window")) return showScenario(program, scenario, size);
   return script::runScenario(program, scenario, std::cout) ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 

@@ -37,6 +37,7 @@ class Verbs(unittest.TestCase):
         for words in [(), ("new",), ("verify",), ("verify", "a", "b"), ("new", "a", "--fast"),
                       ("call", "a"), ("run", "a.lua", "--today"), ("backup", "a"),
                       ("run", "a.lua", "--user", "x", "--user", "y"),
+                      ("run", "a.lua", "--window", "--size", "1920"),
                       *[("new", "a", "--demo", count)
                         for count in ("abc", "-5", "0", "12x", "99999999999")]]:
             with self.subTest(words=words):
