@@ -207,7 +207,9 @@ void ReportWindow::setPage(const PageSetup& page) {
 
 void ReportWindow::askPage() {
   PageDialog dialog(document_->page, this);
-  if (dialog.exec() == QDialog::Accepted) setPage(dialog.page());
+  if (dialog.exec() != QDialog::Accepted) return;
+  setPage(dialog.page());
+  exports_.keepPage(*document_);
 }
 
 void ReportWindow::showPlace() {

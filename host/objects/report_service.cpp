@@ -1,5 +1,9 @@
 #include "host/objects/report_service.h"
 
+#include <charconv>
+#include <cmath>
+#include <iterator>
+
 #include "framework/text.h"
 
 namespace tolvex {
@@ -17,6 +21,41 @@ const char* endingOf(ReportFormat format) {
   return "rtf";
 }
 
+constexpr const char* kPages = "ReportPages";
+constexpr float kWidestMm = 80;  // as the dialog allows
+
+// Lists share one layout, but each has columns of its own.
+std::string pageKey(const ReportDocument& document) {
+  return document.layout == "list" ? document.layout + " " + document.title : document.layout;
+}
+
+int tenths(float mm) { return static_cast<int>(std::lround(mm * 10)); }
+
+// "1 250 150 150 120": lying or not; the margins from the left, clockwise, in tenths.
+std::string pageText(const PageSetup& page) {
+  std::string text = page.landscape ? "1" : "0";
+  for (const float mm : {page.leftMm, page.topMm, page.rightMm, page.bottomMm})
+    text += " " + std::to_string(tenths(mm));
+  return text;
+}
+
+// A text that is not of that shape changes nothing.
+void readPage(std::string_view text, PageSetup& page) {
+  int values[5] = {};
+  const char* at = text.data();
+  const char* const end = at + text.size();
+  for (int& value : values) {
+    if (at != end && *at == ' ') ++at;
+    const auto [next, error] = std::from_chars(at, end, value);
+    if (error != std::errc() || value < 0 || value > tenths(kWidestMm)) return;
+    at = next;
+  }
+  page.landscape = values[0] != 0;
+  float* const margins[] = {&page.leftMm, &page.topMm, &page.rightMm, &page.bottomMm};
+  for (std::size_t i = 0; i < std::size(margins); ++i)
+    *margins[i] = static_cast<float>(values[i + 1]) / 10;
+}
+
 bool endsWithNoCase(const std::string& text, const std::string& end) {
   return text.size() >= end.size() && equalNoCase(text.substr(text.size() - end.size()), end);
 }
@@ -24,7 +63,14 @@ bool endsWithNoCase(const std::string& text, const std::string& end) {
 }  // namespace
 
 void ReportService::show(ReportDocument document, bool withExcel) {
+  if (!document.layout.empty())
+    readPage(host_.settings().get(kPages, pageKey(document), ""), document.page);
   stage_.report(std::make_shared<const ReportDocument>(std::move(document)), withExcel, *this);
+}
+
+void ReportService::keepPage(const ReportDocument& document) {
+  if (!document.layout.empty())
+    host_.settings().set(kPages, pageKey(document), pageText(document.page));
 }
 
 bool ReportService::exportAs(const ReportDocument& document, ReportFormat format,

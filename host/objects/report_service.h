@@ -28,6 +28,7 @@ class ReportService final : public ReportViewer {
   void show(ReportDocument document, bool withExcel) override;
   bool exportAs(const ReportDocument& document, ReportFormat format,
                 std::string_view stem) override;
+  void keepPage(const ReportDocument& document) override;
 
  private:
   HostContext& host_;

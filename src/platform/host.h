@@ -194,6 +194,8 @@ class ReportViewer {
   virtual bool exportAs(const ReportDocument& document, ReportFormat format,
                         std::string_view stem) = 0;
 };
+  // The user chose the page on which this report stands; reports of its layout begin with it.
+  virtual void keepPage(const ReportDocument& /*document*/) {}
 
 // --- the context
 // ----------------------------------------------------------------------------------

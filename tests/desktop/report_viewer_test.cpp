@@ -42,7 +42,9 @@ class Exports final : public ReportViewer {
              (document.page.landscape ? "L " : "P ");
     return true;
   }
+  void keepPage(const ReportDocument& document) override { kept.push_back(document.page.leftMm); }
   std::string asked;
+  std::vector<float> kept;
 };
 
 class ReportViewerTest : public testing::Test {
@@ -261,8 +263,10 @@ TEST_F(ReportViewerTest, ThePageIsAskedAndKeptWhenCancelled) {
     press("cmdPage");
   };
   answer("cmdCancel", 30);
+  EXPECT_TRUE(exports.kept.empty());
   EXPECT_GT(view().pages().width, view().pages().height);
   answer("cmdOK", 30);
+  EXPECT_EQ(exports.kept, std::vector<float>{30});
   EXPECT_LT(view().pages().width, view().pages().height);
   EXPECT_EQ(view().pages().pages[0].texts[0].x, 30 * static_cast<float>(report::kTwipsPerMm));
 }

@@ -358,6 +358,32 @@ TEST_F(WorkspaceTest, AnEmptyListIsNotPrinted) {
   EXPECT_EQ(stage_.lastReport(), nullptr);
 }
 
+TEST_F(WorkspaceTest, AReportBeginsWithThePageThatTheUserChoseForItsLayout) {
+  const auto shown = [&](const char* layout, const char* title) {
+    ReportDocument document;
+    document.layout = layout;
+    document.title = title;
+    host().reports().show(document, true);
+    return stage_.lastReport()->page;
+  };
+  ReportDocument chosen;
+  chosen.layout = "list";
+  chosen.title = "Įmonės";
+  chosen.page.landscape = true;
+  chosen.page.bottomMm = 7.5F;
+  host().reports().keepPage(chosen);
+  EXPECT_TRUE(shown("list", "Įmonės").landscape);
+  EXPECT_EQ(shown("list", "Įmonės").bottomMm, 7.5F);
+  EXPECT_FALSE(shown("list", "Bankai").landscape) << "another list has other columns";
+  chosen.layout = "ActRepAccPlan";
+  host().reports().keepPage(chosen);
+  EXPECT_TRUE(shown("ActRepAccPlan", "Planas").landscape) << "a title may hold dates";
+  for (const char* damaged : {"1 900 0 0 0", "1 10", "x", "1 -5 0 0 0"}) {
+    host().settings().set("ReportPages", "ActRepAccPlan", damaged);
+    EXPECT_FALSE(shown("ActRepAccPlan", "").landscape) << damaged;
+  }
+}
+
 TEST_F(WorkspaceTest, RightsAreAskedOnceUntilTheyMayHaveChanged) {
   (void)host().rights().of("CFirms");
   const int before = program_->faults().calls();
