@@ -89,28 +89,35 @@ bool growsDown(const ui::Node& node) {
 void LayoutBuilder::build() {
   auto* layout = column(&owner_, kBlockGap);
   const ui::Node& root = owner_.form().layout();
-  const bool bare = root.children.size() == 1 && growsDown(root);
+  const bool bare =
+      root.children.size() == 1 && growsDown(root) && root.children.front().type != Type::Frame;
   if (!bare) layout->setContentsMargins(14, 12, 14, 12);
-  stack(root, &owner_, layout, 0);
+  stack(root, &owner_, layout, 0, owner_.stacks_++);
   endColumn(layout, growsDown(root));
 }
 
-void LayoutBuilder::stack(const ui::Node& node, QWidget* parent, QVBoxLayout* into, int depth) {
+void LayoutBuilder::stack(const ui::Node& node, QWidget* parent, QVBoxLayout* into, int depth,
+                          int number) {
   const bool labelled = std::any_of(node.children.begin(), node.children.end(), beginsWithLabel);
-  const Stack own{owner_.stacks_++, labelled};
-  for (const ui::Node& child : node.children) block(child, parent, into, own, depth);
+  const Stack own{number, labelled};
+  const int frames = owner_.stacks_++;
+  for (const ui::Node& child : node.children) block(child, parent, into, own, frames, depth);
 }
 
 void LayoutBuilder::block(const ui::Node& node, QWidget* parent, QVBoxLayout* into,
-                          const Stack& own, int depth) {
+                          const Stack& own, int frames, int depth) {
   const int stretch = growsDown(node) ? 1 : 0;
   switch (node.type) {
     case Type::Columns:
       columns(node, parent, into, depth);
       return;
-    case Type::Frame:
-      into->addWidget(frame(node, parent, depth), stretch);
+    case Type::Frame: {
+      QWidget* box = frame(node, parent, depth, frames);
+      // It is as high as what is in it, also when nothing below takes the rest.
+      if (stretch == 0) box->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+      into->addWidget(box, stretch);
       return;
+    }
     case Type::Tabs:
       into->addWidget(tabs(node, parent, depth), stretch);
       return;
@@ -129,8 +136,14 @@ void LayoutBuilder::columns(const ui::Node& node, QWidget* parent, QVBoxLayout* 
   for (const ui::Node& child : node.children) {
     auto* side = new QWidget(holder);
     auto* layout = column(side, kRowGap);
-    stack(ui::Node{Type::Column, nullptr, {}, 0, false, {child}}, side, layout, depth);
-    if (!growsDown(child) && child.type != Type::Frame) layout->addStretch(1);
+    stack(ui::Node{Type::Column, nullptr, {}, 0, false, {child}}, side, layout, depth,
+          owner_.stacks_++);
+    if (child.type == Type::Frame) {
+      // Frames side by side are of one height.
+      layout->itemAt(0)->widget()->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+    } else if (!growsDown(child)) {
+      layout->addStretch(1);
+    }
     const bool grows = child.grow || growsDown(child);
     anyGrows = anyGrows || grows;
     line->addWidget(side, grows ? 1 : 0);
@@ -139,7 +152,7 @@ void LayoutBuilder::columns(const ui::Node& node, QWidget* parent, QVBoxLayout* 
   into->addWidget(holder, growsDown(node) ? 1 : 0);
 }
 
-QWidget* LayoutBuilder::frame(const ui::Node& node, QWidget* parent, int depth) {
+QWidget* LayoutBuilder::frame(const ui::Node& node, QWidget* parent, int depth, int number) {
   auto* box = new QFrame(parent);
   const auto* panel = static_cast<const ui::Panel*>(node.control);
   const bool band = panel && panel->titleBand;
@@ -170,7 +183,7 @@ QWidget* LayoutBuilder::frame(const ui::Node& node, QWidget* parent, int depth) 
     owner_.watch(*box, *node.control);
     takeDrops(owner_, *box, nullptr, *node.control);
   }
-  stack(node, box, layout, band ? depth : depth + 1);
+  stack(node, box, layout, band ? depth : depth + 1, number);
   endColumn(layout, growsDown(node));
   return box;
 }
@@ -195,7 +208,7 @@ QWidget* LayoutBuilder::tabs(const ui::Node& node, QWidget* parent, int depth) {
   for (const ui::Node& child : node.children) {
     auto* page = new QWidget(stackWidget);
     auto* inside = column(page, kRowGap);
-    stack(child, page, inside, depth);
+    stack(child, page, inside, depth, owner_.stacks_++);
     if (!growsDown(child)) inside->addStretch(1);
     stackWidget->addWidget(page);
     owner_.pages_[node.control].push_back({page, child.text});

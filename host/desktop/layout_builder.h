@@ -1,7 +1,8 @@
 // LayoutBuilder: the widgets of a form from its layout tree.
 //
-// The first labels of all rows of one stack get one width; a row without anything growing is
-// left-aligned; options in one row become a joined bar; a list grows.
+// The first labels of all rows of one stack get one width, and so do those of the frames in it; a
+// row without anything growing is left-aligned; options in one row become a joined bar; a list
+// grows.
 #pragma once
 
 #include "host/desktop/form_widget.h"
@@ -23,11 +24,11 @@ class LayoutBuilder {
     int number;
     bool labelled;  // some row begins with a label, so the others keep its place free
   };
-  void stack(const ui::Node& node, QWidget* parent, QVBoxLayout* into, int depth);
+  void stack(const ui::Node& node, QWidget* parent, QVBoxLayout* into, int depth, int number);
   void block(const ui::Node& node, QWidget* parent, QVBoxLayout* into, const Stack& stack,
-             int depth);
+             int frames, int depth);
   void columns(const ui::Node& node, QWidget* parent, QVBoxLayout* into, int depth);
-  QWidget* frame(const ui::Node& node, QWidget* parent, int depth);
+  QWidget* frame(const ui::Node& node, QWidget* parent, int depth, int number);
   QWidget* tabs(const ui::Node& node, QWidget* parent, int depth);
   QWidget* row(const ui::Node& node, QWidget* parent, const Stack& stack);
   void word(const ui::Node& node, QWidget* parent, QHBoxLayout* line, const Stack& stack,

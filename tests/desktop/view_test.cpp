@@ -29,6 +29,18 @@ std::vector<ui::Row> rows(int count) {
 
 class ViewTest : public DesktopTest {};
 
+class FramedForm final : public ui::Form {
+ public:
+  explicit FramedForm(HostContext& host) : Form(host, "frmFramed") { fraList.visible = false; }
+  const char* picture() const override {
+    return "[SOPanel]\n  []\n    txtBank\n  []\n    txtSum\n  [fraList]\n    lvwList>\n";
+  }
+  ui::Panel SOPanel{this, "SOPanel", "Mokėjimas"}, fraList{this, "fraList"};
+  ui::ListView lvwList{this, "lvwList", {{"Eilutė", 10}}};
+  ui::TextBox txtBank{this, "txtBank", "Bankas tarpininkas", 20};
+  ui::TextBox txtSum{this, "txtSum", "Suma", 8};
+};
+
 TEST_F(ViewTest, RowModelsKeepTheRulesOfModels) {
   RowModel model(form.lvwEntries, nullptr);
   const QAbstractItemModelTester tester(&model,
@@ -125,6 +137,21 @@ TEST_F(ViewTest, LabelsOfOneStackHaveOneWidth) {
   }
   EXPECT_EQ(right["&Data"], right["Serija, Nr."]);
   EXPECT_EQ(right["&Suma"], right["Pagrindas"]);
+}
+
+TEST_F(ViewTest, FramesAreOfOneColumnAndAsHighAsWhatIsInThem) {
+  FramedForm framed(host);
+  framed.markOpen(true);
+  desktop::FormWidget view(framed, stage, nullptr);
+  view.resize(600, 700);
+  view.show();
+  settle();
+  const auto place = [&](const char* name) {
+    return view.findChild<QWidget*>(QString::fromUtf8(name))->mapTo(&view, QPoint());
+  };
+  EXPECT_EQ(place("txtBank").x(), place("txtSum").x());
+  EXPECT_LT(place("txtSum").y() - place("txtBank").y(), 100) << "though a list is hidden below";
+  EXPECT_GT(place("SOPanel").x(), 0) << "a form has its margins";
 }
 
 TEST_F(ViewTest, ModalFormsRunUntilClosedAndEscAsks) {
