@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 #include "framework/references.h"
 #include "framework/text.h"
@@ -143,6 +144,8 @@ class ChoiceField final : public CardBox {
   ui::ComboBox box_;
 };
 
+// An object by its name or code: what is typed is sought when the box is left. As long as it fits
+// none or several objects the text stays, is remarked on, and cannot be saved.
 class ReferenceField final : public CardBox {
  public:
   ReferenceField(ui::Form& form, const CardField& about, std::function<void()> changed)
@@ -150,39 +153,87 @@ class ReferenceField final : public CardBox {
         box_(&form, named("txt", about), about.caption, about.chars),
         pick_(&form, named("cmd", about), "…", ui::Role::Small),
         changed_(std::move(changed)) {
-    box_.readOnly = true;
+    box_.picker = &pick_;
+    box_.onChange = [this] {
+      state_ = State::Typed;
+      changed_();
+    };
+    box_.onLeave = [this] { seek(); };
     box_.onDoubleClick = [this] { open(); };
-    pick_.tip = "Pasirinkti";
+    pick_.tip = "Pasirinkti (F4)";
     pick_.onClick = [this] { pick(); };
   }
   ui::Control& control() override { return box_; }
   void show(RowSet& record) override {
     box_.tag = referenceIn(record[about().column], about().kinds);
+    state_ = State::Known;
     refresh();
   }
   void write(RowSet& record) override { setReference(record[about().column], box_.tag); }
-  void lock(bool readOnly) override { pick_.enabled = !readOnly; }
-  bool isEmpty() const override { return box_.tag.empty(); }
-  std::string text() const override { return box_.text(); }
+  void lock(bool readOnly) override {
+    box_.readOnly = readOnly;
+    pick_.enabled = !readOnly;
+  }
+  bool isEmpty() const override { return text().empty(); }
+  std::string text() const override { return trim(box_.text()); }
+  std::string refusal() const override {
+    const std::string why = remark();
+    return why.empty() ? why : why + "!";
+  }
+  std::string remark() const override {
+    if (state_ == State::None) return "„" + text() + "“ nerasta";
+    return state_ == State::Several ? "„" + text() + "“ tinka keliems, pasirinkite (F4)" : "";
+  }
   void refresh() override {
-    if (!isRef(box_.tag)) {
-      box_.text = "";
-      return;
-    }
-    const auto found = box_.form.host().pickers().lookup(box_.tag);
+    if (state_ != State::Known) return;  // what is being typed stays
+    const bool some = isRef(box_.tag);
+    const auto found = some ? box_.form.host().pickers().lookup(box_.tag) : std::nullopt;
     box_.text = found ? found->text : box_.tag;
   }
 
  private:
+  enum class State { Known, Typed, None, Several };
+
+  void set(const std::string& reference, const std::string& shown) {
+    box_.tag = reference;
+    box_.text = shown;
+    state_ = State::Known;
+  }
+  void seek() {
+    if (state_ != State::Typed) return;
+    const std::string typed = text();
+    if (typed.empty()) return set("", "");
+    std::vector<ui::Row> fitting;
+    for (const std::string& kind : kindsOf(about()))
+      for (ui::Row& row : narrowed(rowsOf(kind), typed)) fitting.push_back(std::move(row));
+    std::vector<ui::Row> exact;
+    std::copy_if(fitting.begin(), fitting.end(), std::back_inserter(exact), [&](const auto& row) {
+      return std::any_of(row.cells.begin(), row.cells.end(),
+                         [&](const auto& cell) { return equalNoCase(trim(cell.text), typed); });
+    });
+    const std::vector<ui::Row>& best = exact.empty() ? fitting : exact;
+    if (best.size() == 1) {
+      state_ = State::Known;
+      box_.tag = best[0].key;
+      return refresh();
+    }
+    box_.tag = "";
+    state_ = best.empty() ? State::None : State::Several;
+  }
+  std::vector<ui::Row> rowsOf(const std::string& kind) const {
+    std::vector<ui::Row> rows;
+    for (ObjectRow& row : pickerRows(box_.form.host(), kind)) rows.push_back(std::move(row.row));
+    return rows;
+  }
   void pick() {
     PickRequest request;
     request.kinds = kindsOf(about());
     request.prompt = about().caption;
     request.current = box_.tag;
+    if (state_ != State::Known) request.typed = text();
     const auto picked = box_.form.host().pickers().pick(request);
-    if (!picked || picked->reference == box_.tag) return;
-    box_.tag = picked->reference;
-    box_.text = picked->text;
+    if (!picked || (state_ == State::Known && picked->reference == box_.tag)) return;
+    set(picked->reference, picked->text);
     changed_();
   }
   void open() {
@@ -191,6 +242,7 @@ class ReferenceField final : public CardBox {
   ui::TextBox box_;
   ui::Button pick_;
   std::function<void()> changed_;
+  State state_ = State::Known;
 };
 
 }  // namespace

@@ -20,7 +20,7 @@ struct CardField {
     Number,     // empty is stored as absent
     Check,      // 0 or 1
     Choice,     // one of the objects of `kinds`, from a list
-    Reference,  // an object of one of `kinds`, through a picker
+    Reference,  // an object of one of `kinds`, typed or through a picker (F4)
   };
   // What is odd about a value that may be saved all the same; "" when nothing is.
   using Remark = std::string (*)(std::string_view text);
@@ -54,6 +54,10 @@ class CardBox {
   virtual bool isEmpty() const = 0;
   virtual std::string text() const = 0;               // as shown
   virtual std::string refusal() const { return {}; }  // why this is no value of the field
+  // What is odd about the value, shown while the card is filled in.
+  virtual std::string remark() const {
+    return about_.remark && !isEmpty() ? about_.remark(text()) : std::string();
+  }
   virtual void refresh() {}  // what the box shows of other objects is read again
 
  private:

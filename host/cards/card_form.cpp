@@ -25,7 +25,7 @@ CardForm::CardForm(HostContext& host, const CardSpec& spec, std::shared_ptr<VXOb
   lblRemarks.visible = false;
   for (const CardField& field : spec.fields) {
     boxes_.push_back(makeCardBox(*this, field, [this] { touch(); }));
-    if (!field.remark) continue;
+    if (!field.remark && field.kind != CardField::Kind::Reference) continue;
     ui::Control& control = boxes_.back()->control();
     control.onLeave = [this, tidied = control.onLeave] {
       if (tidied) tidied();
@@ -71,9 +71,7 @@ void CardForm::showRecord() {
 void CardForm::showRemarks() {
   std::vector<std::string> remarks;
   for (const auto& box : boxes_) {
-    if (!box->about().remark || box->isEmpty()) continue;
-    if (std::string remark = box->about().remark(box->text()); !remark.empty())
-      remarks.push_back(std::move(remark));
+    if (std::string remark = box->remark(); !remark.empty()) remarks.push_back(std::move(remark));
   }
   lblRemarks.caption = remarks.empty() ? std::string() : "Dėmesio: " + join(remarks, "; ") + ".";
   lblRemarks.visible = !remarks.empty();

@@ -147,6 +147,12 @@ bool FormWidget::key(ui::Control& control, int code, int modifiers) {
     enterKey(control);
     return true;
   }
+  if (code == Qt::Key_F4 && modifiers == Qt::NoModifier && control.kind == Kind::TextBox) {
+    if (ui::Button* picker = static_cast<ui::TextBox&>(control).picker) {
+      act([this, picker] { input().click(*picker); });
+      return true;
+    }
+  }
   if (code == Qt::Key_Down && control.kind == Kind::TextBox && modifiers == Qt::NoModifier) {
     // From a search box straight into the list below.
     const auto at = std::find(order_.begin(), order_.end(), &control);

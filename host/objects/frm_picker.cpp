@@ -42,6 +42,8 @@ cmdClear | >> | cmdCancel | cmdOk
 }
 
 void frmPicker::opened() {
+  txtFind.text = request_.typed;
+  txtFind.caret = static_cast<int>(length(request_.typed));
   readKind();
   if (const int row = lvwObjects.find(request_.current); row >= 0) lvwObjects.current = row;
   setFocus(txtFind);

@@ -163,6 +163,7 @@ class Dialogs {
 struct PickRequest {
   std::vector<std::string> kinds;  // object codes offered
   std::string prompt, classes, filter, current;
+  std::string typed = {};  // what the search begins with
 };
 struct Picked {
   std::string reference;  // "" means the user cleared the value

@@ -12,6 +12,19 @@ namespace {
 
 class KeyboardTest : public DesktopTest {};
 
+class PickingForm final : public ui::Form {
+ public:
+  explicit PickingForm(HostContext& host) : Form(host, "frmPicking") {
+    txtBank.picker = &cmdBank;
+    cmdBank.onClick = [this] { ++picked; };
+  }
+  const char* picture() const override { return "txtBank cmdBank\ntxtSum\n"; }
+  ui::TextBox txtBank{this, "txtBank", "Bankas", 20};
+  ui::Button cmdBank{this, "cmdBank", "…", ui::Role::Small};
+  ui::TextBox txtSum{this, "txtSum", "Suma", 8};
+  int picked = 0;
+};
+
 TEST_F(KeyboardTest, EveryControlHasItsWidget) {
   for (const ui::Control* control : form.controls()) {
     if (control->kind == ui::Kind::MenuItem || control->kind == ui::Kind::Timer) continue;
@@ -160,6 +173,23 @@ TEST_F(KeyboardTest, ShortcutsAndDefaultButtons) {
   EXPECT_EQ(takeLog(), "cmdWrite() ");
   key(Qt::Key_Escape);
   EXPECT_EQ(takeLog(), "cmdCancel() ");
+}
+
+TEST_F(KeyboardTest, F4PressesThePickerOfTheBox) {
+  PickingForm picking(host);
+  picking.markOpen(true);
+  desktop::FormWidget view(picking, stage, nullptr);
+  view.show();
+  view.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&view));
+  for (const char* name : {"txtBank", "txtSum"}) {
+    auto* box = view.findChild<QWidget*>(QString::fromUtf8(name));
+    box->setFocus(Qt::TabFocusReason);
+    settle();
+    QTest::keyClick(box, Qt::Key_F4);
+    settle();
+  }
+  EXPECT_EQ(picking.picked, 1) << "only one of the boxes has a picker";
 }
 
 TEST_F(KeyboardTest, AccessKeysLeadToFields) {
