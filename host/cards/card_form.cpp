@@ -2,6 +2,7 @@
 
 #include "framework/references.h"
 #include "framework/text.h"
+#include "host/cards/frm_record_log.h"
 #include "platform/save_outcome.h"
 
 namespace tolvex {
@@ -20,6 +21,9 @@ std::string pictureOf(const CardSpec& spec) {
 CardForm::CardForm(HostContext& host, const CardSpec& spec, std::shared_ptr<VXObjectUIO> object)
     : Form(host, spec.form), spec_(spec), picture_(pictureOf(spec)), object_(std::move(object)) {
   SOPanel.titleBand = true;
+  SOPanel.menu = &mnuCard;
+  mnuLog.shortcut = "Ctrl+H";
+  mnuLog.onClick = [this] { showLog(); };
   tabCard.tabs = spec.tabs;
   tabCard.visible = !spec.tabs.empty();
   lblRemarks.visible = false;
@@ -64,6 +68,7 @@ void CardForm::showRecord() {
   setTitle(stored ? std::string(row["Preview"].Text()) : spec_.newCaption);
   cmdWrite.enabled = !readOnly;
   SSCNew.enabled = rights_.create != 0;
+  mnuLog.enabled = stored;
   if (part_) part_->shown();
   showRemarks();
 }
@@ -128,6 +133,11 @@ void CardForm::openNext() {
   }
   object_ = next;
   opened();
+}
+
+void CardForm::showLog() {
+  frmRecordLog log(host(), object_->OIDR(), spec_.fields);
+  host().screens().runModal(log);
 }
 
 bool CardForm::mayClose() {

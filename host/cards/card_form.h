@@ -70,6 +70,8 @@ class CardForm final : public ui::Form {
   ui::Panel SOPanel{this, "SOPanel"};
   ui::TabStrip tabCard{this, "tabCard"};
   ui::Label lblRemarks{this, "lblRemarks"};
+  ui::MenuItem mnuLog{this, "mnuLog", "Pakeitimų protokolas"};
+  ui::Menu mnuCard{{&mnuLog}, {}};
   ui::Button SSCClose{this, "SSCClose", "Uždaryti", ui::Role::Quiet};
   ui::Button SSCNew{this, "SSCNew", "Naujas"};
   ui::Button cmdCancel{this, "cmdCancel", "Atšaukti"};
@@ -80,6 +82,7 @@ class CardForm final : public ui::Form {
   void showRemarks();
   bool checkFields();
   void openNext();
+  void showLog();
   void leave();
   bool refuse(ui::Control& control, const std::string& text);
 

@@ -1,7 +1,10 @@
 // Routines of users, rights, settings and the own firm; and those that every kind answers.
 #include "framework/references.h"
+#include "host/store/answer.h"
+#include "host/store/moments.h"
 #include "host/store/records.h"
 #include "host/store/routine_table.h"
+#include "host/store/sql.h"
 
 namespace tolvex::store {
 namespace {
@@ -94,9 +97,32 @@ Variant GetMyFirm(Session& session, const Arguments&, std::string_view) {
   return firm;
 }
 
+constexpr ColumnSpec kRecordLog[] = {
+    col::text("At", 19), col::text("User", 200), col::text("Act", 1), {"Detail", FieldType::Text}};
+
+// Newest first; for those who may see the record itself.
+Variant GetRecordLog(Session& session, const Arguments& arguments, std::string_view) {
+  const std::string& reference = arguments[0].str();
+  (void)readRecord(session, kindOf(reference), idOf(reference));
+  auto log = bound(session.db(),
+                   "SELECT at, user_name, act, detail FROM record_log"
+                   " WHERE kind = $1 AND record_id = $2 ORDER BY id DESC",
+                   kindOf(reference), idOf(reference));
+  Answer answer(kRecordLog);
+  while (log->step()) {
+    answer.row()
+        .text(shownMoment(std::string(log->text(0))))
+        .text(log->text(1))
+        .text(log->text(2))
+        .text(log->text(3));
+  }
+  return answer.done();
+}
+
 constexpr Routine kRoutines[] = {
     {"*", "GetVXObject", "r", false, GetVXObject},
     {"*", "GetVXObjectList", "TTTT", false, GetVXObjectList},
+    {"*", "GetRecordLog", "r", false, GetRecordLog},
     {"*", "GetRights", "t", false, GetRights},
     {"*", "GetUser", "", false, GetUser},
     {"*", "GetSetting", "ttT", false, GetSetting},

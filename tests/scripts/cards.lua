@@ -182,6 +182,62 @@ test("a person, an employee and their bank accounts", function()
   expect(row("lvwObjects", 1)["Vardas, pavardė"], "Aldona", "by name")
 end)
 
+test("a card tells who changed what", function()
+  open "O00001003"
+  local name = title()
+  enter("txtPhone", "8 5 777")
+  enter("txtFax", "8 5 778")
+  click "cmdWrite"
+  expect(message(), nil)
+  right_click "SOPanel"
+  pick "Pakeitimų protokolas"
+  expect_screen "frmRecordLog"
+  local newest = row("lvwLog", 1)
+  expect(newest["Veiksmas"], "Pakeista")
+  expect(#newest["Laikas"], 19)
+  local phone = row("lvwLog", find_row("lvwLog", { ["Laukas"] = "Telefonas" }))
+  expect(phone["Tapo"], "8 5 777")
+  expect(row("lvwLog", 2)["Veiksmas"], "", "one line a field")
+  click "cmdClose"
+  expect(title(), name)
+  click "SSCNew"
+  right_click "SOPanel"
+  expect(enabled "mnuLog", false)
+end)
+
+test("an object is typed by its name or code, or picked", function()
+  open "O00001001"
+  choose("tabCard", "Banko sąskaitos")
+  click "cmdNewAccount"
+  enter("txtBankID", "bankas b")
+  leave()
+  expect(text "txtBankID", "Bankas B")
+  enter("txtBankID", "bank")
+  leave()
+  expect(text "txtBankID", "bank", "several fit")
+  expect(caption "lblRemarks", "Dėmesio: „bank“ tinka keliems, pasirinkite (F4).")
+  enter("txtAccountNumber", "LT001000000000000077")
+  click "cmdWrite"
+  expect_message("„bank“ tinka keliems, pasirinkite (F4)!", "ok")
+  expect(focus(), "txtBankID")
+  click "cmdBankID"
+  expect(text "txtFind", "bank", "the search goes on from what was typed")
+  click "cmdCancel"
+  expect(text "txtBankID", "bank")
+  enter("txtBankID", "tokio nėra")
+  click "cmdWrite"
+  expect_message("„tokio nėra“ nerasta!", "ok")
+  enter("txtBankID", "")
+  click "cmdWrite"
+  expect_message("Nenurodytas bankas!", "ok")
+  enter("txtBankID", "Bankas A")
+  leave()
+  expect(text "txtBankID", "Bankas A")
+  click "cmdWrite"
+  expect(message(), nil)
+  expect(title(), "Bankas A, LT001000000000000077")
+end)
+
 test("the same account number of one owner is refused, the main account is one", function()
   open "O00001001"
   choose("tabCard", "Banko sąskaitos")
