@@ -54,7 +54,21 @@ constexpr HelpKey kTariffKeys[] = {
     {"Ctrl+N", "naujas tarifas"},
     {"Ctrl+↑, Ctrl+↓", "perkelti tarifą"},
 };
-constexpr HelpKey kCardKeys[] = {{"Ctrl+N", "nauja kortelė"}};
+constexpr HelpKey kCardKeys[] = {
+    {"Ctrl+N", "nauja kortelė"},
+    {"F4", "pasirinkti objektą laukeliui"},
+    {"Ctrl+H", "kas ir ką kortelėje pakeitė"},
+};
+constexpr HelpKey kCurrencyKeys[] = {
+    {"Ctrl+N", "nauja valiuta"},
+    {"Ctrl+Ins", "pridėti kurso dieną"},
+    {"Del", "panaikinti pažymėtos dienos kursą"},
+};
+constexpr HelpKey kRateDayKeys[] = {
+    {"Alt+←, Alt+→", "ankstesnė, kita diena"},
+    {"Alt+↓", "kita valiuta"},
+};
+constexpr HelpKey kRatesImportKeys[] = {{"Ctrl+O", "skaityti kursus iš bylos"}};
 
 constexpr const char* kBalances =
     "Pradiniai likučiai įvedami grupėje „Pradiniai likučiai“: vienoje įrašo pusėje nurodoma "
@@ -138,6 +152,37 @@ const HelpPage kPages[] = {
     {"frmComment", "", "Dažnas operacijos komentaras, kurį galima pasirinkti iš sąrašo.",
      kCardKeys},
     {"frmPurpose", "", "Paskirtis, pagal kurią skirstomi įrašai.", kCardKeys},
+    {"frmCurrency", "",
+     "Kursas – litai už vieną valiutos vienetą. Lape „Dienos kursai“ rodomas pasirinktas "
+     "laikotarpis; po sąrašu pasakoma, kurių darbo dienų kursų trūksta.\n"
+     "Vienetų pavadinimų reikia sumai žodžiais; pavyzdys po jais rodo, kaip ji bus parašyta. "
+     "Jau įrašytų dokumentų kurso pakeitimas nekeičia.",
+     kCurrencyKeys},
+    {"frmRateDay", "",
+     "Vienos dienos visų valiutų kursai. Kursai įrašomi visi kartu; tuščias kursas išbraukia "
+     "dieną.",
+     kRateDayKeys},
+    {"frmRatesImport", "",
+     "Kiekvienoje eilutėje – data, valiutos kodas ir kursas, atskirti tabuliacija, kabliataškiu, "
+     "tarpais arba kableliu. Prieš kursą gali stovėti vienetų skaičius, pavyzdžiui, 100.\n"
+     "Kas perskaityta ir kas netinka, matyti sąraše dar prieš įrašant.",
+     kRatesImportKeys},
+    {"frmUser", "",
+     "Ką vartotojas gali matyti ir keisti, nustato jo rolė. Naują slaptažodį suteikia "
+     "administratorius; vartotojas jį gali pasikeisti pats.\n"
+     "Po kelių klaidingų slaptažodžių prisijungimas laikinai užrakinamas; „Atrakinti“ leidžia "
+     "jungtis iškart.",
+     kCardKeys},
+    {"frmRole", "",
+     "Teisės sudėtos medžiu. Ko grupei nenurodyta atskirai, tą ji paveldi iš aukštesnės eilutės.\n"
+     "Mygtukas „Kaip kitos rolės…“ paima visas kitos rolės teises.",
+     kCardKeys},
+    {"frmPassword", "", "Naujas slaptažodis rašomas du kartus, kad būtų parašytas be klaidos."},
+    {"frmRecordLog", "",
+     "Kas ir kada įrašą sukūrė ir pakeitė: kiekvienam laukui – kas jame buvo ir kas tapo. Naujausi "
+     "pakeitimai stovi viršuje. Protokolo keisti negali niekas."},
+    {"frmAdminLog", "",
+     "Kas ir kada jungėsi, keitė vartotojus, roles ir teises. Protokolo keisti negali niekas."},
     {"frmCurrencyExchange", "",
      "Valiutos pirkimas ir pardavimas: kiek valiutos, kokiu kursu, kiek litų. Skirtumas nuo "
      "apskaitos kurso tampa pajamomis arba sąnaudomis atskiru įrašu."},
