@@ -35,6 +35,7 @@ frmAccountPlan::frmAccountPlan(const ObjectFormRequest& request)
   cmdNewAcc.shortcut = "F4";
   cmdCleanAcc.tip = "Išvalyti";
   cmdEnter.shortcut = "Ctrl+S";
+  cmdEnter.ownTest = true;
   SSCNew.shortcut = "Ctrl+N";
   wire();
 }

@@ -177,6 +177,7 @@ class Button final : public Control {
   Role role;
   bool isCancel = false;   // Esc presses it, and it skips mayLeave
   bool isDefault = false;  // Ctrl+Enter presses it
+  bool ownTest = false;    // tests the fields itself, so that mayLeave does not hold it up
   std::string shortcut;    // "Ctrl+S", "F4", … in the notation of the desktop
 };
 

@@ -194,9 +194,9 @@ class ReportViewer {
   // Asks where and writes the file; a failure is shown. False when nothing was written.
   virtual bool exportAs(const ReportDocument& document, ReportFormat format,
                         std::string_view stem) = 0;
-};
   // The user chose the page on which this report stands; reports of its layout begin with it.
   virtual void keepPage(const ReportDocument& /*document*/) {}
+};
 
 // --- the context
 // ----------------------------------------------------------------------------------

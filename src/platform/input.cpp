@@ -154,9 +154,11 @@ std::string Input::focus(Control& control) {
 std::string Input::moveFocus(Control& control, bool isCancel) {
   Control* old = form_.focus_;
   if (old == &control || !takesFocus(control)) return kDone;
+  const bool mayHold =
+      !isCancel && !(control.kind == Kind::Button && static_cast<Button&>(control).ownTest);
   Watch watch(form_, form_.focusMoves_);
   if (old) {
-    if (!isCancel && old->usable() && old->mayLeave && !old->mayLeave()) return keptIn(*old);
+    if (mayHold && old->usable() && old->mayLeave && !old->mayLeave()) return keptIn(*old);
     if (!watch.moved()) run(old->onLeave);
     if (watch.closed()) return watch.why();
     if (watch.moved() && !isCancel) return watch.why();
