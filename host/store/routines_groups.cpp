@@ -90,11 +90,21 @@ Variant GetGroupList(Session& session, const Arguments&, std::string_view) {
   return answer.done();
 }
 
+// For whoever reads journals: the rights of the group's card are not asked.
+Variant GetBROperGroupByOIDR(Session& session, const Arguments& arguments, std::string_view) {
+  constexpr std::string_view kGroups = "O0201400";
+  const int id = isRef(arguments[0].str()) ? idOf(arguments[0].str()) : arguments[0].integer();
+  const RowSetPtr group = recordHandler(kGroups)->load(session, kGroups, id);
+  if (!group) throw Refusal(kObjectGone, "Objektas panaikintas!");
+  return group;
+}
+
 constexpr Routine kRoutines[] = {
     {"O0201400 O0200500", "GetPresetAccounts", "T", false, GetPresetAccounts},
     {"O0201400", "GetFormTypes", "", false, GetFormTypes},
     {"O0201400", "GetAccountSettings", "", false, GetAccountSettings},
     {"O0201400", "CreateFullSum", "it", true, CreateFullSum},
+    {"O0200500", "GetBROperGroupByOIDR", "r", false, GetBROperGroupByOIDR},
     {"O0200500", "GetGroupList", "", false, GetGroupList},
 };
 

@@ -44,8 +44,8 @@ std::vector<MenuEntry> UI0201400::GetMenu(std::string id, std::string kind, std:
   addTreeEntries(menu);
   if (isRow(id)) {
     if (const std::shared_ptr<VXObjectUIO> group = GetVXObject(id)) addGroupEntries(*group, menu);
-    const bool mayRemove = hostContext().rights().of("CBROperGroupRights").remove != 0;
-    if (mayRemove && kind != kMainGroup) menu.push_back(menuEntry(kDelete));
+    const RightFlags rights = hostContext().rights().of(groupRights(id));
+    if (rights.remove && kind != kMainGroup) menu.push_back(menuEntry(kDelete));
   }
   menu.push_back(menuEntry(kHelp));
   return menu;
@@ -55,7 +55,7 @@ void UI0201400::addTreeEntries(std::vector<MenuEntry>& menu) const {
   Rights& rights = hostContext().rights();
   const FormRegistry& forms = tables_->forms;
   menu.push_back(menuEntry(kBalances));
-  if (rights.of("CBROperGroupRights").create) {
+  if (rights.of(groupRights("")).create) {
     menu.push_back(menuEntry(kNewCommonGroup, forms.has(kGroupScreen)));
     menu.push_back(menuEntry(kNewOperationGroup, forms.has(kGroupScreen)));
   }

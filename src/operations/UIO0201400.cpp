@@ -13,6 +13,10 @@ constexpr const char* kTemplateTypeKind = "O0001612";
 
 }  // namespace
 
+std::string groupRights(std::string_view reference) {
+  return "CBROperGroupRights" + std::string(idTextOf(reference));
+}
+
 MethodResult UIO0201400::Properties(std::string key, std::string parameters) {
   return guarded([&] {
     if (key == "FormTypes" || key == "MyFirmAccounts") {

@@ -2,12 +2,16 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "framework/object_contract.h"
 
 namespace tolvex {
 
 inline constexpr const char* kGroupKind = "O0201400";
+
+// The rights component of a group's card, by its reference; of new groups for "".
+std::string groupRights(std::string_view reference);
 
 class UIO0201400 final : public ForwardingUIO {
  public:

@@ -14,7 +14,6 @@ namespace tolvex {
 namespace {
 
 constexpr std::size_t kNameLength = 200, kSeriesLength = 20;
-constexpr const char* kGroupRights = "CBROperGroupRights";
 constexpr const char* kOperationGroup = " Finansinių operacijų grupė";
 constexpr const char* kTradeKind = "O1000100";
 constexpr const char* kGeneral = "general";
@@ -53,8 +52,8 @@ const char* frmBROperGroup::picture() const {
           txtPrefix | >>
           txtANTemplate | >>
           txtMinimal | >>
-          cmbGroupBy>
-          cmbCycle>
+          cmbGroupBy | >>
+          cmbCycle | >>
           chkANDateFrom dtpANDateFrom | >>
           chkNumByAcc
       txtExample>
@@ -168,10 +167,8 @@ void frmBROperGroup::showTitles() {
 }
 
 void frmBROperGroup::applyRights() {
-  Rights& rights = host().rights();
-  const bool may =
-      isNew() ? rights.of(kGroupRights).create != 0
-              : rights.of(kGroupRights + std::string(idTextOf(VXObjectUIO->OID()))).change != 0;
+  const RightFlags rights = host().rights().of(groupRights(VXObjectUIO->OID()));
+  const bool may = (isNew() ? rights.create : rights.change) != 0;
   readOnly = !may || VXObjectUIO->Preview();
   txtName.readOnly = readOnly;
   txtSerija.readOnly = readOnly;

@@ -143,6 +143,15 @@ TEST_P(Groups, ARefusedFullSumChangesNothing) {
             "AccountCode: 2710 -> 240");
 }
 
+TEST_P(Groups, AJournalReadsTheGroupItNames) {
+  const auto read = [&](const char* asked) {
+    return answerText(session(), "O0200500", "GetBROperGroupByOIDR", asked, "OIDR,Name,FormOID");
+  };
+  EXPECT_EQ(read("'O02014005'"), "O02014005|Mokėjimo nurodymai|O0201501");
+  EXPECT_EQ(read("O02014003"), "O02014003|Pirkimai|O0201500");
+  EXPECT_EQ(read("'O0201400999'"), "16 Objektas panaikintas!");
+}
+
 TEST_P(Groups, WhoMayNotChangeAGroupComputesNothing) {
   run(db(), "UPDATE right_grant SET can_edit = 0 WHERE component = 'CBROperGroupRights'");
   EXPECT_EQ(sums(5, "2710").Code, kNoSaveRight);
