@@ -1,7 +1,7 @@
 // The tree of operation groups over large books as its user meets it, without a window: opened
 // whole, and read again after a save.
 //   groups_bench [--quick] [--folder FOLDER]
-// --quick takes a twentieth of the operations; the groups are as many.
+// --quick takes a twentieth of the operations and a tenth of the books; the groups are as many.
 #include <cstring>
 #include <stdexcept>
 #include <string>
@@ -106,6 +106,34 @@ void measure(const std::string& program, const std::string& books) {
   bench::report("they are read again after a save", bench::median(again) * 1e3, 100, "ms", false);
 }
 
+// Microseconds for each posting of the accounts with the mark.
+double fullSums(store::Session& session) {
+  const double postings = static_cast<double>(
+      *store::integerFrom(session.db(),
+                          "SELECT COUNT(*) FROM posting p JOIN account a ON a.id = p.account_id"
+                          " JOIN account_mark m ON m.id = a.mark_id WHERE m.code = $1",
+                          "2710"));
+  std::vector<double> seconds;
+  for (int round = 0; round < 3; ++round) {
+    for (const char* code : {"2710", ""}) {
+      const double start = bench::cpuSeconds();
+      const HostResult result =
+          session.call(kGroups, "CreateFullSum", "5,'" + std::string(code) + "'");
+      if (result.Code != kDone) throw std::runtime_error(result.Text);
+      if (*code) seconds.push_back(bench::cpuSeconds() - start);
+    }
+  }
+  return bench::median(seconds) / postings * 1e6;
+}
+
+void measureSums(const std::string& folder, bool quick) {
+  const int many = quick ? 10000 : 100000, few = many / 10;
+  const double small = fullSums(*bench::openOrMake(bench::booksOf(folder, few), few));
+  const double large = fullSums(*bench::openOrMake(bench::booksOf(folder, many), many));
+  bench::note("full sums of the bank accounts, processor time for a posting", large, "us");
+  bench::report("the same / in books of a tenth", large / small, 1.5, "x", false);
+}
+
 }  // namespace
 }  // namespace tolvex
 
@@ -118,6 +146,7 @@ int main(int count, char** arguments) {
   }
   try {
     tolvex::measure(arguments[0], tolvex::booksWithGroups(folder, operations));
+    tolvex::measureSums(folder, operations != tolvex::kOperations);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "%s\n", error.what());
     return 2;
