@@ -155,7 +155,9 @@ void FormWidget::syncPages(ui::TabStrip& strip) {
   const std::string current = strip.currentKey();
   for (const Page& page : pages_[&strip]) {
     if (page.key != current) continue;
-    static_cast<QStackedWidget*>(page.widget->parentWidget())->setCurrentWidget(page.widget);
+    auto* stack = static_cast<QStackedWidget*>(page.widget->parentWidget());
+    stack->setCurrentWidget(page.widget);
+    stack->setVisible(strip.visible());
   }
 }
 

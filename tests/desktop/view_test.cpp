@@ -66,6 +66,17 @@ TEST_F(ViewTest, RowModelsKeepTheRulesOfModels) {
   EXPECT_EQ(model.row(0), nullptr);
 }
 
+TEST_F(ViewTest, AHiddenStripHidesItsPages) {
+  EXPECT_TRUE(find(form.lvwEntries).isVisible());
+  form.tabMain.visible = false;
+  settle();
+  EXPECT_FALSE(find(form.lvwEntries).isVisible());
+  EXPECT_TRUE(find(form.txtSum).isVisible());
+  form.tabMain.visible = true;
+  settle();
+  EXPECT_TRUE(find(form.lvwEntries).isVisible());
+}
+
 TEST_F(ViewTest, ALongListIsDrawnAtOnceAndScrolls) {
   QElapsedTimer clock;
   form.lvwEntries.setRows(rows(100000));
