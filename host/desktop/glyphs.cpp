@@ -193,6 +193,8 @@ const std::map<std::string, Glyph>& glyphs() {
       {"C0201506", {closing, kBlue}},
       {"C0201600", {stencil, kGrey}},
       {"C0201700", {payments, kGrey}},
+      {"C0001600", {group, kFolder}},
+      {"C0001601", {payments, kGrey}},
       {"L02020011", {books, kBlue}},
       {"LAYOUT", {books, kBlue}},
       {"stdClose", {group, kFolder}},

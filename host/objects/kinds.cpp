@@ -5,6 +5,9 @@
 namespace tolvex {
 namespace {
 
+// Groups of payment templates, whose code is not of their templates' family.
+constexpr std::string_view kPaymentGroups = "O0001600";
+
 const std::vector<ListColumn>& nameColumns() {
   static const std::vector<ListColumn> columns = {
       {"Name", "Pavadinimas", 40, CellFormat::Text, true}};
@@ -140,6 +143,7 @@ const KindView* kindView(std::string_view code) {
 
 std::string familyCode(std::string_view code) {
   std::string family(kindOf(code));
+  if (family == kPaymentGroups) return "O0201700";
   if (family.size() == kKindLength) family.replace(kKindLength - 2, 2, "00");
   return family;
 }

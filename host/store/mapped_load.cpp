@@ -156,7 +156,8 @@ RowSetPtr MappedRecords::listWhere(Session& session, std::string_view kind,
     row["OIDR"] = reference;
     row["OID"] = reference;
     row["ParentID"] = query->isNull(2) ? Variant(Null{}) : Variant(parent);
-    row["ParentOIDR"] = query->isNull(2) ? std::string() : refOf(exact, parent);
+    const std::string above = map_.kindOfGroup ? map_.kindOfGroup : exact;
+    row["ParentOIDR"] = query->isNull(2) ? std::string() : refOf(above, parent);
     row["OType"] = map_.listType ? std::string(query->text(4)) : exact;
     row["GroupFlag"] = Variant(static_cast<int>(query->integer(3)));
     row["Name"] = query->text(5);

@@ -131,10 +131,11 @@ struct RecordMap {
   const char* where = "";             // condition over t that every record of the map meets
   const char* fixedColumn = nullptr;  // given `fixedValue` in a new record, to meet `where`
   int fixedValue = 0;
-  const char* kindColumn = nullptr;  // keeps the exact kind; nullptr: the table is of one kind
-  bool idsByKind = false;            // the key is kind and id, and ids are counted for each kind
-  const char* kindOfRow = nullptr;   // expression; nullptr: the kind that was asked
-  const char* listType = nullptr;    // expression for OType in lists
+  const char* kindColumn = nullptr;   // keeps the exact kind; nullptr: the table is of one kind
+  bool idsByKind = false;             // the key is kind and id, and ids are counted for each kind
+  const char* kindOfRow = nullptr;    // expression; nullptr: the kind that was asked
+  const char* kindOfGroup = nullptr;  // of references to the parent; nullptr: the row's own kind
+  const char* listType = nullptr;     // expression for OType in lists
   const char* order = "t.id";
   void (*check)(const Saving&) = nullptr;               // before anything is written
   void (*stored)(const Saving&) = nullptr;              // after the record and its sets

@@ -55,7 +55,10 @@ constexpr RecordMap kTemplates = {.table = "template",
                                   .referrers = kTemplateReferrers,
                                   .listFields = kTemplateList,
                                   .component = "CTemplatesLock",
-                                  .tree = true};
+                                  .tree = true,
+                                  .listType =
+                                      "CASE WHEN t.group_flag <> 0 THEN 'Group'"
+                                      " ELSE 'O0201600' END"};
 
 // --- payment templates: instalments by days, in the second set of a save
 
@@ -95,6 +98,7 @@ constexpr RecordMap kPayments = {
     .component = "CPaymentPlan",
     .tree = true,
     .kindOfRow = "CASE WHEN t.group_flag <> 0 THEN 'O0001600' ELSE 'O0201701' END",
+    .kindOfGroup = "O0001600",
     .check = checkItems,
     .stored = checkWhole};
 

@@ -136,7 +136,7 @@ std::string_view familyOf(std::string_view kind) {
   if (between("O0201501", "O0201506")) return "O0201500";
   if (between("O0200501", "O0200511")) return "O0200500";
   if (code == "O0200401") return "O0200400";
-  if (code == "O0201701") return "O0201700";
+  if (code == "O0201701" || code == "O0001600") return "O0201700";
   return code;
 }
 
