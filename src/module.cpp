@@ -16,10 +16,13 @@
 #include "framework/object_contract.h"
 #include "operations/UI0201400.h"
 #include "operations/UI0201500.h"
+#include "operations/UI0201600.h"
 #include "operations/UIO0201400.h"
 #include "operations/UIO0201500.h"
+#include "operations/UIO0201600.h"
 #include "operations/operation_forms.h"
 #include "operations/operation_methods.h"
+#include "operations/template_forms.h"
 #include "platform/registration.h"
 
 namespace tolvex {
@@ -35,6 +38,7 @@ OperationTablesPtr fillTables() {
   registerLockForms(tables->forms);
   registerCurrencyForms(tables->forms);
   registerSelectionForms(tables->forms);
+  registerTemplateForms(tables->forms);
   return tables;
 }
 
@@ -52,6 +56,7 @@ class TolvexModule final : public Module {
     if (className == "UI0201300") return std::make_shared<UI0201300>(forms());
     if (className == "UI0201400") return std::make_shared<UI0201400>(tables_);
     if (className == "UI0201500") return std::make_shared<UI0201500>(tables_);
+    if (className == "UI0201600") return std::make_shared<UI0201600>(forms());
     return nullptr;
   }
 
@@ -60,6 +65,7 @@ class TolvexModule final : public Module {
     if (className == "UIO0201300") return std::make_shared<UIO0201300>(forms());
     if (className == "UIO0201400") return std::make_shared<UIO0201400>();
     if (className == "UIO0201500") return std::make_shared<UIO0201500>(tables_);
+    if (className == "UIO0201600") return std::make_shared<UIO0201600>(forms());
     return nullptr;
   }
 

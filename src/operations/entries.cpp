@@ -73,6 +73,31 @@ void copyRequired(RowSet& line, RowSet& RequiredAddr, std::string_view guid) {
   });
 }
 
+// Moves to the row of that kind and side, the kind being the beginning of `column`.
+bool moveToKind(RowSet& rows, const char* column, std::string_view kind, int sign) {
+  Field reference = rows[column], Sign = rows["Sign"];
+  for (rows.MoveFirst(); !rows.Eof(); rows.MoveNext()) {
+    if (kindOf(reference.Text()) == kind && Sign.Number() == sign) return true;
+  }
+  return false;
+}
+
+// A template line may name the very addressee that it requires. One that the caller gave goes
+// first; one that is gone leaves the choice to the user.
+void addFixedAddressees(RowSet& line, RowSet& BR) {
+  const RowSetPtr source = line["RequiredAddr"].Rows();
+  if (!source->Fields().contains("FOIDR")) return;
+  Field FOIDR = (*source)["FOIDR"], Sign = (*source)["Sign"];
+  ForEachRow(*source, [&](RowSet&) {
+    const std::string reference(FOIDR.Text());
+    const int sign = static_cast<int>(Sign.Number());
+    const RowSetPtr present = BR["BRProperties"].Rows();
+    if (!isRef(reference) || moveToKind(*present, "FOIDR", kindOf(reference), sign)) return;
+    const std::optional<Picked> addressee = hostContext().pickers().lookup(reference);
+    if (addressee) SetBRAddressee(&BR, sign, reference, addressee->text, false);
+  });
+}
+
 }  // namespace
 
 RowSetPtr entriesOf(VXObjectUIO& operation) { return operation.Fields()["BR"].Rows(); }
@@ -144,6 +169,7 @@ MethodResult AddTemplate(VXObjectUIO& operation, const TemplateEntries& entries)
     copyRequired(line, *BR["RequiredAddr"].Rows(), guid);
     addCurrencyRows(*BR["BRCurrency"].Rows(), guid, entries.sums, NoSign::FirstDebit);
     addAddressees(*BR["BRProperties"].Rows(), guid, entries.addressees);
+    addFixedAddressees(line, BR);
   });
   return done(true);
 }
@@ -169,19 +195,6 @@ MethodResult CreateBR(VXObjectUIO& operation, Arguments par) {
 
 // --- addressees
 // ------------------------------------------------------------------------------------
-
-namespace {
-
-// Moves to the row of that kind and side, the kind being the beginning of `column`.
-bool moveToKind(RowSet& rows, const char* column, std::string_view kind, int sign) {
-  Field reference = rows[column], Sign = rows["Sign"];
-  for (rows.MoveFirst(); !rows.Eof(); rows.MoveNext()) {
-    if (kindOf(reference.Text()) == kind && Sign.Number() == sign) return true;
-  }
-  return false;
-}
-
-}  // namespace
 
 void SetBRAddressee(RowSet* BR, int sign, std::string_view reference, std::string_view shown,
                     bool checkRequired) {

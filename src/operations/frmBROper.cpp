@@ -13,6 +13,7 @@
 #include "operations/screen/operation_rows.h"
 #include "operations/screen/related_list.h"
 #include "operations/spread_entry.h"
+#include "operations/template_choice.h"
 #include "platform/save_outcome.h"
 
 namespace tolvex {
@@ -89,6 +90,8 @@ void frmBROper::wireMenus() {
   entryMenu.mnuReferenceC.onClick = [this] { entries_.showReference(*VXObjectUIO, -1); };
   entryMenu.mnuFreeTemplate.onClick = [this] { addEntry(); };
   entryMenu.mnuBRCopy.onClick = [this] { spreadEntry(); };
+  entryMenu.mnuAddTemplate.onClick = [this] { addByTemplate(); };
+  entryMenu.mnuOperTemplate.onClick = [this] { changeTemplate(); };
   entryMenu.mnuBRDelete.onClick = [this] { deleteEntries(entries_.current()); };
   entryMenu.mnuDeleteAll.onClick = [this] { deleteEntries({}); };
   mnuOperToDesktop.onClick = [this] { host().desktop().putObject(VXObjectUIO->OIDR()); };
@@ -175,10 +178,9 @@ void frmBROper::enableByState() {
   mnuOperToDesktop.enabled = stored && !boolModalForm;
   mnuProtocol.enabled = stored;
   mnuAutoNumber.enabled = !readOnly;
-  // These open dialogs that are not there yet.
-  for (ui::Control* tool : std::initializer_list<ui::Control*>{
-           &cmdCommentList, &entryMenu.mnuAddTemplate, &entryMenu.mnuOperTemplate}) {
-    tool->enabled = false;
+  cmdCommentList.enabled = false;  // its dialog is not there yet
+  for (ui::MenuItem* item : {&entryMenu.mnuAddTemplate, &entryMenu.mnuOperTemplate}) {
+    item->enabled = !readOnly && forms_.has(kTemplateChoice);
   }
   for (ui::MenuItem* item : {&mnuDebtsCover, &mnuCurrencyInfluence, &mnuCurrencyExchange}) {
     item->enabled = !readOnly && forms_.has(operationTool(item->caption())->form);
@@ -281,6 +283,40 @@ void frmBROper::addEntry() {
   if (!guid) return;
   block_ = Block::FreeBR;
   editEntry(*guid);
+}
+
+void frmBROper::addByTemplate() {
+  const std::string before = entries_.current();
+  if (!useTemplate()) return;
+  touch();
+  refreshLists();
+  entries_.select(before);
+}
+
+// The entries that stood there go once those of the template are in.
+void frmBROper::changeTemplate() {
+  std::vector<std::string> before;
+  for (const ui::Row& row : lvwBRRecords.rows()) before.push_back(row.key);
+  if (!useTemplate()) return;
+  for (const std::string& guid : before) entries_.remove(*VXObjectUIO, guid);
+  touch();
+  refreshLists();
+}
+
+// Lets the user choose a template and adds its entries; false when nothing was added.
+bool frmBROper::useTemplate() {
+  if (readOnly) return false;
+  ChosenTemplate chosen;
+  const auto form = forms_.make(
+      kTemplateChoice,
+      TemplateChoiceRequest{host(), group_.templateId, group_.defaultTemplateId, 0, chosen});
+  if (!form) return false;
+  host().screens().runModal(*form);
+  if (!isRef(chosen.reference)) return false;
+  if (dtpDate.value()) header()["DateD"] = *dtpDate.value();
+  if (!entries_.addTemplate(*VXObjectUIO, idOf(chosen.reference), chosen.sumLt)) return false;
+  block_ = Block::TemplateBR;
+  return true;
 }
 
 void frmBROper::deleteEntries(const std::string& guid) {

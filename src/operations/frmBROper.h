@@ -109,6 +109,9 @@ class frmBROper final : public ui::Form, private OperationLink {
   void dateChanged();
   void editEntry(const std::string& guid);
   void addEntry();
+  void addByTemplate();
+  void changeTemplate();
+  bool useTemplate();
   void deleteEntries(const std::string& guid);
   void spreadEntry();
   void fixDate();

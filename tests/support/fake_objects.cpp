@@ -32,6 +32,28 @@ constexpr ColumnSpec kGroup[] = {
     {"ANGroupBy", FieldType::Integer},    {"ANCycle", FieldType::Integer},
     {"ANDateFrom", FieldType::Date}};
 
+constexpr ColumnSpec kTemplateAcc[] = {
+    {"ID", FieldType::Integer},          {"GUID", FieldType::Text},
+    {"BRTemplateGUID", FieldType::Text}, {"AccountD", FieldType::Text},
+    {"AccountC", FieldType::Text},       {"Factor", FieldType::Double}};
+constexpr ColumnSpec kTemplateAddr[] = {{"ID", FieldType::Integer},
+                                        {"BRTemplateAccGUID", FieldType::Text},
+                                        {"FOID", FieldType::Text, 8},
+                                        {"Sign", FieldType::SmallInt},
+                                        {"FOIDR", FieldType::Text, 30}};
+// Templates of operations, and those of payments, which have no lines.
+constexpr ColumnSpec kTemplate[] = {{"ID", FieldType::Integer},
+                                    {"OIDR", FieldType::Text, 20},
+                                    {"OID", FieldType::Text, 20},
+                                    {"OType", FieldType::Text, 8},
+                                    {"Preview", FieldType::Text},
+                                    {"ParentID", FieldType::Integer},
+                                    {"GroupFlag", FieldType::Integer},
+                                    {"Name", FieldType::Text, 200},
+                                    {"Comment", FieldType::Text, 1000},
+                                    nestedColumn("BRTemplateAcc", kTemplateAcc),
+                                    nestedColumn("BRTemplateAddr", kTemplateAddr)};
+
 void copyRows(RowSet& from, RowSet& to) {
   const KeepPlace place(from);
   from.SetFilter("");
@@ -66,6 +88,7 @@ void giveIds(RowSet& rows, int& nextId) {
 std::string familyOf(std::string_view kind) {
   if (kind.starts_with("O02015")) return "O0201500";
   if (kind.starts_with("O02004")) return "O0200400";
+  if (kind.starts_with("O02017") || kind.starts_with("O00016")) return "O0201700";
   return std::string(kindOf(kind));
 }
 
@@ -92,6 +115,7 @@ RowSetPtr emptyRecord(std::string_view kind) {
   const std::string family = familyOf(kind);
   if (family == "O0200400") return RowSet::make(kPlanNode);
   if (family == "O0201400") return RowSet::make(kGroup);
+  if (family == "O0201600" || family == "O0201700") return RowSet::make(kTemplate);
   return RowSet::make(kOperation);
 }
 

@@ -66,7 +66,7 @@ struct Shelf {
   std::string put(std::string_view kind, int id, RowSet& header);
 };
 
-// The columns of a kind's record; operations, plan nodes and groups are known.
+// The columns of a kind's record; operations, plan nodes, groups and templates are known.
 RowSetPtr emptyRecord(std::string_view kind);
 
 class FakeInnerUIO final : public VXObjectUIO {

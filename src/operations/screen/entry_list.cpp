@@ -117,6 +117,14 @@ std::optional<std::string> EntryList::addFree(VXObjectUIO& object) {
   return added.Value.AsText();
 }
 
+bool EntryList::addTemplate(VXObjectUIO& object, int templateId, double sumLt) {
+  TemplateEntries entries;
+  entries.BRTemplateID = templateId;
+  entries.sums.sum = sumLt;
+  entries.trade = {marks_.type, vatTariff_, marks_.restoringSign};
+  return !showFailure(host(), object.Methods("AddTemplate", entries.arguments()));
+}
+
 void EntryList::remove(VXObjectUIO& object, const std::string& guid) {
   showFailure(host(), object.Methods("DeleteBR", {guid}));
 }

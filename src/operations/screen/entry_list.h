@@ -55,6 +55,8 @@ class EntryList {
   // Adds an entry with nothing in it but those marks; its accounts are "?", which pass no test.
   // Gives its GUID, or nothing when that failed.
   std::optional<std::string> addFree(VXObjectUIO& object);
+  // Adds the entries of a template, which begin with those marks too. False when that failed.
+  bool addTemplate(VXObjectUIO& object, int templateId, double sumLt);
   // Deletes an entry, or with "" all of them. No question.
   void remove(VXObjectUIO& object, const std::string& guid);
 
