@@ -23,6 +23,9 @@
 #include "operations/operation_forms.h"
 #include "operations/operation_methods.h"
 #include "operations/template_forms.h"
+#include "payments/UI0201700.h"
+#include "payments/UIO0201700.h"
+#include "payments/payment_forms.h"
 #include "platform/registration.h"
 
 namespace tolvex {
@@ -39,6 +42,7 @@ OperationTablesPtr fillTables() {
   registerCurrencyForms(tables->forms);
   registerSelectionForms(tables->forms);
   registerTemplateForms(tables->forms);
+  registerPaymentForms(tables->forms);
   return tables;
 }
 
@@ -57,6 +61,7 @@ class TolvexModule final : public Module {
     if (className == "UI0201400") return std::make_shared<UI0201400>(tables_);
     if (className == "UI0201500") return std::make_shared<UI0201500>(tables_);
     if (className == "UI0201600") return std::make_shared<UI0201600>(forms());
+    if (className == "UI0201700") return std::make_shared<UI0201700>(forms());
     return nullptr;
   }
 
@@ -66,6 +71,7 @@ class TolvexModule final : public Module {
     if (className == "UIO0201400") return std::make_shared<UIO0201400>();
     if (className == "UIO0201500") return std::make_shared<UIO0201500>(tables_);
     if (className == "UIO0201600") return std::make_shared<UIO0201600>(forms());
+    if (className == "UIO0201700") return std::make_shared<UIO0201700>();
     return nullptr;
   }
 

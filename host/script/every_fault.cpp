@@ -15,10 +15,11 @@ constexpr std::int32_t kEngineFault = 1299;
 constexpr const char* kFaultText = "Bandomoji duomenų bazės klaida!";
 constexpr std::string_view kFailure = "Klaida!\r\n";
 
-// Documents end the reason with these words, other records begin it with a failure and a blank
-// line.
+// Documents end the reason with these words and payment templates with the failure, other records
+// begin it with a failure and a blank line.
 bool tellsFailedSave(std::string_view box) {
   return box.ends_with("Įrašymas neatliktas !") || box.ends_with("Įrašymas neatliktas!") ||
+         box.ends_with("\r\nKlaida!") ||
          (box.starts_with(kFailure) && box.substr(kFailure.size()).starts_with("\r\n"));
 }
 
