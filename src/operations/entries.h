@@ -26,7 +26,7 @@ RowSetPtr entriesOf(VXObjectUIO& operation);
 MethodResult AddBR(VXObjectUIO& operation, const NewEntry& entry);
 
 // Adds an entry for each line of a template, each with the line's share of the litas sum; currency
-// sums are not shared out. Value is true.
+// sums are not shared out. An addressee that a line fixes is attached unless one was given.
 MethodResult AddTemplate(VXObjectUIO& operation, const TemplateEntries& entries);
 
 // Adds a bare entry: date, sum, debit, credit, comment, mark; the last two may be missing. Neither
