@@ -188,4 +188,17 @@ void settleNumber(Session& session, const NumberRules& rules, const HeaderRow* b
   if (after.autoNumber > 0) after.bucketId = bucket;
 }
 
+void regainNumber(Session& session, const NumberRules& rules, HeaderRow& after) {
+  after.bucketId.reset();
+  if (!rules.appliesOn(after.day) || after.autoNumber <= 0) return;
+  Database& db = session.db();
+  const int creator = creatorOf(session, after.id);
+  const int bucket = lockBucket(db, bucketKey(rules, creator, after.otype, after.day));
+  after.bucketId = bucket;
+  if (!taken(db, bucket, after.autoNumber, after.id)) return;
+  const int was = after.autoNumber;
+  after.autoNumber = nextNumber(db, rules, bucket);
+  after.number = withNumber(rules, after.number, was, after.autoNumber);
+}
+
 }  // namespace tolvex::store

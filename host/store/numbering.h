@@ -45,4 +45,8 @@ int offerNumber(Session& session, const NumberRules& rules, int userId, std::str
 void settleNumber(Session& session, const NumberRules& rules, const HeaderRow* before,
                   HeaderRow& after);
 
+// The number of an operation that is put back as it was: its own, or, where another operation took
+// that meanwhile, the next of its counter, in the text as well.
+void regainNumber(Session& session, const NumberRules& rules, HeaderRow& after);
+
 }  // namespace tolvex::store

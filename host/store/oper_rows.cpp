@@ -17,6 +17,27 @@ constexpr std::string_view kEntryColumns =
     " JOIN posting c ON c.entry_id = e.id AND c.sign = -1"
     " JOIN account ad ON ad.id = d.account_id JOIN account ac ON ac.id = c.account_id ";
 
+constexpr const char* kInsertHeader =
+    "INSERT INTO oper (otype, group_id, doc_ref, client_ref, day, serija, number, comment,"
+    " parameters, auto_number, an_bucket_id, vat_register, lock_guid, created_by,"
+    " created_by_name, created_at, changed_by, changed_by_name, changed_at, row_version)"
+    " VALUES ($1,$2,$3,$4,$5,$6,$7,$8,$9,$10,$11,$12,$13,$14,$15,$16,$17,$18,$19,$20)"
+    " RETURNING id";
+constexpr const char* kInsertOldHeader =
+    "INSERT INTO oper (otype, group_id, doc_ref, client_ref, day, serija, number, comment,"
+    " parameters, auto_number, an_bucket_id, vat_register, lock_guid, created_by,"
+    " created_by_name, created_at, changed_by, changed_by_name, changed_at, row_version, id)"
+    " VALUES ($1,$2,$3,$4,$5,$6,$7,$8,$9,$10,$11,$12,$13,$14,$15,$16,$17,$18,$19,$20,$21)"
+    " RETURNING id";
+constexpr const char* kInsertEntry =
+    "INSERT INTO entry (oper_id, guid, day, sum_lt, info, tag, trade_type, restoring_sign,"
+    " vat_indication, vat_flag, vat_tariff, fguid, template_line_id)"
+    " VALUES ($1,$2,$3,$4,$5,$6,$7,$8,$9,$10,$11,$12,$13) RETURNING id";
+constexpr const char* kInsertOldEntry =
+    "INSERT INTO entry (oper_id, guid, day, sum_lt, info, tag, trade_type, restoring_sign,"
+    " vat_indication, vat_flag, vat_tariff, fguid, template_line_id, id)"
+    " VALUES ($1,$2,$3,$4,$5,$6,$7,$8,$9,$10,$11,$12,$13,$14) RETURNING id";
+
 std::optional<std::string> textOrNull(const Statement& from, int column) {
   if (from.isNull(column)) return std::nullopt;
   return std::string(from.text(column));
@@ -243,13 +264,9 @@ std::optional<EntryRow> readEntry(Database& db, int operId, int entryId) {
 }
 
 void insertHeader(Database& db, HeaderRow& row) {
-  auto insert = db.prepare(
-      "INSERT INTO oper (otype, group_id, doc_ref, client_ref, day, serija, number, comment,"
-      " parameters, auto_number, an_bucket_id, vat_register, lock_guid, created_by,"
-      " created_by_name, created_at, changed_by, changed_by_name, changed_at, row_version)"
-      " VALUES ($1,$2,$3,$4,$5,$6,$7,$8,$9,$10,$11,$12,$13,$14,$15,$16,$17,$18,$19,$20)"
-      " RETURNING id");
+  auto insert = db.prepare(row.id != 0 ? kInsertOldHeader : kInsertHeader);
   bindHeader(*insert, row);
+  if (row.id != 0) insert->bind(21, row.id);
   row.id = insertedId(*insert);
 }
 
@@ -267,12 +284,10 @@ void updateHeader(Database& db, const HeaderRow& row) {
 
 void insertEntry(Database& db, int operId, EntryRow& row) {
   {
-    auto insert = db.prepare(
-        "INSERT INTO entry (oper_id, guid, day, sum_lt, info, tag, trade_type, restoring_sign,"
-        " vat_indication, vat_flag, vat_tariff, fguid, template_line_id)"
-        " VALUES ($1,$2,$3,$4,$5,$6,$7,$8,$9,$10,$11,$12,$13) RETURNING id");
+    auto insert = db.prepare(row.id != 0 ? kInsertOldEntry : kInsertEntry);
     insert->bind(1, operId);
     bindEntry(*insert, row);
+    if (row.id != 0) insert->bind(14, row.id);
     row.id = insertedId(*insert);
   }
   insertPostings(db, operId, row);

@@ -87,7 +87,8 @@ std::optional<EntryRow> readEntry(Database& db, int operId, int entryId);
 // The operation of this store that a reference names, 0 for any other reference.
 int ownOperationId(std::string_view foidr);
 
-// Base rows together with their derived copies; ids are written into the rows.
+// Base rows together with their derived copies; ids are written into the rows. A header or entry
+// that has an id already comes back under it.
 void insertHeader(Database& db, HeaderRow& row);
 void updateHeader(Database& db, const HeaderRow& row);  // rowVersion as given
 void insertEntry(Database& db, int operId, EntryRow& row);

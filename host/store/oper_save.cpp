@@ -8,6 +8,7 @@
 #include "host/store/locks.h"
 #include "host/store/numbering.h"
 #include "host/store/oper_doc.h"
+#include "host/store/oper_image.h"
 #include "host/store/oper_record.h"
 #include "host/store/protocol.h"
 #include "host/store/rollup.h"
@@ -64,14 +65,9 @@ std::vector<int> lockOperations(Database& db, std::vector<int> ids) {
   return missing;
 }
 
-// The header as it is stored now, held until the end; a record that was read from another version
-// is refused.
+// A record that was read from another version is refused.
 HeaderRow lockedHeader(Session& session, RowSet& changes, int id) {
-  std::vector<int> ids = pointersIn(changes);
-  for (const int pointer : storedPointers(session.db(), id)) ids.push_back(pointer);
-  ids.push_back(id);
-  lockOperations(session.db(), std::move(ids));
-  std::optional<HeaderRow> header = readHeader(session.db(), id);
+  std::optional<HeaderRow> header = holdOperation(session, id, pointersIn(changes));
   if (!header) throw Refusal(kEditedGone, "Redaguojamas įrašas nebeegzistuoja!");
   if (changes["RowVersion"].Number() != header->rowVersion) {
     throw Refusal(kChangedByOther,
@@ -236,13 +232,18 @@ void applyRollup(Database& db, const OperChange& change) {
   rollup.apply(db);
 }
 
-void protocol(Session& session, const OperChange& change) {
+void protocol(Session& session, const OperChange& change, bool gone, SaveReason reason) {
   ProtocolDetail detail;
-  detail.header(change.before ? &*change.before : nullptr, change.after);
+  detail.header(change.before ? &*change.before : nullptr, gone ? nullptr : &change.after);
   for (const EntryChange& entry : change.entries) {
     detail.entry(entry.before ? &*entry.before : nullptr, entry.after ? &*entry.after : nullptr);
   }
-  writeProtocol(session, change.after, change.isNew() ? Action::Create : Action::Update, detail);
+  detail.line(imageText(imageOf(change, gone, session.epoch(), reason.undone)));
+  const Action action = reason.undone != 0 ? Action::Undo
+                        : gone             ? Action::Delete
+                        : change.isNew()   ? Action::Create
+                                           : Action::Update;
+  writeProtocol(session, change.after, action, detail);
 }
 
 void store(Session& session, OperChange& change) {
@@ -275,9 +276,35 @@ void derive(EntryRow& entry, int operId, Dimsets& dimsets) {
   }
 }
 
+std::optional<HeaderRow> holdOperation(Session& session, int id, std::vector<int> pointers) {
+  for (const int pointer : storedPointers(session.db(), id)) pointers.push_back(pointer);
+  pointers.push_back(id);
+  lockOperations(session.db(), std::move(pointers));
+  return readHeader(session.db(), id);
+}
+
+NumberRules groupFor(Session& session, const OperChange& change) {
+  checkRights(session, change);
+  return groupOf(session.db(), change.after.groupId);
+}
+
+void storeChange(Session& session, OperChange& change, const NumberRules& group,
+                 SaveReason reason) {
+  Database& db = session.db();
+  checkPointers(db, change);
+  useAccounts(session, change);
+  if (reason.undone != 0) {
+    regainNumber(session, group, change.after);
+  } else {
+    settleNumber(session, group, change.before ? &*change.before : nullptr, change.after);
+  }
+  testEntries(db, change);
+  store(session, change);
+  protocol(session, change, false, reason);
+}
+
 int saveOperation(Session& session, std::string_view kind, std::string_view otype,
                   RowSet& changes) {
-  Database& db = session.db();
   changes.MoveFirst();
   OperChange change;
   const std::string_view exactKind = otype.size() == kKindLength ? otype : kind;
@@ -288,25 +315,16 @@ int saveOperation(Session& session, std::string_view kind, std::string_view otyp
     change.before = lockedHeader(session, changes, id);
     change.after = headerFrom(changes, exactKind, &*change.before);
   }
-  checkRights(session, change);
-  const NumberRules group = groupOf(db, change.after.groupId);
+  const NumberRules group = groupFor(session, change);
   change.entries = entriesFrom(session, changes, change);
-  checkPointers(db, change);
-  useAccounts(session, change);
-  settleNumber(session, group, change.before ? &*change.before : nullptr, change.after);
-  testEntries(db, change);
-  store(session, change);
-  protocol(session, change);
+  storeChange(session, change, group, {});
   writeBack(changes, change);
   return change.after.id;
 }
 
-void eraseOperation(Session& session, int id) {
+void eraseOperation(Session& session, int id, SaveReason reason) {
   Database& db = session.db();
-  std::vector<int> ids = storedPointers(db, id);
-  ids.push_back(id);
-  lockOperations(db, std::move(ids));
-  const std::optional<HeaderRow> header = readHeader(db, id);
+  const std::optional<HeaderRow> header = holdOperation(session, id, {});
   if (!header) throw Refusal(kObjectGone, "Objektas panaikintas!");
   if (!session.rights(operComponent(header->groupId)).remove) {
     throw Refusal(kEditedGone, "Nėra teisės panaikinti!");
@@ -337,11 +355,7 @@ void eraseOperation(Session& session, int id) {
   applyRollup(db, change);
   rebuildItems(db, change);
   deleteHeader(db, id);
-
-  ProtocolDetail detail;
-  detail.header(nullptr, *header);
-  for (const EntryChange& entry : change.entries) detail.entry(&*entry.before, nullptr);
-  writeProtocol(session, *header, Action::Delete, detail);
+  protocol(session, change, true, reason);
 }
 
 }  // namespace tolvex::store

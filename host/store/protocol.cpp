@@ -2,6 +2,7 @@
 
 #include "framework/text.h"
 #include "host/store/moments.h"
+#include "host/store/oper_image.h"
 
 namespace tolvex::store {
 
@@ -12,7 +13,8 @@ void appendSide(std::string& to, const SideRow& side) {
   to += side.account;
   if (side.cur == kBaseCode) return;
   to.append("[").append(side.cur).append(" ");
-  to.append(plainNumber(static_cast<double>(side.sumCur) / 10000.0)).append("]");
+  to.append(replaceAll(plainNumber(static_cast<double>(side.sumCur) / 10000.0), ".", ","));
+  to.append("]");
 }
 
 std::string entryText(const EntryRow& entry) {
@@ -21,7 +23,8 @@ std::string entryText(const EntryRow& entry) {
   appendSide(text, entry.credit);
   text.append(" ").append(centsText(entry.sumLt));
   for (const RefRow& ref : entry.refs) {
-    text.append(ref.sign == 1 ? " D:" : " C:").append(ref.foidr);
+    text.append(ref.sign == 1 ? " D:" : " K:");
+    text.append(ref.showString.empty() ? ref.foidr : ref.showString);
   }
   if (entry.info && !entry.info->empty()) text.append(" \"").append(*entry.info).append("\"");
   return text;
@@ -34,29 +37,47 @@ void ProtocolDetail::line(std::string_view text) {
   text_ += text;
 }
 
-void ProtocolDetail::header(const HeaderRow* before, const HeaderRow& after) {
-  const auto field = [&](std::string_view name, const std::string& old, const std::string& now) {
-    if (old == now) return;
-    line(std::string(name) + ": " + (before != nullptr ? old + " -> " : "") + now);
-  };
+void ProtocolDetail::header(const HeaderRow* before, const HeaderRow* after) {
   static const HeaderRow kNothing;
   const HeaderRow& old = before != nullptr ? *before : kNothing;
-  field("DateD", old.day != 0 ? dayText(old.day) : "", dayText(after.day));
-  field("Serija", old.serija, after.serija);
-  field("Number", old.number, after.number);
-  field("AutoNumber", std::to_string(old.autoNumber), std::to_string(after.autoNumber));
-  field("BROperGroupID", std::to_string(old.groupId), std::to_string(after.groupId));
-  field("Comment", old.comment, after.comment);
-  field("Parameters", old.parameters, after.parameters);
-  field("ClientOIDR", old.clientRef.value_or(""), after.clientRef.value_or(""));
-  field("VATRegisterIndication", std::to_string(old.vatRegister),
-        std::to_string(after.vatRegister));
+  const HeaderRow& now = after != nullptr ? *after : kNothing;
+  const auto field = [&](const char* name, const std::string& was, const std::string& is) {
+    if (was != is) line(protocolLine({name, was, is}));
+  };
+  const auto number = [&](const char* name, int was, int is) {
+    if (was != is) {
+      line(protocolLine(
+          {name, was == 0 ? "" : std::to_string(was), is == 0 ? "" : std::to_string(is)}));
+    }
+  };
+  const auto day = [](const HeaderRow& row) { return row.day != 0 ? dayText(row.day) : ""; };
+  field("DateD", day(old), day(now));
+  field("Serija", old.serija, now.serija);
+  field("Number", old.number, now.number);
+  number("AutoNumber", old.autoNumber, now.autoNumber);
+  number("BROperGroupID", old.groupId, now.groupId);
+  field("Comment", old.comment, now.comment);
+  field("Parameters", old.parameters, now.parameters);
+  field("ClientOIDR", old.clientRef.value_or(""), now.clientRef.value_or(""));
+  number("VATRegisterIndication", old.vatRegister, now.vatRegister);
 }
 
 void ProtocolDetail::entry(const EntryRow* before, const EntryRow* after) {
-  if (before == nullptr) return line("+ " + entryText(*after));
-  if (after == nullptr) return line("- " + entryText(*before));
-  line("~ " + entryText(*before) + " -> " + entryText(*after));
+  const char* mark = before == nullptr ? "+" : after == nullptr ? "-" : "~";
+  line(protocolLine({mark, before != nullptr ? entryText(*before) : "",
+                     after != nullptr ? entryText(*after) : ""}));
+}
+
+std::vector<ProtocolChange> readableChanges(std::string_view detail) {
+  std::vector<ProtocolChange> changes;
+  if (detail.empty()) return changes;
+  for (const std::string& line : split(detail, '\n')) {
+    if (line.starts_with('=')) continue;
+    std::vector<std::string> fields = protocolFields(line);
+    fields.resize(3);
+    changes.push_back({std::move(fields[0]), std::move(fields[1]), std::move(fields[2])});
+  }
+  return changes;
 }
 
 namespace {

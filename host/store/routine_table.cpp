@@ -11,6 +11,7 @@ using Part = std::span<const Routine> (*)();
 constexpr Part kParts[] = {
     listRoutines,
     operationRoutines,
+    logRoutines,
     referenceRoutines,
     commentRoutines,
     numberRoutines,

@@ -29,5 +29,6 @@ std::span<const Routine> currencyRoutines();
 std::span<const Routine> vatRoutines();
 std::span<const Routine> rightRoutines();
 std::span<const Routine> cardRoutines();
+std::span<const Routine> logRoutines();
 
 }  // namespace tolvex::store

@@ -50,18 +50,6 @@ Variant GetParentOfLock(Session& session, const Arguments& arguments, std::strin
   return parentRecord(session, "O0200400", idOf(arguments[0]));
 }
 
-constexpr ColumnSpec kLog[] = {col::date("Date"), col::text("User", 200), col::text("Action", 1)};
-
-Variant GetBROperLog(Session& session, const Arguments& arguments, std::string_view) {
-  auto log = bound(session.db(),
-                   "SELECT at, user_name, action FROM oper_log WHERE oper_id = $1"
-                   " ORDER BY at DESC, id DESC",
-                   operIdOf(arguments[0].str()));
-  Answer answer(kLog);
-  while (log->step()) answer.row().moment(log->text(0)).text(log->text(1)).text(log->text(2));
-  return answer.done();
-}
-
 constexpr ColumnSpec kRequired[] = {col::text("GUID", 40), col::text("BRTemplateAccGUID", 40),
                                     col::text("FOID", 8), col::small("Sign")};
 
@@ -140,7 +128,6 @@ constexpr Routine kRoutines[] = {
     {"O0201500", "GetParent", "R", false, GetParent},
     {"O0201400 O0200400 O0201600 O0201700 O0200500", "GetParent", "r", false, GetParentOfOwnKind},
     {"O0201300", "GetParent", "r", false, GetParentOfLock},
-    {"O0201500", "GetBROperLog", "r", false, GetBROperLog},
     {"O0201500", "GetBRRequiredAddr", "r", false, GetBRRequiredAddr},
     {"O0201500", "GetBROperAddressees", "r", false, GetBROperAddressees},
     {"O0201500", "GetBROperSelect", "ddit", false, GetBROperSelect},

@@ -95,6 +95,7 @@ class Session final : public StorePort {
   Database& db() { return *db_; }
   const User& user() const { return user_; }
   DateTime now() const { return clock_(); }
+  int epoch() const { return epoch_; }  // of the books as this session knows them
   // "CBROperRights5" and "CBROperGroupRights5" take the rights of the bare name until they have
   // been granted themselves; an unknown component grants nothing. Asked of the books each time, so
   // a changed role or a blocked user counts at once.

@@ -4,6 +4,7 @@
 
 #include "framework/references.h"
 #include "host/store/demo.h"
+#include "host/store/protocol.h"
 #include "host/store/sql.h"
 #include "tests/store/oper_books.h"
 
@@ -182,10 +183,16 @@ TEST(OperSave, ProtocolTellsOldAndNew) {
   entries(*record)["SumA"] = 21.5;
   addEntry(*record, {"2711", "2713", 5, {}, {{-1, "USD", 2.5, 2}}});
   ASSERT_EQ(save(*session, *record).Code, kDone);
-  EXPECT_EQ(textFrom(session->db(), "SELECT detail FROM oper_log WHERE action = 'U'"),
-            "Comment: bandymas -> kitas\n"
-            "~ 2004.01.15 240 500 20,00 D:O00001001 -> 2004.01.15 240 500 21,50 D:O00001001\n"
-            "+ 2004.01.15 2711 2713[USD 2] 5,00");
+  std::string told;
+  for (const ProtocolChange& change :
+       readableChanges(textFrom(session->db(), "SELECT detail FROM oper_log WHERE action = 'U'"))) {
+    told += change.name + "|" + change.before + "|" + change.after + "\n";
+  }
+  EXPECT_EQ(told,
+            "Comment|bandymas|kitas\n"
+            "~|2004.01.15 240 500 20,00 D:rodoma O00001001|"
+            "2004.01.15 240 500 21,50 D:rodoma O00001001\n"
+            "+||2004.01.15 2711 2713[USD 2] 5,00\n");
 }
 
 TEST(OperSave, ASaveMakesBooksDurableOnce) {
