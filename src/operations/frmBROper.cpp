@@ -6,8 +6,13 @@
 #include "framework/conversions.h"
 #include "framework/references.h"
 #include "framework/text.h"
+#include "operations/BRLog.h"
+#include "operations/comment_list.h"
+#include "operations/copy_operation.h"
+#include "operations/document_form.h"
 #include "operations/entry_editor.h"
 #include "operations/frmBRCopyByMonthes.h"
+#include "operations/operation_log.h"
 #include "operations/screen/balance_list.h"
 #include "operations/screen/document_date.h"
 #include "operations/screen/operation_rows.h"
@@ -70,6 +75,7 @@ void frmBROper::wire() {
     if (!readOnly) takeNumber();
   };
   cmdOperGroup.onClick = [this] { groupClicked(); };
+  cmdCommentList.onClick = [this] { pickComment(); };
   lvwBRRecords.onActivate = [this] { editEntry(entries_.current()); };
   lvwBRRecords.onInsert = cmdNewEntry.onClick = [this] { addEntry(); };
   lvwBRRecords.onDelete = [this] { deleteEntries(entries_.current()); };
@@ -96,6 +102,14 @@ void frmBROper::wireMenus() {
   entryMenu.mnuDeleteAll.onClick = [this] { deleteEntries({}); };
   mnuOperToDesktop.onClick = [this] { host().desktop().putObject(VXObjectUIO->OIDR()); };
   mnuProtocol.onClick = [this] { showFailure(host(), VXObjectUIO->Methods("ShowProtocol")); };
+  mnuLog.onClick = [this] {
+    BRLog log({host(), VXObjectUIO});
+    host().screens().runModal(log);
+  };
+  mnuUndo.shortcut = "Ctrl+Z";
+  mnuUndo.onClick = [this] { undo(); };
+  mnuCopyOper.shortcut = "Ctrl+Shift+D";
+  mnuCopyOper.onClick = [this] { copyToNew(); };
   mnuAutoNumber.onClick = [this] { askNumber(); };
   for (ui::MenuItem* item : {&mnuDebtsCover, &mnuCurrencyInfluence, &mnuCurrencyExchange}) {
     item->onClick = [this, item] { openTool(*operationTool(item->caption())); };
@@ -177,6 +191,10 @@ void frmBROper::enableByState() {
   SSCNew.enabled = !boolModalForm && rights_.create;
   mnuOperToDesktop.enabled = stored && !boolModalForm;
   mnuProtocol.enabled = stored;
+  mnuLog.enabled = stored;
+  mnuUndo.enabled = stored && !readOnly && !boolModalForm;
+  mnuCopyOper.enabled = SSCNew.enabled && stored;
+  cmdCommentList.enabled = !readOnly;
   mnuAutoNumber.enabled = !readOnly;
   cmdCommentList.enabled = false;  // its dialog is not there yet
   for (ui::MenuItem* item : {&entryMenu.mnuAddTemplate, &entryMenu.mnuOperTemplate}) {
@@ -249,6 +267,14 @@ void frmBROper::dateChanged() {
     redateEntries(*entries, date);
   }
   refreshLists();
+}
+
+void frmBROper::pickComment() {
+  const MethodResult picked = VXObjectUIO->Methods("GetCommentList", {txtComment.text()});
+  if (showFailure(host(), picked) || NullToText(picked.Value).empty()) return;
+  txtComment.text = withComment(txtComment.text(), NullToText(picked.Value));
+  setFocus(txtComment);
+  touch();
 }
 
 void frmBROper::askNumber() {
@@ -396,6 +422,26 @@ void frmBROper::openNext() {
   if (!next) return;
   VXObjectUIO = next;
   ClickedParameters.clear();
+  openObject();
+}
+
+void frmBROper::copyToNew() {
+  if (!mayClose()) return;
+  const auto copy = copyOperation(host(), *VXObjectUIO);
+  if (!copy) return;
+  VXObjectUIO = copy;
+  ClickedParameters.clear();
+  openObject();
+  touch();
+}
+
+// Only what is stored can be taken back; what was typed since is given up or kept by the user.
+void frmBROper::undo() {
+  if (changed_) return warn(host(), "Operacija pakeista, pirmiausia įrašykite arba atšaukite!");
+  const auto question = undoQuestion(*VXObjectUIO);
+  if (!question || !ask(host(), *question)) return;
+  if (!undoDocument(host(), *VXObjectUIO)) return;
+  if (!isStored(*VXObjectUIO) || isGone(*VXObjectUIO)) return close();
   openObject();
 }
 

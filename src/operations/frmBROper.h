@@ -86,10 +86,14 @@ class frmBROper final : public ui::Form, private OperationLink {
   ui::MenuItem mnuDebtsCover{this, "mnuDebtsCover", "Skolų dengimas"};
   ui::MenuItem mnuOperToDesktop{this, "mnuOperToDesktop", "Padėti ant darbo stalo"};
   ui::MenuItem mnuProtocol{this, "mnuProtocol", "Protokolas"};
+  ui::MenuItem mnuLog{this, "mnuLog", "Pakeitimai"};
+  ui::MenuItem mnuUndo{this, "mnuUndo", "Atšaukti paskutinį įrašymą"};
+  ui::MenuItem mnuCopyOper{this, "mnuCopyOper", "Kopijuoti operaciją"};
   ui::MenuItem mnuAutoNumber{this, "mnuAutoNumber", "Auto numerio nustatymas"};
-  ui::Menu menuTools{{&mnuCurrencyExchange, &mnuCurrencyInfluence, &mnuDebtsCover, nullptr,
-                      &mnuOperToDesktop, &mnuProtocol, &mnuAutoNumber},
-                     {}};
+  ui::Menu menuTools{
+      {&mnuCurrencyExchange, &mnuCurrencyInfluence, &mnuDebtsCover, nullptr, &mnuCopyOper, &mnuUndo,
+       nullptr, &mnuOperToDesktop, &mnuProtocol, &mnuLog, &mnuAutoNumber},
+      {}};
 
  private:
   // What added the last entries; an entry added free is taken back when its editor is left.
@@ -118,6 +122,9 @@ class frmBROper final : public ui::Form, private OperationLink {
   void writeHeader();
   bool save();
   void openNext();
+  void copyToNew();
+  void undo();
+  void pickComment();
   void deleteOperation();
   void openTool(const OperationTool& tool);
   void openAskedTool();

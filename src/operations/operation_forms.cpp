@@ -1,10 +1,12 @@
 #include "operations/operation_forms.h"
 
+#include "operations/BRLog.h"
 #include "operations/entry_editor.h"
 #include "operations/frmBRCopyByMonthes.h"
 #include "operations/frmBROper.h"
 #include "operations/frmBROperGroup.h"
 #include "operations/frmBROperRecord.h"
+#include "operations/frmCommentList.h"
 
 namespace tolvex {
 
@@ -18,6 +20,11 @@ void registerOperationForms(FormRegistry& forms) {
   forms.add<EntryEditorRequest>(kEntryEditor, [](const EntryEditorRequest& request) {
     return std::make_shared<frmBROperRecord>(request);
   });
+  forms.add<CommentListRequest>(kCommentScreen, [](const CommentListRequest& request) {
+    return std::make_shared<frmCommentList>(request);
+  });
+  forms.add<LogRequest>(kLogScreen,
+                        [](const LogRequest& request) { return std::make_shared<BRLog>(request); });
   forms.add<SpreadRequest>(kSpreadScreen, [](const SpreadRequest& request) {
     return std::make_shared<frmBRCopyByMonthes>(request);
   });

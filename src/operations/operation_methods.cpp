@@ -4,6 +4,7 @@
 #include "framework/parameters.h"
 #include "framework/references.h"
 #include "operations/autonumber.h"
+#include "operations/comment_list.h"
 #include "operations/document_form.h"
 #include "operations/entries.h"
 #include "operations/entry_tests.h"
@@ -62,13 +63,6 @@ MethodResult currencyRates(UIO0201500& operation, Arguments par) {
   HostResult result;
   operation.BO()->CallBO("DO0002200_GetCurrencyRates", parameters, nullptr, result);
   return passOn(result);
-}
-
-// What a key answers until the subject that it belongs to is there.
-auto later(const char* what) {
-  return [what](UIO0201500&, Arguments) {
-    return refused(std::string(what) + " dar neįdiegtas, jis bus vėliau.");
-  };
 }
 
 }  // namespace
@@ -132,7 +126,7 @@ void addOperationMethods(MethodTable<UIO0201500>& methods) {
       {"ShowBROper", {}, "", showOperation},
       {"GetCurrencyList", {}, "", GetCurrencyList},
       {"CurrencyRates", {0, 1}, "Method CurrencyRates_0:", currencyRates},
-      {"GetCommentList", {}, "", later("Komentarų sąrašas")}};
+      {"GetCommentList", {}, "", GetCommentList}};
   for (const Row& row : rows) methods.add(row);
 }
 

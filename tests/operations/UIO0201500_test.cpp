@@ -93,12 +93,6 @@ TEST_F(Operation, UnknownActionsDoNothing) {
   EXPECT_TRUE(result.Value.IsEmpty());
 }
 
-TEST_F(Operation, ActionsOfLaterSubjectsAreRefusedInTheirOwnWords) {
-  const MethodResult result = call("GetCommentList", std::vector<Variant>(1));
-  EXPECT_EQ(result.Code, kRefused);
-  EXPECT_NE(result.Text.find("vėliau"), std::string::npos);
-}
-
 TEST_F(Operation, TheProtocolNamesTheCreatorOnce) {
   (void)call("CreateProtocol", {});
   EXPECT_EQ(operation->Fields()["CreatedByUserName"].Text(), "Jonas Jonaitis");

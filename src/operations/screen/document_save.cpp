@@ -1,5 +1,7 @@
 #include "operations/screen/document_save.h"
 
+#include "operations/document_form.h"
+#include "operations/operation_log.h"
 #include "operations/screen/operation_rows.h"
 #include "platform/save_outcome.h"
 
@@ -84,6 +86,19 @@ bool deleteDocument(HostContext& host, VXObjectUIO& object) {
       warn(host, "Operacijos panaikinti nepavyko.");
       return false;
   }
+}
+
+bool undoDocument(HostContext& host, VXObjectUIO& object) {
+  const MethodResult undone = UndoLastSave(object);
+  if (undone.Code != kDone) {
+    showStop(host, undone.Text);
+    return false;
+  }
+  const SaveResult read = object.Read();
+  if (read.Code != kDone) warn(host, read.Text);
+  if (!isGone(object)) host.desktop().rename(object.OIDR(), documentName(object));
+  host.tree().redraw(kOperationKind);
+  return true;
 }
 
 std::shared_ptr<VXObjectUIO> newDocument(HostContext& host, VXObjectUIO& like) {

@@ -30,6 +30,10 @@ std::string documentName(VXObjectUIO& object);
 // Asks and deletes the stored document; true when it is gone.
 bool deleteDocument(HostContext& host, VXObjectUIO& object);
 
+// Takes the last save of the stored document back and reads what stands then; a document that was
+// only created is gone after it. False after a message, with nothing changed.
+bool undoDocument(HostContext& host, VXObjectUIO& object);
+
 // A new document of the same kind in the same group; null after a message.
 std::shared_ptr<VXObjectUIO> newDocument(HostContext& host, VXObjectUIO& like);
 
