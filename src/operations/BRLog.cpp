@@ -4,12 +4,13 @@
 #include <vector>
 
 #include "operations/operation_log.h"
+#include "operations/screen/document_save.h"
 
 namespace tolvex {
 
 BRLog::BRLog(const LogRequest& request)
     : Form(request.host, kLogScreen), operation_(request.operation) {
-  setTitle("Operacijos pakeitimai: " + operation_->OName());
+  setTitle("Operacijos pakeitimai: " + documentName(*operation_));
   cmdClose.isCancel = true;
   lvwLog.onChange = [this] { showChanges(); };
   cmdClose.onClick = [this] { close(); };

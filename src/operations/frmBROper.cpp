@@ -196,7 +196,6 @@ void frmBROper::enableByState() {
   mnuCopyOper.enabled = SSCNew.enabled && stored;
   cmdCommentList.enabled = !readOnly;
   mnuAutoNumber.enabled = !readOnly;
-  cmdCommentList.enabled = false;  // its dialog is not there yet
   for (ui::MenuItem* item : {&entryMenu.mnuAddTemplate, &entryMenu.mnuOperTemplate}) {
     item->enabled = !readOnly && forms_.has(kTemplateChoice);
   }
