@@ -57,7 +57,7 @@ class Playground {
   virtual ui::Form* modalForm() const = 0;         // the innermost modal form, or null
   virtual ui::Menu* openMenu() const = 0;          // the menu that was popped up last, or null
   virtual void closeMenu() = 0;
-  virtual bool shot(const std::string& path) = 0;        // a picture; false when it cannot be written
+  virtual bool shot(const std::string& path) = 0;  // a picture; false when it cannot be written
   virtual const ReportDocument* lastReport() const = 0;  // shown last, or null
   virtual bool closeReport() = 0;  // the preview opened last; false when none is open
   // The answer to a file dialog that will be asked: a path, or nothing to give it up. Answers are
