@@ -165,6 +165,37 @@ TEST_F(ViewTest, FramesAreOfOneColumnAndAsHighAsWhatIsInThem) {
   EXPECT_GT(place("SOPanel").x(), 0) << "a form has its margins";
 }
 
+TEST_F(ViewTest, ALongWorkShowsHowFarItIsAndStops) {
+  const auto stopButton = [] {
+    for (QWidget* one : QApplication::allWidgets())
+      if (one->objectName() == QStringLiteral("stopWork")) return one;
+    return static_cast<QWidget*>(nullptr);
+  };
+  SampleForm inner(host);
+  inner.markOpen(true);
+  QTimer::singleShot(0, &stage, [&] {
+    stage.busy(true);
+    stage.progress("Daroma atsarginė kopija", 0.1);
+    EXPECT_EQ(stopButton(), nullptr) << "a short work needs none";
+    QElapsedTimer clock;
+    clock.start();
+    while (!stopButton() && clock.elapsed() < 5000) stage.progress("Daroma atsarginė kopija", 0.4);
+    QWidget* stop = stopButton();
+    EXPECT_TRUE(stop && stop->isVisible());
+    EXPECT_FALSE(stage.stopped());
+    if (stop) {
+      EXPECT_EQ(stop->parentWidget()->findChild<QLabel*>()->text().toStdString(),
+                "Daroma atsarginė kopija");
+      QTest::mouseClick(stop, Qt::LeftButton);
+    }
+    EXPECT_TRUE(stage.stopped());
+    stage.busy(false);
+    EXPECT_EQ(stopButton(), nullptr);
+    inner.close();
+  });
+  stage.runModal(inner);
+}
+
 TEST_F(ViewTest, ModalFormsRunUntilClosedAndEscAsks) {
   SampleForm inner(host);
   inner.cmdCancel.isCancel = false;
