@@ -1,7 +1,6 @@
 #include "host/objects/report_service.h"
 
 #include <charconv>
-#include <cmath>
 #include <iterator>
 
 #include "framework/text.h"
@@ -29,7 +28,7 @@ std::string pageKey(const ReportDocument& document) {
   return document.layout == "list" ? document.layout + " " + document.title : document.layout;
 }
 
-int tenths(float mm) { return static_cast<int>(std::lround(mm * 10)); }
+int tenths(float mm) { return static_cast<int>(mm * 10 + 0.5F); }
 
 // "1 250 150 150 120": lying or not; the margins from the left, clockwise, in tenths.
 std::string pageText(const PageSetup& page) {
