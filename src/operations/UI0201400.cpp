@@ -136,13 +136,13 @@ MenuAction UI0201400::clickGroup(const std::string& id, const std::string& capti
 }
 
 MenuAction UI0201400::openGroup(const std::string& id) {
-  std::shared_ptr<VXObjectUIO> group = GetVXObject(id);
+  std::shared_ptr<VXObjectUIO> group = toldGroup(id);
   if (!group) return {};
   return showForm(makeScreen(tables_->forms, kGroupScreen, {hostContext(), group, ""}));
 }
 
 MenuAction UI0201400::openCovers(const std::string& id) {
-  std::shared_ptr<VXObjectUIO> group = GetVXObject(id);
+  std::shared_ptr<VXObjectUIO> group = toldGroup(id);
   if (!group) return {};
   return showForm(makeScreen(tables_->forms, kCoversScreen, {hostContext(), group, "P;" + id}));
 }
@@ -166,11 +166,8 @@ MenuAction UI0201400::openImport() {
 // above all. 0 when there is none; nothing when the clicked one is gone, which was told.
 std::optional<int> UI0201400::placeOfNew(const std::string& id) {
   if (isRow(id)) {
-    const std::shared_ptr<VXObjectUIO> clicked = GetVXObject(id);
-    if (!clicked) {
-      show(hostContext(), {"Grupė panaikinta!", Icon::Stop, Buttons::Ok, Answer::Ok, std::nullopt});
-      return std::nullopt;
-    }
+    const std::shared_ptr<VXObjectUIO> clicked = toldGroup(id);
+    if (!clicked) return std::nullopt;
     if (isCommon(*clicked)) return idOf(clicked->OID());
     return static_cast<int>(clicked->Fields()["ParentID"].Number());
   }
@@ -182,7 +179,7 @@ std::optional<int> UI0201400::placeOfNew(const std::string& id) {
 
 MenuAction UI0201400::newGroup(const std::string& id, bool common) {
   const std::optional<int> above = placeOfNew(id);
-  const std::shared_ptr<VXObjectUIO> group = above ? GetVXObject("") : nullptr;
+  const std::shared_ptr<VXObjectUIO> group = above ? toldGroup("") : nullptr;
   if (!group) return {};
   group->Fields()["ParentID"] = *above == 0 ? Variant(Null{}) : Variant(*above);
   group->Fields()["GroupFlag"] = common ? 1 : 0;
@@ -210,11 +207,30 @@ bool UI0201400::AddToDeskTopVXObject(std::string id) {
   return form && hostContext().desktop().put(form);
 }
 
-std::shared_ptr<VXObjectUIO> UI0201400::GetVXObject(std::string id) {
+// With how its reading ended; a new one for "".
+std::pair<std::shared_ptr<UIO0201400>, SaveResult> UI0201400::read(std::string id) {
   auto group = std::make_shared<UIO0201400>();
   group->UI(shared_from_this());
   group->OID(std::move(id));
-  return group->Read().Code == kDone ? group : nullptr;
+  SaveResult read = group->Read();
+  return {std::move(group), std::move(read)};
+}
+
+std::shared_ptr<VXObjectUIO> UI0201400::GetVXObject(std::string id) {
+  auto [group, outcome] = read(std::move(id));
+  return outcome.Code == kDone ? group : nullptr;
+}
+
+// A group that is gone or cannot be read is told.
+std::shared_ptr<VXObjectUIO> UI0201400::toldGroup(const std::string& id) {
+  auto [group, outcome] = read(id);
+  if (outcome.Code == kDone) return group;
+  if (outcome.Code == kGone) {
+    show(hostContext(), {"Grupė panaikinta!", Icon::Stop, Buttons::Ok, Answer::Ok, std::nullopt});
+  } else {
+    warn(hostContext(), outcome.Text);
+  }
+  return nullptr;
 }
 
 const IconsTable& UI0201400::GetIconsTable() const {

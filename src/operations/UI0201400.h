@@ -4,9 +4,11 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "framework/object_contract.h"
+#include "operations/UIO0201400.h"
 #include "operations/UIO0201500.h"
 
 namespace tolvex {
@@ -33,6 +35,8 @@ class UI0201400 final : public ForwardingUI {
   MenuAction clickTree(const std::string& id, const std::string& caption);
   MenuAction clickGroup(const std::string& id, const std::string& caption,
                         const std::string& extra);
+  std::pair<std::shared_ptr<UIO0201400>, SaveResult> read(std::string id);
+  std::shared_ptr<VXObjectUIO> toldGroup(const std::string& id);
   MenuAction openGroup(const std::string& id);
   MenuAction openCovers(const std::string& id);
   MenuAction openImport();

@@ -133,7 +133,11 @@ TEST_F(GroupCard, ANewGroupStandsInACommonOne) {
   host.shelf().lists[kGroupKind] = table({{"OIDR", FieldType::Text}}, {{"O02014001"}});
   EXPECT_EQ(fresh(true, "O0201400")->VXObjectUIO->Fields()["ParentID"].Number(), 1);
   EXPECT_EQ(groups->ClickMenu("O020140099", "", "Naują bendra grupė", "").Action, 0);
-  EXPECT_EQ(told(), Texts{"Grupė panaikinta!"});
+  EXPECT_EQ(groups->ClickMenu("O020140099", "", "Padėti ant darbo stalo", "").Action, 0);
+  EXPECT_EQ(told(), (Texts{"Grupė panaikinta!", "Grupė panaikinta!"}));
+  host.shelf().reads = {{1203, "Nėra teisės peržiūrėti!"}};
+  EXPECT_FALSE(groups->AddToDeskTopVXObject("O02014003"));
+  EXPECT_EQ(told(), Texts{"Nėra teisės peržiūrėti!"});
 }
 
 TEST_F(GroupCard, APaymentGroupIsStoredWhole) {
