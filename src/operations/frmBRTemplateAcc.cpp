@@ -35,10 +35,10 @@ const char* frmBRTemplateAcc::picture() const {
   return R"(
 [columns]
   []
-    cmbAccountD>
+    cmbAccountD
     lvwAddrD>
   []
-    cmbAccountC>
+    cmbAccountC
     lvwAddrC>
 txtFactor | >> | cmdCancel | cmdWrite
 )";
