@@ -6,8 +6,7 @@
 
 namespace tolvex {
 
-// Adds one row a key. The keys whose screens come with later subjects ("Debts" and
-// "BROperSelect") are refused until those subjects replace their rows.
+// Adds one row a key. Subjects above add their own keys ("Debts", "BROperSelect").
 void addOperationMethods(MethodTable<UIO0201500>& methods);
 
 // The rates of a day: currency code to litas per unit, without the base currency.
