@@ -104,6 +104,21 @@ void oneClient(Session& few, Session& many) {
                 "x", false);
 }
 
+// In the large books a client has some hundred payments, and as many items were open at a date.
+void oneClientBefore(Session& few, Session& many) {
+  const auto asked = [](const std::string& client) {
+    return "'0','240','2004.06.30','" + client + "',1";
+  };
+  const std::string inFew = buyer(few), inMany = buyer(many);
+  const auto rows = answered(many, "GetDebts1", asked(inMany))->RecordCount();
+  const auto seconds = bench::alternate({[&] { answered(few, "GetDebts1", asked(inFew)); },
+                                         [&] { answered(many, "GetDebts1", asked(inMany)); }},
+                                        kSecondsEach);
+  bench::note("the same client half a year before the end", seconds[1] * 1e3, "ms");
+  bench::note("  rows", static_cast<double>(rows), "");
+  bench::note("  in small books", seconds[0] * 1e3, "ms");
+}
+
 void oneAccount(Session& few, Session& many) {
   const auto fullList = [&](const char* date) {
     const std::string asked = "'0','" + std::string(kAccount) + "','" + date + "','',1";
@@ -154,6 +169,7 @@ int benchmarks(bool quick, const std::string& folder) {
   fillAccount(*empty);
   fillAccount(*large);
   oneClient(*small, *large);
+  oneClientBefore(*small, *large);
   oneAccount(*empty, *large);
   differences(*small, *large);
   everything(*large);
