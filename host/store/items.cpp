@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <map>
-#include <set>
+#include <unordered_set>
 
 #include "framework/references.h"
 
@@ -14,14 +14,13 @@ namespace {
 struct Origin {
   std::vector<std::string> currencies;  // distinct, in order of appearance
   std::vector<int> dimsets;
+  std::unordered_set<int> knownDimsets;
 
   void note(const ItemPosting& posting) {
     if (std::find(currencies.begin(), currencies.end(), posting.cur) == currencies.end()) {
       currencies.push_back(posting.cur);
     }
-    if (std::find(dimsets.begin(), dimsets.end(), posting.dimsetId) == dimsets.end()) {
-      dimsets.push_back(posting.dimsetId);
-    }
+    if (knownDimsets.insert(posting.dimsetId).second) dimsets.push_back(posting.dimsetId);
   }
 
   std::string currencyOf(const ItemPosting& follower) const {
@@ -35,9 +34,7 @@ struct Origin {
 
   int dimsetOf(const ItemPosting& follower, const ShareAddressee& share) const {
     if (dimsets.size() == 1) return dimsets.front();
-    if (std::find(dimsets.begin(), dimsets.end(), follower.dimsetId) != dimsets.end()) {
-      return follower.dimsetId;
-    }
+    if (knownDimsets.contains(follower.dimsetId)) return follower.dimsetId;
     for (const int dimset : dimsets) {
       if (share(dimset, follower.dimsetId)) return dimset;
     }
@@ -127,24 +124,97 @@ std::vector<ItemPosting> readItem(Database& db, int accountId, int itemId) {
   return postings;
 }
 
-void dropItem(Database& db, int accountId, int itemId) {
-  auto drop = db.prepare("DELETE FROM open_item WHERE account_id = $1 AND item_id = $2");
-  drop->bind(1, accountId).bind(2, itemId);
-  drop->run();
+namespace {
+
+using ShareKey = std::pair<std::string, int>;  // currency, set
+
+std::map<ShareKey, ItemRow> storedShares(Database& db, int accountId, int itemId) {
+  auto select = db.prepare(
+      "SELECT cur, dimset_id, rest_lt, rest_cur, full_lt, full_cur, first_day, last_day,"
+      " head_entry_id FROM open_item WHERE account_id = $1 AND item_id = $2");
+  select->bind(1, accountId).bind(2, itemId);
+  std::map<ShareKey, ItemRow> shares;
+  while (select->step()) {
+    ItemRow row;
+    row.cur = select->text(0);
+    row.dimsetId = static_cast<int>(select->integer(1));
+    row.restLt = select->integer(2);
+    row.restCur = select->integer(3);
+    row.fullLt = select->integer(4);
+    row.fullCur = select->integer(5);
+    row.firstDay = static_cast<int>(select->integer(6));
+    row.lastDay = static_cast<int>(select->integer(7));
+    row.headEntryId = static_cast<int>(select->integer(8));
+    shares.emplace(ShareKey{row.cur, row.dimsetId}, std::move(row));
+  }
+  return shares;
 }
 
-void insertItem(Database& db, int accountId, int itemId, const std::vector<ItemRow>& rows) {
-  auto insert = db.prepare(
-      "INSERT INTO open_item (account_id, item_id, cur, dimset_id, rest_lt, rest_cur, full_lt,"
-      " full_cur, first_day, last_day, head_entry_id, is_open)"
-      " VALUES ($1,$2,$3,$4,$5,$6,$7,$8,$9,$10,$11,$12)");
+void writeShares(Database& db, std::string_view sql, int accountId, int itemId,
+                 const std::vector<ItemRow>& rows) {
+  auto write = db.prepare(sql);
   for (const ItemRow& row : rows) {
-    insert->bind(1, accountId).bind(2, itemId).bind(3, row.cur).bind(4, row.dimsetId);
-    insert->bind(5, row.restLt).bind(6, row.restCur).bind(7, row.fullLt).bind(8, row.fullCur);
-    insert->bind(9, row.firstDay).bind(10, row.lastDay).bind(11, row.headEntryId);
-    insert->bind(12, row.open() ? 1 : 0);
-    insert->run();
+    write->bind(1, accountId).bind(2, itemId).bind(3, row.cur).bind(4, row.dimsetId);
+    write->bind(5, row.restLt).bind(6, row.restCur).bind(7, row.fullLt).bind(8, row.fullCur);
+    write->bind(9, row.firstDay).bind(10, row.lastDay).bind(11, row.headEntryId);
+    write->bind(12, row.open() ? 1 : 0);
+    write->run();
   }
+}
+
+constexpr std::string_view kInsert =
+    "INSERT INTO open_item (account_id, item_id, cur, dimset_id, rest_lt, rest_cur, full_lt,"
+    " full_cur, first_day, last_day, head_entry_id, is_open)"
+    " VALUES ($1,$2,$3,$4,$5,$6,$7,$8,$9,$10,$11,$12)";
+constexpr std::string_view kOrUpdate =
+    " ON CONFLICT (account_id, item_id, cur, dimset_id) DO UPDATE SET rest_lt = excluded.rest_lt,"
+    " rest_cur = excluded.rest_cur, full_lt = excluded.full_lt, full_cur = excluded.full_cur,"
+    " first_day = excluded.first_day, last_day = excluded.last_day,"
+    " head_entry_id = excluded.head_entry_id, is_open = excluded.is_open";
+
+void dropShares(Database& db, int accountId, int itemId,
+                const std::map<ShareKey, ItemRow>& shares) {
+  auto drop = db.prepare(
+      "DELETE FROM open_item WHERE account_id = $1 AND item_id = $2 AND cur = $3"
+      " AND dimset_id = $4");
+  for (const auto& [key, row] : shares) {
+    drop->bind(1, accountId).bind(2, itemId).bind(3, key.first).bind(4, key.second);
+    drop->run();
+  }
+}
+
+void moveDays(Database& db, int accountId, int itemId, const ItemRow& to) {
+  auto update = db.prepare(
+      "UPDATE open_item SET first_day = $3, last_day = $4 WHERE account_id = $1 AND item_id = $2");
+  update->bind(1, accountId).bind(2, itemId).bind(3, to.firstDay).bind(4, to.lastDay);
+  update->run();
+}
+
+}  // namespace
+
+void insertItem(Database& db, int accountId, int itemId, const std::vector<ItemRow>& rows) {
+  writeShares(db, kInsert, accountId, itemId, rows);
+}
+
+void updateItem(Database& db, int accountId, int itemId, const std::vector<ItemRow>& rows) {
+  std::map<ShareKey, ItemRow> gone = storedShares(db, accountId, itemId);
+  std::vector<ItemRow> changed;
+  bool daysMove = false;  // of shares that stay as they are otherwise
+  for (const ItemRow& row : rows) {
+    const auto stored = gone.find({row.cur, row.dimsetId});
+    ItemRow before = stored == gone.end() ? ItemRow{} : stored->second;
+    if (stored != gone.end()) gone.erase(stored);
+    const bool sameDays = before.firstDay == row.firstDay && before.lastDay == row.lastDay;
+    before.firstDay = row.firstDay;
+    before.lastDay = row.lastDay;
+    if (!(before == row))
+      changed.push_back(row);
+    else if (!sameDays)
+      daysMove = true;
+  }
+  dropShares(db, accountId, itemId, gone);
+  if (daysMove) moveDays(db, accountId, itemId, rows.front());
+  writeShares(db, std::string(kInsert) + std::string(kOrUpdate), accountId, itemId, changed);
 }
 
 }  // namespace tolvex::store

@@ -58,8 +58,10 @@ ItemPosting itemPosting(const Statement& row);
 
 // Stored postings of an item on an account, ready for itemRows.
 std::vector<ItemPosting> readItem(Database& db, int accountId, int itemId);
-void dropItem(Database& db, int accountId, int itemId);
 // Stores the rows of an item that has none on the account.
 void insertItem(Database& db, int accountId, int itemId, const std::vector<ItemRow>& rows);
+// Makes the stored rows of an item these. What a document of thousands of clients holds for the
+// others is left alone when one of them pays.
+void updateItem(Database& db, int accountId, int itemId, const std::vector<ItemRow>& rows);
 
 }  // namespace tolvex::store

@@ -218,8 +218,8 @@ void rebuildItems(Database& db, const OperChange& change) {
   for (const Item& item : items) {
     const bool fresh = change.isNew() && item.second == change.after.id;
     const auto postings = fresh ? ownPostings(change, item) : readItem(db, item.first, item.second);
-    if (!fresh) dropItem(db, item.first, item.second);
-    insertItem(db, item.first, item.second, itemRows(item.second, postings, share));
+    const std::vector<ItemRow> rows = itemRows(item.second, postings, share);
+    (fresh ? insertItem : updateItem)(db, item.first, item.second, rows);
   }
 }
 

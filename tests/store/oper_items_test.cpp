@@ -103,7 +103,7 @@ std::string storedItems(Database& db, const char* account) {
   std::string text;
   auto select = bound(db,
                       "SELECT i.item_id, i.rest_lt, i.is_open FROM open_item i"
-                      " JOIN account a ON a.id = i.account_id WHERE a.code = $1 ORDER BY 1",
+                      " JOIN account a ON a.id = i.account_id WHERE a.code = $1 ORDER BY 1, 2",
                       account);
   while (select->step()) {
     if (!text.empty()) text += ", ";
@@ -129,6 +129,30 @@ TEST(Items, ACoverMovesARestFromPrepaymentToInvoice) {
   EXPECT_EQ(storedItems(session->db(), "450"),
             first + ": 300,00 open, " + second + ": -500,00 open");
   EXPECT_EQ(findingsText(session->db()), "");
+}
+
+// An opening balance of many buyers: one pays, the next returns what he had, a third is taken out.
+TEST(Items, EachOfManyBuyersKeepsHisOwnShare) {
+  const auto session = memoryBooks();
+  TestOper opening{20040101, {}};
+  for (const char* buyer : {kFirmA, kFirmB, "O000010078"})
+    opening.entries.push_back({"240", "500", 10, {{1, buyer}}});
+  const int id = savedId(*session, opening);
+  const auto pay = [&](int day, const char* buyer, double sum) {
+    return savedId(*session, {day, {{"2711", "240", sum, {{-1, buyer}, {-1, operRef(id)}}}}});
+  };
+  pay(20040105, kFirmB, 4);
+  EXPECT_EQ(findingsText(session->db()), "");
+  const int late = pay(20040301, "O000010079", 1);
+  EXPECT_EQ(findingsText(session->db()), "");
+  ASSERT_EQ(session->erase("O0201500", operRef(late)).Code, kDone);
+  EXPECT_EQ(findingsText(session->db()), "");
+  const RowSetPtr record = loaded(*session, id);
+  (*record)["BR"].Rows()->Delete();
+  ASSERT_EQ(save(*session, *record).Code, kDone);
+  EXPECT_EQ(findingsText(session->db()), "");
+  const std::string item = std::to_string(id);
+  EXPECT_EQ(storedItems(session->db(), "240"), item + ": 6,00 open, " + item + ": 10,00 open");
 }
 
 TEST(Items, AnEditedInvoiceCarriesItsPaymentsAlong) {
