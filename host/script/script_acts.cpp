@@ -222,6 +222,7 @@ std::string onControl(Engine& engine, const Act& act) {
 
 std::string gestureOf(Engine& engine, const Act& act) {
   Workspace* workspace = engine.world().isOpen() ? &engine.world().workspace() : nullptr;
+  if (!workspace && (act.name == "open" || act.name == "activate")) return "nobody is logged in";
   if (act.name == "open") return openObject(engine, act);
   if (act.name == "activate") return activate(engine, textOf(act, 0));
   if (act.name == "pick") return pick(engine, textOf(act, 0));

@@ -75,6 +75,17 @@ MethodResult SaveAutoNumber(VXObjectUIO& operation, std::string_view mask, std::
   return done(true);
 }
 
+std::string withCounter(std::string_view mask, std::string_view text, int counter) {
+  const std::vector<std::string> keywords = split(mask, '_');
+  std::vector<std::string> pieces = split(text, '-');
+  for (std::size_t i = 0; i < keywords.size() && i < pieces.size(); ++i) {
+    if (keywords[i] == "AutoNumber" && counterOf(pieces[i])) {
+      pieces[i] = paddedCounter(counter, pieces[i].size());
+    }
+  }
+  return join(pieces, "-");
+}
+
 MethodResult CheckAutoNumber(VXObjectUIO& operation) {
   Dialogs& dialogs = hostContext().dialogs();
   const int current = static_cast<int>(operation.Fields()["AutoNumber"].Number());

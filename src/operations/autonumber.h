@@ -5,6 +5,7 @@
 // counter value, 0 when it holds none.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "framework/results.h"
@@ -21,6 +22,10 @@ MethodResult GetAutoNumber(VXObjectUIO& operation, std::string_view date, int fl
 // not explain sets it to 0, so the document no longer holds a number. Nothing happens when mask or
 // text is empty.
 MethodResult SaveAutoNumber(VXObjectUIO& operation, std::string_view mask, std::string_view text);
+
+// The number text with another counter in the place that the mask gives it, as wide as the one that
+// stood there. A text without a counter there stays as it is.
+std::string withCounter(std::string_view mask, std::string_view text, int counter);
 
 // Lets the user change AutoNumber. Value: whether it changed.
 MethodResult CheckAutoNumber(VXObjectUIO& operation);

@@ -7,6 +7,7 @@
 #include "framework/references.h"
 #include "framework/text.h"
 #include "operations/BRLog.h"
+#include "operations/autonumber.h"
 #include "operations/comment_list.h"
 #include "operations/copy_operation.h"
 #include "operations/document_form.h"
@@ -279,7 +280,11 @@ void frmBROper::pickComment() {
 void frmBROper::askNumber() {
   const MethodResult asked = VXObjectUIO->Methods("CheckAutoNumber");
   if (showFailure(host(), asked)) return;
-  if (asked.Value.IsBool() && asked.Value.AsBool()) touch();
+  if (!asked.Value.IsBool() || !asked.Value.AsBool()) return;
+  // The save reads the counter out of the text again.
+  txtNumber.text = withCounter(group_.numberMask, txtNumber.text(),
+                               static_cast<int>(header()["AutoNumber"].Number()));
+  touch();
 }
 
 // --- entries ----------------------------------------------------------------------------------

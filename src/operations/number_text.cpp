@@ -16,17 +16,17 @@ std::string sixDigits(DateTime date) {
          twoDigits(date.Day());
 }
 
-std::string padded(int counter, std::size_t width) {
-  const std::string number = std::to_string(counter);
-  return std::string(width > number.size() ? width - number.size() : 0, '0') + number;
-}
-
 const NumberPart* partOf(std::string_view keyword) {
   const auto* found = std::ranges::find(kNumberParts, keyword, &NumberPart::keyword);
   return found == kNumberParts.end() ? nullptr : found;
 }
 
 }  // namespace
+
+std::string paddedCounter(int counter, std::size_t width) {
+  const std::string number = std::to_string(counter);
+  return std::string(width > number.size() ? width - number.size() : 0, '0') + number;
+}
 
 std::string NumberText::compose(DateTime today) const {
   std::vector<std::string> parts;
@@ -36,7 +36,7 @@ std::string NumberText::compose(DateTime today) const {
     } else if (keyword == "UserPrefix") {
       parts.push_back(userPrefix);
     } else if (keyword == "AutoNumber") {
-      parts.push_back(padded(counter, length(digits)));
+      parts.push_back(paddedCounter(counter, length(digits)));
     } else if (keyword == "Prefix") {
       parts.push_back(prefix);
     }

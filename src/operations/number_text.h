@@ -20,14 +20,17 @@ inline constexpr std::array<NumberPart, 4> kNumberParts = {{{"Date", "Data"},
 
 inline constexpr const char* kUnknownUser = "??";  // stands for the code of no user
 
+// With zeros in front; a counter that is wider is not cut.
+std::string paddedCounter(int counter, std::size_t width);
+
 struct NumberText {
   int counter = 0;
   std::string mask;        // keywords joined by "_"
   std::string prefix;      // of the group
   std::string digits;      // as long as the counter is wide, whatever stands in it
   std::string userPrefix;  // of who makes the document
-  // The parts of the mask in its order, joined by "-". The counter has zeros in front; one that is
-  // wider than `digits` is not cut. `today` is the day of the call, never that of the document.
+  // The parts of the mask in its order, joined by "-". `today` is the day of the call, never that
+  // of the document.
   std::string compose(DateTime today) const;
 };
 

@@ -88,6 +88,22 @@ TEST_F(AutoNumber, AnEditedTextGivesItsCounterBack) {
   }
 }
 
+TEST_F(AutoNumber, AChangedCounterStandsWhereTheMaskSays) {
+  const struct {
+    const char *mask, *text, *want;
+  } kCases[] = {
+      {"Prefix_AutoNumber", "P-0007", "P-0040"},
+      {"AutoNumber", "7", "40"},
+      {"AutoNumber_Date", "3-040331", "40-040331"},
+      {"Prefix_AutoNumber", "P7", "P7"},
+      {"AutoNumber", "ranka", "ranka"},
+      {"Prefix", "5", "5"},
+      {"", "5", "5"},
+      {"AutoNumber", "", ""},
+  };
+  for (const auto& c : kCases) EXPECT_EQ(withCounter(c.mask, c.text, 40), c.want) << c.text;
+}
+
 TEST_F(AutoNumber, TheUserMayChangeTheCounter) {
   const struct {
     const char* name;
