@@ -20,6 +20,7 @@ struct NumberRules {  // of an operation group
   std::string mask, prefix, width;  // width: as many characters as the number has digits
   int minimal = 1, groupBy = 1, cycle = 3, dayFrom = 0;
   bool appliesOn(int day) const { return !mask.empty() && day >= dayFrom; }
+  bool byUser() const;  // every user has counters of his own
 };
 
 // Null for a group that does not exist.
@@ -36,12 +37,15 @@ std::string composeNumber(const NumberRules& rules, std::string_view userPrefix,
                           int number);
 
 // What GetAutoNumber answers: the next number of the counter, nothing reserved; remembered in the
-// session as its offer. 0 where the group does not number on that day.
+// session as its offer. 0 where the group does not number on that day. Throws Refusal 1204 when the
+// counter has run out.
 int offerNumber(Session& session, const NumberRules& rules, int userId, std::string_view userPrefix,
                 std::string_view otype, int day);
 
-// Settles number, text and bucket of `after` at its save. `before` is null for a new operation.
-// Throws Refusal 3604 for a typed number that is taken.
+// Settles number, text and bucket of `after` at its save. `before` is null for a new operation. A
+// number that this session was offered last for the group gives way to the next one when it was
+// taken meanwhile or the document belongs to another counter. Throws Refusal 3604 for a typed
+// number that is taken.
 void settleNumber(Session& session, const NumberRules& rules, const HeaderRow* before,
                   HeaderRow& after);
 

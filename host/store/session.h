@@ -37,11 +37,12 @@ struct SessionWatch {
   std::function<void()> renewed = {};  // after a restore or conversion: all that was read is stale
 };
 
-// The last number that GetAutoNumber offered to this client; see numbering.h.
+// A number that GetAutoNumber offered to this client; see numbering.h.
 struct NumberOffer {
-  int groupId = 0, userId = 0, day = 0;
-  int number = 0;
-  std::string text;  // composed by the screen; empty until it is known
+  int groupId = 0, number = 0;
+  std::string text;        // by the mask of the group
+  std::string userPrefix;  // what the text was made of
+  int madeOn = 0;
 };
 
 // A refusal with its code, thrown inside the store and answered at the session's border.
@@ -100,7 +101,7 @@ class Session final : public StorePort {
   // been granted themselves; an unknown component grants nothing. Asked of the books each time, so
   // a changed role or a blocked user counts at once.
   Flags rights(std::string_view component);
-  NumberOffer& offer() { return offer_; }
+  NumberOffer& offer() { return offer_; }  // the last one
   void watch(SessionWatch watch) { watch_ = std::move(watch); }
   const Progress& progress() const { return watch_.progress; }
   // Where BackUpDB writes; "" for books that have no place of their own.

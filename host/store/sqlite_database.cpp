@@ -99,6 +99,7 @@ class SqliteStatement final : public Statement {
   double real(int column) const override { return sqlite3_column_double(statement_, column); }
   std::string_view text(int column) const override {
     const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(statement_, column));
+    if (!bytes && sqlite3_errcode(db_) == SQLITE_NOMEM) fail(db_);
     if (!bytes) return {};
     return {bytes, static_cast<std::size_t>(sqlite3_column_bytes(statement_, column))};
   }

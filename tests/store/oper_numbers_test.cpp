@@ -93,6 +93,69 @@ TEST(Numbers, GroupsWithoutAMaskOrBeforeTheirDateDoNotCount) {
   EXPECT_EQ(offered(*session, 20040201), 50);
 }
 
+// Two documents are open at once, of one group or of two, and somebody else is faster.
+TEST(Numbers, EveryOpenScreenKeepsItsOffer) {
+  const auto session = memoryBooks();
+  Session& s = *session;
+  EXPECT_EQ(offered(s), 1);
+  EXPECT_EQ(offered(s), 1);
+  EXPECT_EQ(offered(s, 20040115, 4), 1);
+  EXPECT_EQ(draw(s, 1, "P-0001"), (Drawn{kDone, 1, "P-0001"}));
+  EXPECT_EQ(draw(s, 1, "P-0001"), (Drawn{kDone, 2, "P-0002"}));
+  EXPECT_EQ(draw(s, 5, "P-0005"), (Drawn{kDone, 5, "P-0005"}));
+  EXPECT_EQ(offered(s), 6);
+  EXPECT_EQ(draw(s, 9, "P-0009"), (Drawn{kDone, 9, "P-0009"})) << "typed by another meanwhile";
+  EXPECT_EQ(draw(s, 6, "P-0006"), (Drawn{kDone, 6, "P-0006"})) << "still free: no second gap";
+  EXPECT_EQ(draw(s, 6, "P-0006", 20030115), (Drawn{kDone, 1, "P-0001"}))
+      << "another year's counter";
+  EXPECT_EQ(draw(s, 5, "P-0005").code, kDuplicate) << "never offered";
+  EXPECT_EQ(findingsText(s.db()), "");
+}
+
+TEST(Numbers, ATextThatCannotBeReadBackFollowsItsNumberToo) {
+  const auto session = memoryBooks();
+  Session& s = *session;
+  run(s.db(),
+      "UPDATE oper_group SET an_prefix = 'A-1', an_mask = 'Prefix_UserPrefix_AutoNumber'"
+      " WHERE id = 3");
+  offered(s);
+  ASSERT_EQ(s.offer().text, "A-1-AD-0001");
+  EXPECT_EQ(draw(s, 0, "A-1-AD-0001"), (Drawn{kDone, 1, "A-1-AD-0001"}));
+  EXPECT_EQ(draw(s, 0, "A-1-AD-0001"), (Drawn{kDone, 2, "A-1-AD-0002"}));
+}
+
+TEST(Numbers, ACounterThatHasRunOutSaysSo) {
+  const auto session = memoryBooks();
+  EXPECT_EQ(draw(*session, 2147483647, "P-2147483647").code, kDone);
+  const HostResult asked = session->call("O0201500", "GetAutoNumber", "3,1,'AD',1,'2004.01.15'");
+  EXPECT_EQ(asked.Code, kRuleBroken);
+  EXPECT_EQ(asked.Text, "Auto numerio reikšmė 2147483648 yra per didelė!");
+  EXPECT_EQ(draw(*session, 7, "P-0007").code, kDone) << "numbers can still be typed";
+}
+
+// Counters by user follow the one who made the document, also when it draws its number later.
+TEST(Numbers, ADocumentStaysWithItsMaker) {
+  const auto place = OperPlace::file();
+  const auto maker = place->open();
+  run(maker->db(), "UPDATE oper_group SET an_group_by = 3 WHERE id = 3");
+  run(maker->db(),
+      "INSERT INTO app_user (id, login, name, user_pref, role_id)"
+      " SELECT 9, 'jonas', 'Jonas', 'JJ', role_id FROM app_user WHERE id = 1");
+  offered(*maker);
+  draw(*maker, 1, "P-0001");
+  const int plain = savedId(*maker, {20040115, {}, kPurchases});
+
+  const auto editor = place->open("jonas");
+  EXPECT_EQ(offered(*editor), 1) << "a counter of his own";
+  const RowSetPtr record = loaded(*editor, plain);
+  (*record)["AutoNumber"] = 1.0;
+  (*record)["Number"] = "P-0001";
+  ASSERT_EQ(save(*editor, *record).Code, kDone);
+  EXPECT_EQ((*record)["Number"].Text(), "P-0002");
+  EXPECT_EQ(draw(*editor, 1, "P-0001"), (Drawn{kDone, 1, "P-0001"}));
+  EXPECT_EQ(findingsText(editor->db()), "");
+}
+
 struct KeyCase {
   int groupBy, cycle;
   const char* want;  // of group 3, user 8, kind O0201504, 2004.05.17
@@ -110,6 +173,51 @@ TEST(Numbers, Buckets) {
   }
 }
 
+struct CycleCase {
+  int cycle, last, first;  // days of two neighbouring periods
+};
+const CycleCase kCycles[] = {
+    {0, 20040228, 20040229}, {0, 20041231, 20050101}, {1, 20040229, 20040301},
+    {1, 20041231, 20050101}, {2, 20040331, 20040401}, {2, 20040630, 20040701},
+    {2, 20040930, 20041001}, {2, 20041231, 20050101}, {3, 20041231, 20050101}};
+
+TEST(Numbers, BeginAnewWithEachCycle) {
+  for (const CycleCase& c : kCycles) {
+    SCOPED_TRACE(std::to_string(c.cycle) + " " + std::to_string(c.first));
+    const auto session = memoryBooks();
+    run(session->db(), "UPDATE oper_group SET an_cycle = $1, an_minimal = 20 WHERE id = 3",
+        c.cycle);
+    for (const int day : {c.last, c.first}) {
+      EXPECT_EQ(offered(*session, day), 20);
+      EXPECT_EQ(draw(*session, 20, "P-0020", day), (Drawn{kDone, 20, "P-0020"}));
+      EXPECT_EQ(draw(*session, 20, "P-0020", day), (Drawn{kDone, 21, "P-0021"}));
+    }
+    EXPECT_EQ(offered(*session, c.last), 22) << "an ended period goes on where it stood";
+  }
+}
+
+TEST(Numbers, AreCommonToTheGroupsKindsAndUsersThatTheCounterJoins) {
+  const struct {
+    int groupBy;
+    bool joinsGroups, joinsUsers;
+  } kCases[] = {{0, true, true},   {1, false, true}, {2, true, false},
+                {3, false, false}, {4, true, true},  {5, true, false}};
+  for (const auto& c : kCases) {
+    SCOPED_TRACE(c.groupBy);
+    const NumberRules one{3, false, "AutoNumber", "", "", 1, c.groupBy, 3, 0};
+    NumberRules other = one;
+    other.groupId = 4;
+    const std::string key = bucketKey(one, 8, "O0201500", 20040517);
+    EXPECT_EQ(key == bucketKey(other, 8, "O0201500", 20040517), c.joinsGroups);
+    EXPECT_EQ(key == bucketKey(one, 9, "O0201500", 20040517), c.joinsUsers);
+    EXPECT_EQ(key == bucketKey(one, 8, "O0201504", 20040517), c.groupBy < 4);
+    NumberRules renewed = one;
+    renewed.dayFrom = 20040501;
+    EXPECT_NE(key, bucketKey(renewed, 8, "O0201500", 20040517))
+        << "a new date begins a new counter";
+  }
+}
+
 struct TextCase {
   const char *mask, *prefix, *width;
   int number;
@@ -117,7 +225,11 @@ struct TextCase {
 };
 const TextCase kTexts[] = {{"Date_AutoNumber", "", "0000", 7, "030209-0007"},
                            {"Prefix_UserPrefix_AutoNumber", "A", "00", 123, "A-JJ-123"},
-                           {"AutoNumber", "", "", 5, "5"}};
+                           {"AutoNumber", "", "", 5, "5"},
+                           {"AutoNumber_Prefix", "B", "000", 5, "005-B"},
+                           {"Date", "", "000", 5, "030209"},
+                           {"AutoNumber", "", "ąčę", 12345, "12345"},
+                           {"AutoNumber", "", "ąčę", 1, "001"}};
 
 TEST(Numbers, Texts) {
   for (const TextCase& c : kTexts) {
