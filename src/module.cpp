@@ -12,6 +12,7 @@
 #include "accounts/lock_forms.h"
 #include "currency/currency_forms.h"
 #include "debts/debt_selection.h"
+#include "debts/cover_forms.h"
 #include "framework/module_header.h"
 #include "framework/object_contract.h"
 #include "operations/UI0201400.h"
@@ -43,6 +44,7 @@ OperationTablesPtr fillTables() {
   registerSelectionForms(tables->forms);
   registerTemplateForms(tables->forms);
   registerPaymentForms(tables->forms);
+  registerCoverForms(tables->forms);
   return tables;
 }
 

@@ -1,6 +1,5 @@
 #include "currency/exchange_side_box.h"
 
-#include "framework/conversions.h"
 #include "operations/screen/account_combo.h"
 
 namespace tolvex {
@@ -11,10 +10,6 @@ std::string named(const char* stem, int sign) {
 }
 
 }  // namespace
-
-void checkAccountOnLeave(ui::ComboBox& box, const ParamDictionary& accounts) {
-  if (!box.text().empty()) CheckAccountBox(box, accounts, true, false);
-}
 
 ExchangeSideBox::ExchangeSideBox(ui::Form* form, int sign, ExchangeBooks& books)
     : fraSide(form, named("fraSide", sign), sign == 1 ? "Debetas" : "Kreditas"),

@@ -44,8 +44,4 @@ class ExchangeSideBox {
   NumberBox rate_, sum_;
 };
 
-// Leaving a box whose text is no account is told, and the focus goes back; an empty box may be
-// left.
-void checkAccountOnLeave(ui::ComboBox& box, const ParamDictionary& accounts);
-
 }  // namespace tolvex

@@ -37,4 +37,8 @@ void showAccount(ui::ComboBox& box, std::string_view account) {
 
 std::string accountIn(const ui::ComboBox& box) { return AccountCodeOf(trim(box.text())); }
 
+void checkAccountOnLeave(ui::ComboBox& box, const ParamDictionary& accounts) {
+  if (!box.text().empty()) CheckAccountBox(box, accounts, true, false);
+}
+
 }  // namespace tolvex

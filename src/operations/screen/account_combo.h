@@ -19,4 +19,8 @@ void fillAccounts(ui::ComboBox& box, const ParamDictionary& accounts);
 void showAccount(ui::ComboBox& box, std::string_view account);
 std::string accountIn(const ui::ComboBox& box);
 
+// Leaving a box whose text is no account is told, and the focus goes back; an empty box may be
+// left.
+void checkAccountOnLeave(ui::ComboBox& box, const ParamDictionary& accounts);
+
 }  // namespace tolvex

@@ -24,6 +24,7 @@ std::vector<std::string> RateBook::codes() const {
 }
 
 std::optional<double> RateBook::rate(std::string_view code) const {
+  if (const Variant* typed = byHand_.Find(code)) return typed->AsDouble();
   const Variant* found = rates_ ? rates_->Find(code) : nullptr;
   if (!found || !found->IsNumber() || found->AsDouble() <= 0) return std::nullopt;
   return found->AsDouble();

@@ -30,8 +30,12 @@ class RateBook {
   // has then. A refusal of the store is returned and leaves the book as it was.
   MethodResult keep(HostContext& host, std::string_view code, double rate);
 
+  // A rate typed by hand goes before that of any day, for as long as the book lives.
+  void setByHand(std::string_view code, double rate) { byHand_.SetItem(code, rate); }
+
  private:
   DictionaryPtr rates_;
+  ParamDictionary byHand_;
   DateTime day_;
 };
 

@@ -1,0 +1,60 @@
+// One side of the debts cover: the account and side its debts lie on, the addressee, the sum, and
+// the list of debts to tick.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "debts/cover_posting.h"
+#include "debts/debt_list.h"
+#include "framework/param_dictionary.h"
+#include "operations/screen/number_box.h"
+#include "platform/form.h"
+
+namespace tolvex {
+
+class CoverSideBox {
+ public:
+  // `letter` ends the names of its controls, `list` names its list.
+  CoverSideBox(ui::Form* form, char letter, const char* list, const char* caption);
+
+  void offerAccounts(const ParamDictionary& accounts);  // they outlive the box
+  void showAddressee(std::string_view reference, std::string_view text);
+  const std::string& addressee() const { return txtAddr.tag; }
+  std::string account() const;
+  bool onCredit() const { return optCred.on(); }
+  void chooseSide(bool credit);
+
+  // Reads the open debts at the date; false when the store refused, which has been shown.
+  bool read(VXObjectUIO& operation, DateTime date);
+  // Brings what was read to the rates and fills the list anew; a typed sum is spent on it.
+  void fill(const RateOf& rateOf, const InfluenceAccounts& accounts);
+  void clear();  // the list and the sum
+  CoverParty party() const;
+  void showSum();
+
+  std::function<void()> onChange;                      // what the list was read by has changed
+  std::function<void()> onTicks;                       // something was ticked or released
+  std::function<void(const std::string&)> onComplain;  // why a tick was taken back
+  std::function<void()> onSide, onPick;
+
+  ui::Panel fraSide;
+  ui::ComboBox cmbAcc;
+  ui::OptionButton optDeb, optCred;
+  ui::TextBox txtAddr;
+  ui::Button cmdAddr, cmdCleanAddr;
+  ui::TextBox txtSum;
+  ui::Label lblCurrCode;
+  ui::ListView lvw;
+  ui::Button optAll, optDrop;
+  DebtList list;
+
+ private:
+  void wire();
+  NumberBox sum_;
+  double typedLt_ = 0;
+  std::vector<Debt> debts_;
+};
+
+}  // namespace tolvex

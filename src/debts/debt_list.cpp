@@ -1,0 +1,177 @@
+#include "debts/debt_list.h"
+
+#include <algorithm>
+
+#include "framework/conversions.h"
+#include "framework/rounding.h"
+
+namespace tolvex {
+namespace {
+
+constexpr const char* kBlank = " ";
+
+std::string rateText(double rate, const NumberFormat& format) {
+  return rate > 0 ? shortNumber(rate, format) : kBlank;
+}
+
+}  // namespace
+
+DebtList::DebtList(ui::ListView& view, NumberFormat format)
+    : view_(view), format_(std::move(format)) {
+  view_.checkBoxes = true;
+}
+
+std::vector<ui::Column> DebtList::columns() {
+  using ui::Align;
+  return {{"Data", 10, Align::Left, false, "Data"},
+          {"Nr", 24, Align::Left, true, "Nr"},
+          {"Likutis, Lt", 13, Align::Right, false, "LikutisLt"},
+          {"Likutis valiuta", 13, Align::Right, false, "LikutisCurr"},
+          {"Valiuta", 7, Align::Left, false, "LikutisCurrCode"},
+          {"Apm., Lt", 13, Align::Right, false, "PaymentLt"},
+          {"Apm. valiuta", 13, Align::Right, false, "PaymentSumCurr"},
+          {"Valiuta", 7, Align::Left, false, "PaymentCurrCode"},
+          {"Kursas", 10, Align::Right, false, "PaymentCurrRate"},
+          {"Kurso įtaka", 11, Align::Right, false, "InfluenceSum"}};
+}
+
+ui::Row DebtList::shown(const DebtRow& row) const {
+  const auto sum = [&](double value) { return ui::Cell(FormatSum(value, format_)); };
+  const auto tagged = [](std::string text, std::string tag) {
+    ui::Cell cell(std::move(text));
+    cell.tag = std::move(tag);
+    return cell;
+  };
+  ui::Row out;
+  out.tag = row.debt.OIDR;
+  out.checked = row.ticked;
+  out.hint = row.debt.AddrName;
+  if (leavesCurrency(row)) {
+    out.mark = ui::Mark::Bad;
+    out.hint = "Litais visa valiutos suma nepadengiama: lieka " +
+               FormatSum(row.LikutisCurr, format_) + " " + row.LikutisCurrCode;
+  }
+  out.cells = {tagged(row.debt.DateD.Text(), row.debt.OIDR),
+               tagged(row.debt.Number + " " + row.debt.Comment, row.debt.Number),
+               sum(row.LikutisLt),
+               sum(row.LikutisCurr),
+               tagged(row.LikutisCurr != 0 ? row.LikutisCurrCode : kBlank, row.LikutisCurrCode),
+               sum(row.PaymentLt),
+               sum(row.PaymentSumCurr),
+               row.PaymentSumCurr > 0 ? row.LikutisCurrCode : kBlank,
+               rateText(row.PaymentCurrRate, format_),
+               tagged(FormatSum(row.influence(), format_), FormatSum(row.InfluenceSum, format_))};
+  return out;
+}
+
+void DebtList::show(std::vector<DebtRow> rows) {
+  rows_ = std::move(rows);
+  recount();
+  std::vector<ui::Row> lines;
+  lines.reserve(rows_.size());
+  for (const DebtRow& row : rows_) lines.push_back(shown(row));
+  view_.setRows(std::move(lines));
+  view_.current = rows_.empty() ? -1 : 0;
+}
+
+const DebtRow* DebtList::current() const {
+  const int index = view_.current;
+  return index >= 0 && index < static_cast<int>(rows_.size())
+             ? &rows_[static_cast<std::size_t>(index)]
+             : nullptr;
+}
+
+double DebtList::tickedLt() const { return tickedLt_; }
+
+void DebtList::recount() {
+  tickedLt_ = 0;
+  for (const DebtRow& row : rows_)
+    if (row.ticked) tickedLt_ = roundHalfEven(tickedLt_ + row.PaymentLt, 2);
+}
+
+void DebtList::redraw(int index) {
+  const auto at = static_cast<std::size_t>(index);
+  view_.edit()[at] = shown(rows_[at]);
+}
+
+std::string DebtList::tick(DebtRow& row, std::set<std::string>& toldCodes) {
+  const DebtCheck check = CheckDebtRow(row, toldCodes);
+  if (check.code != DebtCheck::Good) return check.message;
+  double left = 0;
+  if (limitLt_ > 0) {
+    left = roundHalfEven(limitLt_ - tickedLt_, 2);
+    if (left <= 0) return {};  // a spent sum is not "all"
+  }
+  const Covered covered = ApplyCover(row, {}, left);
+  tickedLt_ = roundHalfEven(tickedLt_ + row.PaymentLt, 2);
+  return covered.message;
+}
+
+std::string DebtList::takeTick() {
+  if (!current()) return {};
+  const int index = view_.current;
+  DebtRow& row = rows_[static_cast<std::size_t>(index)];
+  const bool wanted = view_.currentRow()->checked;
+  std::string message;
+  if (wanted && !row.ticked) {
+    std::set<std::string> toldCodes;
+    message = tick(row, toldCodes);
+  } else if (!wanted && row.ticked) {
+    ReleaseCover(row);
+    recount();
+  }
+  redraw(index);
+  return message;
+}
+
+std::vector<std::string> DebtList::tickAll() {
+  std::vector<std::string> messages;
+  std::set<std::string> toldCodes;
+  for (DebtRow& row : rows_) {
+    if (row.ticked) continue;
+    if (std::string message = tick(row, toldCodes); !message.empty()) {
+      messages.push_back(std::move(message));
+    }
+  }
+  const int place = view_.current;
+  show(std::move(rows_));
+  view_.current = place;
+  return messages;
+}
+
+void DebtList::releaseAll() {
+  for (DebtRow& row : rows_)
+    if (row.ticked) ReleaseCover(row);
+  const int place = view_.current;
+  show(std::move(rows_));
+  view_.current = place;
+}
+
+std::string DebtList::coverCurrent(double lt, double curr) {
+  if (!current()) return {};
+  const int index = view_.current;
+  DebtRow& row = rows_[static_cast<std::size_t>(index)];
+  std::set<std::string> toldCodes;
+  const DebtCheck check = CheckDebtRow(row, toldCodes);
+  if (check.code == DebtCheck::NoRate) return check.message;
+  ReleaseCover(row);
+  const Covered covered = ApplyCover(row, {}, lt, curr);
+  recount();
+  redraw(index);
+  return covered.message;
+}
+
+void DebtList::coverCurrentExactly() {
+  if (!current()) return;
+  const int index = view_.current;
+  (void)coverExactly(rows_[static_cast<std::size_t>(index)], {});
+  recount();
+  redraw(index);
+}
+
+const DebtRow* DebtList::leftOver() const {
+  const auto found = std::ranges::find_if(rows_, leavesCurrency);
+  return found == rows_.end() ? nullptr : &*found;
+}
+
+}  // namespace tolvex

@@ -1,0 +1,36 @@
+// frmCoverSum: how much of one debt is covered, in litas or in the debt's own currency.
+//
+// The sum of one follows from the other; a currency sum that was typed is covered exactly.
+#pragma once
+
+#include "debts/debt_rows.h"
+#include "operations/screen/number_box.h"
+#include "platform/form.h"
+
+namespace tolvex {
+
+class frmCoverSum final : public ui::Form {
+ public:
+  frmCoverSum(HostContext& host, const DebtRow& row);
+  const char* picture() const override;
+  void opened() override;
+
+  bool accepted = false;
+  double lt() const { return lt_.value(); }
+  double curr() const;  // 0 when it only follows from the litas
+
+  ui::Label lblDebt{this, "lblDebt"};
+  ui::TextBox txtSumLt{this, "txtSumLt", "Suma, Lt", 13};
+  ui::TextBox txtSumCurr{this, "txtSumCurr", "Suma valiuta", 13};
+  ui::Button cmdAll{this, "cmdAll", "Visa skola"};
+  ui::Button cmdCancel{this, "cmdCancel", "Atšaukti"};
+  ui::Button cmdOK{this, "cmdOK", "Gerai", ui::Role::Primary};
+
+ private:
+  void refresh();
+  DebtRow row_;  // released: with its full rests
+  bool bySumCurr_ = false;
+  NumberBox lt_, curr_;
+};
+
+}  // namespace tolvex

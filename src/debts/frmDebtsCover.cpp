@@ -1,0 +1,484 @@
+#include "debts/frmDebtsCover.h"
+
+#include <algorithm>
+
+#include "debts/frmCoverSum.h"
+#include "debts/setoff_act.h"
+#include "framework/conversions.h"
+#include "framework/parameters.h"
+#include "framework/references.h"
+#include "framework/text.h"
+#include "operations/UIO0201500.h"
+#include "operations/screen/account_combo.h"
+#include "operations/screen/addressee_pick.h"
+#include "platform/save_outcome.h"
+
+namespace tolvex {
+namespace {
+
+constexpr const char* kVariantsKey = "DebtsCoverParameters";
+constexpr std::string_view kDoneMark = "*** ", kBetween = " - ";
+constexpr const char* kFirms = "O0000100";
+constexpr const char* kPersons = "O0001402";
+constexpr const char* kPersonnel = "O0001401";
+constexpr const char* kNoAccount = "Neužduota sąskaita !";
+constexpr const char* kSavedAlready = "Toks variantas jau išsaugotas !";
+
+std::string variantPart(std::string_view account, bool credit) {
+  return std::string(account) + (credit ? " K" : " D");
+}
+
+void tellWith(HostContext& host, std::string text, Icon icon) {
+  Message box;
+  box.text = std::move(text);
+  box.icon = icon;
+  show(host, box);
+}
+
+FirmRecord clientOf(HostContext& host, const std::string& reference, const std::string& name) {
+  FirmRecord client;
+  client.name = name;
+  if (!isRef(reference)) return client;
+  const auto object = host.objects().open(reference);
+  if (!object) return client;
+  FieldList& fields = object->Fields();
+  const auto text = [&](const char* column) {
+    return fields.contains(column) ? std::string(fields[column].Text()) : std::string();
+  };
+  client.code = text("Code");
+  client.phone = text("Phone");
+  client.fax = text("Fax");
+  return client;
+}
+
+}  // namespace
+
+frmDebtsCover::frmDebtsCover(const OperationToolRequest& request)
+    : Form(request.host, "frmDebtsCover"),
+      operation_(request.operation),
+      link_(request.link),
+      variants_(request.host, kOperationKind, kVariantsKey),
+      kind_(kFirms) {
+  setTitle("Skolų dengimas");
+  cmdExit.isCancel = true;
+  cmdOK.isDefault = true;
+  cmdGo.shortcut = "F5";
+  cmdPrint.shortcut = "Ctrl+P";
+  cmdVariants.menu = &menuVariants;
+  cmdFirms.menu = lblFirms.menu = &menuFirms;
+  wire();
+}
+
+const char* frmDebtsCover::picture() const {
+  return R"(
+cmbVariants cmdVariants | optMutual | optSuppliers | optBuyers | >>
+dtpDate | optDateByBROper | optDateByCoveredOperations | >>
+lblFirms | cmbAddr> cmdFirms | cmdGo
+[fraSideC]
+  cmbAccC | optDebC | optCredC | txtAddrC> cmdAddrC cmdCleanAddrC | txtSumC lblCurrCodeC
+  lvwBRPrimary>
+  optAllC | optDropC | >>
+[fraSideD]
+  cmbAccD | optDebD | optCredD | txtAddrD> cmdAddrD cmdCleanAddrD | txtSumD lblCurrCodeD
+  lvwBRSecondary>
+  optAllD | optDropD | >>
+lblStatus> | cmdPrint | cmdExit | cmdOK
+)";
+}
+
+void frmDebtsCover::wire() {
+  wireSide(primary, secondary);
+  wireSide(secondary, primary);
+  dtpDate.onChange = [this] { dateChanged(); };
+  cmbVariants.onChange = [this] { chooseVariant(); };
+  for (ui::OptionButton* use : {&optMutual, &optSuppliers, &optBuyers})
+    use->onChange = [this] { useChosen(); };
+  cmdVariants.onClick = [this] { popup(menuVariants, cmdVariants); };
+  cmdFirms.onClick = [this] { popup(menuFirms, cmdFirms); };
+  menuVariants.onPopup = [this] { mnuDeleteVariant.enabled = cmbVariants.index >= 0; };
+  mnuAddVariant.onClick = [this] { addVariant(); };
+  mnuDeleteVariant.onClick = [this] { deleteVariant(); };
+  mnuFirm.onClick = [this] { chooseKind(kFirms, mnuFirm.caption); };
+  mnuPerson.onClick = [this] { chooseKind(kPersons, mnuPerson.caption); };
+  mnuPersonal.onClick = [this] { chooseKind(kPersonnel, mnuPersonal.caption); };
+  cmbAddr.onChange = [this] { chooseFirm(); };
+  cmdGo.onClick = [this] { go(); };
+  mnuInput.onPopup = [this] { prepareMenu(); };
+  mnuSum.onClick = [this] { enterSum(); };
+  mnuExact.onClick = [this] {
+    clickedSide().list.coverCurrentExactly();
+    clickedSide().showSum();
+    refresh();
+  };
+  mnuRates.onClick = [this] { enterRate(); };
+  cmdPrint.onClick = [this] { printAct(); };
+  cmdOK.onClick = [this] { save(); };
+  cmdExit.onClick = [this] { close(); };
+}
+
+void frmDebtsCover::wireSide(CoverSideBox& side, CoverSideBox& other) {
+  side.onChange = [this] { clearLists(); };
+  // The lists always oppose each other.
+  side.onSide = [this, &side, &other] {
+    other.chooseSide(!side.onCredit());
+    clearLists();
+  };
+  side.onPick = [this, &side] { pickAddressees(side); };
+  side.onTicks = [this] { refresh(); };
+  side.onComplain = [this](const std::string& message) { tell(message); };
+  side.lvw.menu = &mnuInput;
+  side.lvw.onActivate = [this] { enterSum(); };
+}
+
+// --- opening ----------------------------------------------------------------------------------
+
+void frmDebtsCover::opened() {
+  dtpDate.value = host().clock().today();
+  optDateByBROper.choose();
+  optMutual.choose();
+  primary.chooseSide(true);
+  secondary.chooseSide(false);
+  const MethodResult read = operation_->Properties("AccountList", "");
+  if (read.Value.IsDictionary()) plan_ = *read.Value.AsDictionary();
+  for (CoverSideBox* side : {&primary, &secondary}) {
+    side->offerAccounts(plan_);
+    side->showAddressee({}, {});
+  }
+  accounts_ = markedInfluenceAccounts(host());
+  showVariants();
+  loadRates();
+  refresh();
+  setFocus(cmbVariants.items().empty() ? static_cast<ui::Control&>(primary.cmbAcc) : cmbVariants);
+}
+
+void frmDebtsCover::loadRates() {
+  if (dtpDate.value()) rates_.load(*operation_, *dtpDate.value());
+}
+
+double frmDebtsCover::rateOf(std::string_view code) const { return rates_.rate(code).value_or(0); }
+
+// Debts to suppliers and of buyers are covered by what was paid ahead on the same account.
+void frmDebtsCover::useChosen() {
+  const bool onCredit = !optBuyers.on();
+  primary.chooseSide(onCredit);
+  secondary.chooseSide(!onCredit);
+  if (!optMutual.on()) showAccount(secondary.cmbAcc, primary.account());
+  clearLists();
+}
+
+// --- variants ---------------------------------------------------------------------------------
+
+void frmDebtsCover::showVariants() {
+  const std::string chosen = cmbVariants.text();
+  cmbVariants.setTexts(variants_.texts());
+  cmbVariants.index = cmbVariants.find(chosen);
+}
+
+void frmDebtsCover::chooseVariant() {
+  const std::string text = cmbVariants.text();
+  const std::size_t between = text.find(kBetween);
+  if (between == std::string::npos) return;
+  const std::string first = text.substr(0, between),
+                    second = text.substr(between + kBetween.size());
+  const bool firstOnDebit = first.ends_with(" D");
+  primary.chooseSide(!firstOnDebit);
+  secondary.chooseSide(firstOnDebit);
+  showAccount(primary.cmbAcc, AccountCodeOf(first));
+  showAccount(secondary.cmbAcc, AccountCodeOf(second));
+  clearLists();
+  readFirms();
+}
+
+void frmDebtsCover::addVariant() {
+  if (!accountsGiven()) return;
+  const std::string text = variantPart(primary.account(), primary.onCredit()) +
+                           std::string(kBetween) +
+                           variantPart(secondary.account(), secondary.onCredit());
+  if (!variants_.add(text)) return warn(host(), kSavedAlready);
+  showVariants();
+  cmbVariants.index = cmbVariants.find(text);
+}
+
+void frmDebtsCover::deleteVariant() {
+  variants_.remove(cmbVariants.text());
+  showVariants();
+}
+
+// --- addressees -------------------------------------------------------------------------------
+
+void frmDebtsCover::chooseKind(const std::string& kind, const std::string& name) {
+  kind_ = kind;
+  lblFirms.caption = name;
+  for (CoverSideBox* side : {&primary, &secondary})
+    if (!isRef(side->addressee())) side->showAddressee(kind, name);
+  clearLists();
+  readFirms();
+}
+
+// The addressees with open items on both accounts, by name.
+void frmDebtsCover::readFirms() {
+  if (primary.account().empty() || secondary.account().empty() || !dtpDate.value()) return;
+  const auto direction = [](const CoverSideBox& side) { return side.onCredit() ? -1 : 1; };
+  const std::string by = Parameters()
+                             .text(primary.account())
+                             .number(direction(primary))
+                             .text(secondary.account())
+                             .number(direction(secondary))
+                             .text(kind_)
+                             .date(*dtpDate.value())
+                             .str();
+  if (by == firmsAskedBy_) return;
+  firms_.clear();
+  const MethodResult read = operation_->Properties("CoverFirms", by);
+  firmsAskedBy_ = read.Code == kDone ? by : std::string();
+  if (read.Code == kDone && read.Value.IsRows()) {
+    ForEachRow(*read.Value.AsRows(), [&](RowSet& row) {
+      firms_.emplace_back(row["FOIDR"].Text(), row["ShowString"].Text());
+    });
+  }
+  showFirms();
+}
+
+void frmDebtsCover::showFirms() {
+  const std::string chosen = cmbAddr.key();
+  std::vector<ui::ComboBox::Item> items;
+  items.reserve(firms_.size());
+  for (const auto& [reference, name] : firms_) {
+    const std::string mark(done_.contains(reference) ? kDoneMark : "");
+    items.push_back({mark + name, reference});
+  }
+  cmbAddr.items = std::move(items);
+  cmbAddr.index = chosen.empty() ? -1 : cmbAddr.findKey(chosen);
+}
+
+void frmDebtsCover::chooseFirm() {
+  if (cmbAddr.index < 0) return;
+  const auto& [reference, name] = firms_[static_cast<std::size_t>(cmbAddr.index())];
+  for (CoverSideBox* side : {&primary, &secondary}) side->showAddressee(reference, name);
+  go();
+}
+
+void frmDebtsCover::pickAddressees(CoverSideBox& side) {
+  const auto picked =
+      pickAddressee(host(), *operation_, {kFirms, kPersons, kPersonnel}, side.addressee());
+  if (!picked) return;
+  side.showAddressee(picked->reference, picked->showString);
+  clearLists();
+}
+
+// The one after the covered one that is not covered yet, else the first such.
+void frmDebtsCover::nextAddressee() {
+  for (const CoverSideBox* side : {&primary, &secondary})
+    if (isRef(side->addressee())) done_.insert(side->addressee());
+  const std::size_t count = firms_.size();
+  const int current = cmbAddr.index;
+  const std::size_t start = current < 0 ? 0 : static_cast<std::size_t>(current) + 1;
+  showFirms();
+  std::pair<std::string, std::string> next;
+  for (std::size_t i = 0; i < count && next.first.empty(); ++i) {
+    const std::size_t at = (start + i) % count;
+    if (done_.contains(firms_[at].first)) continue;
+    next = firms_[at];
+    cmbAddr.index = static_cast<int>(at);
+  }
+  if (next.first.empty()) cmbAddr.index = -1;
+  for (CoverSideBox* side : {&primary, &secondary}) side->showAddressee(next.first, next.second);
+}
+
+// --- lists ------------------------------------------------------------------------------------
+
+bool frmDebtsCover::accountsGiven() {
+  for (CoverSideBox* side : {&primary, &secondary}) {
+    if (!side->account().empty()) continue;
+    warn(host(), kNoAccount);
+    setFocus(side->cmbAcc);
+    return false;
+  }
+  return true;
+}
+
+void frmDebtsCover::go() {
+  if (!dtpDate.value() || !accountsGiven()) return;
+  {
+    const ui::BusyScope busy(*this, primary.fraSide);
+    host().pump().progress("Vyksta duomenų paruošimas ...", 0);
+    for (CoverSideBox* side : {&primary, &secondary})
+      if (!side->read(*operation_, *dtpDate.value())) return;
+    host().pump().progress("Vyksta lentelės užpildymas ...", 0.5);
+    filled_ = true;
+    refill();
+  }
+  readFirms();
+  setFocus(primary.lvw);
+}
+
+void frmDebtsCover::refill() {
+  const RateOf rates = [this](std::string_view code) { return rateOf(code); };
+  for (CoverSideBox* side : {&primary, &secondary}) side->fill(rates, accounts_);
+  refresh();
+}
+
+void frmDebtsCover::clearLists() {
+  filled_ = false;
+  for (CoverSideBox* side : {&primary, &secondary}) side->clear();
+  refresh();
+}
+
+void frmDebtsCover::dateChanged() {
+  loadRates();
+  if (filled_) return go();
+  readFirms();
+}
+
+void frmDebtsCover::tell(const std::string& message) { tellWith(host(), message, Icon::Info); }
+
+// What both sides come to, or the rest that litas cannot cover.
+void frmDebtsCover::refresh() {
+  const double first = primary.list.tickedLt(), second = secondary.list.tickedLt();
+  cmdOK.enabled = first > 0 && second > 0;
+  cmdPrint.enabled = first > 0 || second > 0;
+  for (const CoverSideBox* side : {&primary, &secondary}) {
+    const DebtRow* row = side->list.leftOver();
+    if (!row) continue;
+    lblStatus.caption = "Litais nepadengta " + FormatSum(row->LikutisCurr, host().numbers()) + " " +
+                        row->LikutisCurrCode + " (" + row->debt.Number + "): eilutės meniu „" +
+                        mnuExact.caption() + "“";
+    return;
+  }
+  if (first == second) {
+    lblStatus.caption = std::string();
+  } else {
+    lblStatus.caption =
+        "Liks nesudengta: " + formatNumber(std::abs(first - second), 2, host().numbers()) + " Lt";
+  }
+}
+
+// --- one row ----------------------------------------------------------------------------------
+
+CoverSideBox& frmDebtsCover::clickedSide() {
+  return focus() == &secondary.lvw ? secondary : primary;
+}
+
+void frmDebtsCover::prepareMenu() {
+  const DebtRow* row = clickedSide().list.current();
+  mnuSum.enabled = row && (row->LikutisLt > 0 || row->ticked);
+  mnuExact.enabled = row && leavesCurrency(*row);
+  const bool inCurrency = row && isCurrency(row->LikutisCurrCode);
+  mnuRates.enabled = inCurrency;
+  mnuSum.caption = inCurrency ? row->LikutisCurrCode + "   sumos įvedimas" : "Sumos įvedimas";
+  mnuRates.caption = inCurrency ? row->LikutisCurrCode + "   kurso įvedimas" : "Kurso įvedimas";
+  if (row && !mnuSum.enabled) lblStatus.caption = "Nėra skolos !";
+}
+
+void frmDebtsCover::enterSum() {
+  CoverSideBox& side = clickedSide();
+  const DebtRow* row = side.list.current();
+  if (!row) return;
+  if (row->LikutisLt <= 0 && !row->ticked) {
+    lblStatus.caption = "Nėra skolos !";
+    return;
+  }
+  std::set<std::string> toldCodes;
+  if (const DebtCheck check = CheckDebtRow(*row, toldCodes); check.code == DebtCheck::NoRate) {
+    return tell(check.message);
+  }
+  frmCoverSum dialog(host(), *row);
+  host().screens().runModal(dialog);
+  if (!dialog.accepted) return;
+  const std::string message = side.list.coverCurrent(dialog.lt(), dialog.curr());
+  side.showSum();
+  refresh();
+  if (!message.empty()) tell(message);
+}
+
+// A rate by hand serves this sitting only; the rates of the day stay as they are stored.
+void frmDebtsCover::enterRate() {
+  const DebtRow* row = clickedSide().list.current();
+  if (!row || !isCurrency(row->LikutisCurrCode)) return;
+  const std::string code = row->LikutisCurrCode;
+  const double before = rateOf(code);
+  const auto typed =
+      host().dialogs().input(code + " kursas, Lt:", "Kurso įvedimas",
+                             before > 0 ? shortNumber(before, host().numbers()) : "");
+  if (!typed) return;
+  const double rate = TextToDouble(*typed);
+  if (rate <= 0) return warn(host(), "Klaidingas valiutos kursas !");
+  if (rate == before) return;
+  rates_.setByHand(code, rate);
+  refill();
+}
+
+// --- result -----------------------------------------------------------------------------------
+
+CoverPosting frmDebtsCover::posting() const {
+  return {primary.party(), secondary.party(), accounts_, dtpDate.value().value_or(DateTime()),
+          optDateByCoveredOperations.on()};
+}
+
+bool frmDebtsCover::mayPost() {
+  if (!dtpDate.value() || !accountsGiven()) return false;
+  if (pairs_.contains(primary.addressee() + "|" + secondary.addressee())) {
+    warn(host(), kSavedAlready);
+    return false;
+  }
+  if (!optDateByCoveredOperations.on()) return true;
+  for (const CoverSideBox* side : {&primary, &secondary}) {
+    for (const DebtRow& row : side->list.rows()) {
+      if (!row.ticked || row.influence() == 0) continue;
+      tellWith(host(),
+               "Parinkite dengimo datos nustatymą pagal operacijos datą." +
+                   std::string(kLineBreak) +
+                   "Valiutos kurso keitimo įtaka nustatoma operacijos datai!",
+               Icon::Stop);
+      return false;
+    }
+  }
+  return true;
+}
+
+void frmDebtsCover::save() {
+  if (!mayPost() || !post()) return;
+  pairs_.insert(primary.addressee() + "|" + secondary.addressee());
+  pairs_.insert(secondary.addressee() + "|" + primary.addressee());
+  cmdExit.caption = "Užbaigti";
+  dtpDate.enabled = false;
+  clearLists();
+  nextAddressee();
+  setFocus(cmdGo);
+}
+
+bool frmDebtsCover::post() {
+  const bool first = pairs_.empty();
+  const std::string comment = coverComment(header()["Comment"].Text(), first,
+                                           primary.txtAddr.text(), secondary.txtAddr.text());
+  header()["Comment"] = comment;
+  link_.setComment(comment);
+  if (first) {
+    header()["DateD"] = *dtpDate.value();
+    link_.setDate(*dtpDate.value());
+  }
+  MethodResult result;
+  {
+    const ui::BusyScope busy(*this, primary.fraSide);
+    result = PostCover(*operation_, posting());
+  }
+  link_.refreshEntries();
+  if (result.Code == kDone) return true;
+  result.Text += std::string(kLineBreak) + std::string(kLineBreak) +
+                 "Iki tol padaryti įrašai liko operacijoje.";
+  showFailure(host(), result);
+  return false;
+}
+
+void frmDebtsCover::printAct() {
+  const std::string& reference =
+      isRef(primary.addressee()) ? primary.addressee() : secondary.addressee();
+  const std::string& name =
+      isRef(primary.addressee()) ? primary.txtAddr.text() : secondary.txtAddr.text();
+  const SetOffAct act{host().workplace().firm(), clientOf(host(), reference, name),
+                      dtpDate.value().value_or(host().clock().today()), primary.party(),
+                      secondary.party()};
+  host().reports().show(setOffAct(act, host().numbers()), true);
+}
+
+}  // namespace tolvex

@@ -1,0 +1,161 @@
+#include "debts/cover_posting.h"
+
+#include "framework/rounding.h"
+#include "framework/text.h"
+#include "tests/operations/operation_world.h"
+
+namespace tolvex::test {
+namespace {
+
+const InfluenceAccounts kAccounts{"500", "6001"};
+const DateTime kDay = DateTime::Of(2004, 3, 31);
+
+// A ticked row as a cover in litas leaves it.
+DebtRow row(int number, int sign, double bookedLt, double curr = 0, const char* code = "   ",
+            double rate = 0, double sum = 0) {
+  Debt debt;
+  debt.OIDR = "O0201500" + std::to_string(number);
+  debt.DateD = DateTime::Of(2004, 1, static_cast<unsigned>(number));
+  debt.Number = "N" + std::to_string(number);
+  debt.InfluenceSign = sign;
+  debt.LikutisLt = bookedLt;
+  debt.LikutisCurr = curr;
+  debt.FCurrencyCode = code;
+  std::vector<Debt> debts{debt};
+  ComputeInfluence(debts, [&](std::string_view) { return rate; });
+  DebtRow made = FillDebtList(debts, kAccounts, {}, 0).at(0);
+  (void)ApplyCover(made, {}, sum);
+  return made;
+}
+
+class CoverPostingTest : public OperationWorld {
+ protected:
+  CoverPostingTest() {
+    host.store().serve("GetBRPropertiesByAcc",
+                       table({{"FOIDR", FieldType::Text}, {"ShowString", FieldType::Text}},
+                             {{"O00001001", "UAB A"}}));
+  }
+  MethodResult post(const std::vector<DebtRow>& primary, const std::vector<DebtRow>& secondary,
+                    bool primaryOnCredit = true, bool dateOfDebts = false) {
+    const int sign = primaryOnCredit ? 1 : -1;
+    return PostCover(*operation, {{"450", "O00001001", sign, &primary},
+                                  {"240", "O00001001", -sign, &secondary},
+                                  kAccounts,
+                                  kDay,
+                                  dateOfDebts});
+  }
+  // "450-240 100 (1 USD 2.7 37.04): 1 O02015001, -1 O02015002; ", an entry a line. The addressees,
+  // the same everywhere, are left out.
+  std::string entries() {
+    std::string text;
+    ForEachRow(*BR().Clone(), [&](RowSet& entry) {
+      text += std::string(entry["AccountD"].Text()) + "-" + std::string(entry["AccountC"].Text()) +
+              " " + plainNumber(entry["SumA"].Number());
+      ForEachRow(*entry["BRCurrency"].Rows(), [&](RowSet& side) {
+        text += " (" + plainNumber(side["Sign"].Number()) + " " +
+                std::string(side["FCurrencyCode"].Text()) + " " +
+                plainNumber(side["RateCurr"].Number()) + " " +
+                plainNumber(side["SumCurr"].Number()) + ")";
+      });
+      text += ":";
+      ForEachRow(*entry["BRProperties"].Rows(), [&](RowSet& pointer) {
+        if (!pointer["FOIDR"].Text().starts_with("O0201500")) return;
+        text += " " + plainNumber(pointer["Sign"].Number()) + "/" +
+                std::string(pointer["FOIDR"].Text().substr(8));
+      });
+      text += "\n";
+    });
+    return text;
+  }
+};
+
+TEST_F(CoverPostingTest, RowsAreSetOffInTheirOrder) {
+  const std::vector<DebtRow> credit{row(1, 1, 100), row(2, 1, 70)};
+  const std::vector<DebtRow> debit{row(3, -1, 30), row(4, -1, 140)};
+  EXPECT_EQ(post(credit, debit).Code, kDone);
+  EXPECT_EQ(entries(),
+            "450-240 30: 1/1 -1/3\n"
+            "450-240 70: 1/1 -1/4\n"
+            "450-240 70: 1/2 -1/4\n");
+  EXPECT_EQ(BR()["DateD"].Value().Show(), "2004.03.31");
+}
+
+TEST_F(CoverPostingTest, AnItemOnTheDebitIsClosedByACredit) {
+  EXPECT_EQ(post({row(1, -1, 100)}, {row(2, 1, 40)}, false, true).Code, kDone);
+  EXPECT_EQ(entries(), "240-450 40: -1/1 1/2\n");
+  EXPECT_EQ(BR()["DateD"].Value().Show(), "2004.01.02") << "the later of both debts";
+}
+
+TEST_F(CoverPostingTest, DifferencesStandOnTheSideOfTheDebt) {
+  // Owed 2800 and worth 2700: a gain on the side of the payment. The claim lost 5 of 275.
+  EXPECT_EQ(post({row(1, 1, 2800, 1000, "USD", 2.7)}, {row(2, -1, 275, 100, "EUR", 2.7)}).Code,
+            kDone);
+  EXPECT_EQ(entries(),
+            "450-500 100: 1/1 -1/1\n"
+            "6001-240 5: -1/2 1/2\n"
+            "450-240 270 (-1 EUR 2.7 100) (1 USD 2.7 100): 1/1 -1/2\n");
+}
+
+TEST_F(CoverPostingTest, ALossOnTheCreditPointsFromTheOtherSide) {
+  EXPECT_EQ(post({row(1, 1, 270, 100, "USD", 2.75)}, {row(2, -1, 275)}).Code, kDone);
+  EXPECT_EQ(entries(),
+            "6001-450 5: -1/1 1/1\n"
+            "450-240 275 (1 USD 2.75 100): 1/1 -1/2\n");
+}
+
+TEST_F(CoverPostingTest, TheLastPartTakesWhatIsLeftOfTheCurrency) {
+  // 100 / 3.4528 in three parts: the rates of the parts give way, the dollars add up.
+  EXPECT_EQ(post({row(1, 1, 345.28, 100, "USD", 3.4528)},
+                 {row(2, -1, 100), row(3, -1, 100), row(4, -1, 145.28)})
+                .Code,
+            kDone);
+  EXPECT_EQ(entries(),
+            "450-240 100 (1 USD 3.453038674 28.96): 1/1 -1/2\n"
+            "450-240 100 (1 USD 3.453038674 28.96): 1/1 -1/3\n"
+            "450-240 145.28 (1 USD 3.452471483 42.08): 1/1 -1/4\n");
+}
+
+TEST_F(CoverPostingTest, CurrencyThatEndsBeforeItsLitasLeavesNoRest) {
+  // One cent of a dear unit is 5.10; 5.00 take it whole, and the last 0.10 are a gain.
+  EXPECT_EQ(post({row(1, 1, 510, 0.01, "XAU", 510)}, {row(2, -1, 5)}).Code, kDone);
+  EXPECT_EQ(entries(),
+            "450-500 504.9: 1/1 -1/1\n"
+            "450-240 5 (1 XAU 500 0.01): 1/1 -1/2\n"
+            "450-500 0.1: 1/1 -1/1\n");
+}
+
+TEST_F(CoverPostingTest, ARefusalStopsWhereItIs) {
+  const std::vector<DebtRow> credit{row(1, 1, 5), row(2, 1, 10, 4, "USD", 2.7)};
+  const std::vector<DebtRow> debit{row(3, -1, 5), row(4, -1, 20)};
+  const InfluenceAccounts none;
+  const MethodResult refused =
+      PostCover(*operation, {{"450", "", 1, &credit}, {"240", "", -1, &debit}, none, kDay, false});
+  EXPECT_EQ(refused.Code, kRefused);
+  EXPECT_EQ(entries(), "450-240 5: 1/1 -1/3\n") << "what was made stays";
+}
+
+TEST_F(CoverPostingTest, APartWithoutARateOfItsOwnIsRefused) {
+  // Nine decimals do not bring so many units back to the cent.
+  const DebtRow many = row(1, 1, 2.7e8, 1e8, "USD", 2.7);
+  const MethodResult refused = post({many}, {row(2, -1, 77777777.77), row(3, -1, 1.8e8)});
+  EXPECT_EQ(refused.Code, kRefused);
+  EXPECT_EQ(refused.Text, "Suma Lt neatitinka valiutos kurso!");
+}
+
+TEST_F(CoverPostingTest, NothingIsPostedForNothing) {
+  EXPECT_EQ(PostInfluence(*operation, kAccounts, {"450", {}, 1, kDay, 0}).Code, kDone);
+  EXPECT_EQ(post({row(1, 1, 100)}, {}).Code, kDone);
+  EXPECT_EQ(entries(), "");
+}
+
+TEST(CoverComment, GrowsWhileItFits) {
+  EXPECT_EQ(coverComment("Sena", true, "UAB A", "UAB A"), "Skolų dengimas - UAB A");
+  EXPECT_EQ(coverComment("", true, "UAB A", "UAB B"), "Skolų dengimas - UAB A - UAB B");
+  EXPECT_EQ(coverComment("X", false, "UAB Ą", "UAB Ą"), "X, UAB Ą");
+  const std::string full(993, 'x');
+  EXPECT_EQ(length(coverComment(full, false, "UAB Ą", "UAB Ą")), 1000U);
+  EXPECT_EQ(coverComment(full + "x", false, "UAB Ą", "UAB Ą"), full + "x");
+}
+
+}  // namespace
+}  // namespace tolvex::test
