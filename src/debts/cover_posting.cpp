@@ -70,6 +70,7 @@ class Walk {
   const Variant::Array& pointers() const { return pointers_; }
   double restLt() const { return restLt_; }
   bool fresh() const { return fresh_; }
+  bool named() const { return named_; }  // the addressees of the row are known
 
  private:
   void load() {
@@ -77,11 +78,12 @@ class Walk {
     restCurr_ = row_->PaymentSumCurr;
     fresh_ = true;
     pointers_.clear();
+    named_ = true;
     const Debt& debt = row_->debt;
     if (!isRef(debt.OIDR)) return;
     addAddressee(pointers_, party_.sign, debt.OIDR, debt.DateD.Text() + " " + debt.Number);
-    AddDebtAddressees(operation_, pointers_, debt.OIDR, party_.account, party_.addressee,
-                      party_.sign);
+    named_ = AddDebtAddressees(operation_, pointers_, debt.OIDR, party_.account, party_.addressee,
+                               party_.sign);
   }
 
   double shareOf(double lt) const {
@@ -90,7 +92,7 @@ class Walk {
   }
 
   Influence influenceOf(DateTime date, double amount) const {
-    return {party_.account, pointers_, party_.sign, date, amount};
+    return {party_.account, pointers_, party_.sign, row_->LikutisCurrCode, date, amount};
   }
 
   VXObjectUIO& operation_;
@@ -99,6 +101,7 @@ class Walk {
   const DebtRow* row_ = nullptr;
   double restLt_ = 0, restCurr_ = 0;
   bool fresh_ = false;  // nothing of the row is posted yet
+  bool named_ = true;
   Variant::Array pointers_;
 };
 
@@ -133,6 +136,9 @@ MethodResult add(VXObjectUIO& operation, const NewEntry& entry) {
 // What both rows have in common, and the differences of the rows that it begins.
 MethodResult postPart(VXObjectUIO& operation, const CoverPosting& posting, DateTime date,
                       Walk& primary, Walk& secondary) {
+  if (!primary.named() || !secondary.named()) {
+    return refused("Nepavyko perskaityti skolos adresatų !");
+  }
   for (const Walk* walk : {&primary, &secondary}) {
     if (!walk->fresh()) continue;
     MethodResult result = PostInfluence(operation, posting.accounts, walk->influence(date));
@@ -178,6 +184,7 @@ MethodResult PostInfluence(VXObjectUIO& operation, const InfluenceAccounts& acco
   entry.AccountC = gain ? accounts.gain : influence.account;
   entry.sums.sum = gain ? influence.amount : round2(-influence.amount);
   entry.sums.sign = sign;
+  entry.sums.code = influence.code;
   entry.addressees =
       onBothSides(sign == influence.sign ? influence.pointers : negated(influence.pointers));
   entry.date = influence.date.Text();

@@ -38,6 +38,9 @@ struct Influence {
   std::string account;
   Variant::Array pointers;
   int sign = 1;
+  // Of the debt; the entry carries it with a sum of zero, so that the difference counts with the
+  // debt in that currency also where the operation has debts in others.
+  std::string code = std::string(kNoCurrency);
   DateTime date;
   double amount = 0;
 };

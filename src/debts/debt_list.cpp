@@ -24,15 +24,15 @@ DebtList::DebtList(ui::ListView& view, NumberFormat format)
 std::vector<ui::Column> DebtList::columns() {
   using ui::Align;
   return {{"Data", 10, Align::Left, false, "Data"},
-          {"Nr", 24, Align::Left, true, "Nr"},
-          {"Likutis, Lt", 13, Align::Right, false, "LikutisLt"},
-          {"Likutis valiuta", 13, Align::Right, false, "LikutisCurr"},
-          {"Valiuta", 7, Align::Left, false, "LikutisCurrCode"},
-          {"Apm., Lt", 13, Align::Right, false, "PaymentLt"},
-          {"Apm. valiuta", 13, Align::Right, false, "PaymentSumCurr"},
-          {"Valiuta", 7, Align::Left, false, "PaymentCurrCode"},
-          {"Kursas", 10, Align::Right, false, "PaymentCurrRate"},
-          {"Kurso įtaka", 11, Align::Right, false, "InfluenceSum"}};
+          {"Nr", 16, Align::Left, true, "Nr"},
+          {"Likutis, Lt", 12, Align::Right, false, "LikutisLt"},
+          {"Likutis valiuta", 12, Align::Right, false, "LikutisCurr"},
+          {"Valiuta", 6, Align::Left, false, "LikutisCurrCode"},
+          {"Apm., Lt", 12, Align::Right, false, "PaymentLt"},
+          {"Apm. valiuta", 11, Align::Right, false, "PaymentSumCurr"},
+          {"Valiuta", 6, Align::Left, false, "PaymentCurrCode"},
+          {"Kursas", 8, Align::Right, false, "PaymentCurrRate"},
+          {"Kurso įtaka", 9, Align::Right, false, "InfluenceSum"}};
 }
 
 ui::Row DebtList::shown(const DebtRow& row) const {

@@ -470,12 +470,25 @@ bool frmDebtsCover::post() {
   return false;
 }
 
+// With whom the debts are set off: the chosen addressee, else the one that all ticked debts share.
+std::optional<Picked> frmDebtsCover::partner() const {
+  for (const CoverSideBox* side : {&primary, &secondary})
+    if (isRef(side->addressee())) return Picked{side->addressee(), side->txtAddr.text(), false};
+  std::optional<Picked> shared;
+  for (const CoverSideBox* side : {&primary, &secondary}) {
+    for (const DebtRow& row : side->list.rows()) {
+      if (!row.ticked) continue;
+      if (!shared) shared = Picked{row.debt.AddrOIDR, row.debt.AddrName, false};
+      if (shared->reference != row.debt.AddrOIDR) return std::nullopt;
+    }
+  }
+  return shared;
+}
+
 void frmDebtsCover::printAct() {
-  const std::string& reference =
-      isRef(primary.addressee()) ? primary.addressee() : secondary.addressee();
-  const std::string& name =
-      isRef(primary.addressee()) ? primary.txtAddr.text() : secondary.txtAddr.text();
-  const SetOffAct act{host().workplace().firm(), clientOf(host(), reference, name),
+  const auto client = partner();
+  if (!client) return warn(host(), "Aktui pasirinkite vieną adresatą !");
+  const SetOffAct act{host().workplace().firm(), clientOf(host(), client->reference, client->text),
                       dtpDate.value().value_or(host().clock().today()), primary.party(),
                       secondary.party()};
   host().reports().show(setOffAct(act, host().numbers()), true);

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <utility>
@@ -91,6 +92,7 @@ class frmDebtsCover final : public ui::Form {
   bool mayPost();
   void save();
   bool post();
+  std::optional<Picked> partner() const;
   void printAct();
   CoverPosting posting() const;
   RowSet& header() const { return *operation_->RsFields(); }

@@ -91,15 +91,15 @@ TEST_F(CoverPostingTest, DifferencesStandOnTheSideOfTheDebt) {
   EXPECT_EQ(post({row(1, 1, 2800, 1000, "USD", 2.7)}, {row(2, -1, 275, 100, "EUR", 2.7)}).Code,
             kDone);
   EXPECT_EQ(entries(),
-            "450-500 100: 1/1 -1/1\n"
-            "6001-240 5: -1/2 1/2\n"
+            "450-500 100 (1 USD 0 0): 1/1 -1/1\n"
+            "6001-240 5 (-1 EUR 0 0): -1/2 1/2\n"
             "450-240 270 (-1 EUR 2.7 100) (1 USD 2.7 100): 1/1 -1/2\n");
 }
 
 TEST_F(CoverPostingTest, ALossOnTheCreditPointsFromTheOtherSide) {
   EXPECT_EQ(post({row(1, 1, 270, 100, "USD", 2.75)}, {row(2, -1, 275)}).Code, kDone);
   EXPECT_EQ(entries(),
-            "6001-450 5: -1/1 1/1\n"
+            "6001-450 5 (-1 USD 0 0): -1/1 1/1\n"
             "450-240 275 (1 USD 2.75 100): 1/1 -1/2\n");
 }
 
@@ -119,9 +119,9 @@ TEST_F(CoverPostingTest, CurrencyThatEndsBeforeItsLitasLeavesNoRest) {
   // One cent of a dear unit is 5.10; 5.00 take it whole, and the last 0.10 are a gain.
   EXPECT_EQ(post({row(1, 1, 510, 0.01, "XAU", 510)}, {row(2, -1, 5)}).Code, kDone);
   EXPECT_EQ(entries(),
-            "450-500 504.9: 1/1 -1/1\n"
+            "450-500 504.9 (1 XAU 0 0): 1/1 -1/1\n"
             "450-240 5 (1 XAU 500 0.01): 1/1 -1/2\n"
-            "450-500 0.1: 1/1 -1/1\n");
+            "450-500 0.1 (1 XAU 0 0): 1/1 -1/1\n");
 }
 
 TEST_F(CoverPostingTest, ARefusalStopsWhereItIs) {
@@ -134,6 +134,14 @@ TEST_F(CoverPostingTest, ARefusalStopsWhereItIs) {
   EXPECT_EQ(entries(), "450-240 5: 1/1 -1/3\n") << "what was made stays";
 }
 
+TEST_F(CoverPostingTest, ADebtWhoseAddresseesCannotBeReadIsNotCovered) {
+  host.store().serve("GetBRPropertiesByAcc", [](const std::string&) {
+    return HostResult{kDone, "", {}};
+  });
+  EXPECT_EQ(post({row(1, 1, 100)}, {row(2, -1, 40)}).Code, kRefused);
+  EXPECT_EQ(entries(), "");
+}
+
 TEST_F(CoverPostingTest, APartWithoutARateOfItsOwnIsRefused) {
   // Nine decimals do not bring so many units back to the cent.
   const DebtRow many = row(1, 1, 2.7e8, 1e8, "USD", 2.7);
@@ -143,7 +151,7 @@ TEST_F(CoverPostingTest, APartWithoutARateOfItsOwnIsRefused) {
 }
 
 TEST_F(CoverPostingTest, NothingIsPostedForNothing) {
-  EXPECT_EQ(PostInfluence(*operation, kAccounts, {"450", {}, 1, kDay, 0}).Code, kDone);
+  EXPECT_EQ(PostInfluence(*operation, kAccounts, {"450", {}, 1, "USD", kDay, 0}).Code, kDone);
   EXPECT_EQ(post({row(1, 1, 100)}, {}).Code, kDone);
   EXPECT_EQ(entries(), "");
 }

@@ -36,17 +36,18 @@ Variant::Array onBothSides(const Variant::Array& triples) {
   return both;
 }
 
-void AddDebtAddressees(VXObjectUIO& object, Variant::Array& triples, std::string_view OIDR,
+bool AddDebtAddressees(VXObjectUIO& object, Variant::Array& triples, std::string_view OIDR,
                        std::string_view account, std::string_view addressee, int sign) {
   const MethodResult read =
       object.Properties("BRPropertiesByAcc",
                         Parameters().text(OIDR).text(account).text(addressee).number(-sign).str());
-  if (read.Code != kDone || !read.Value.IsRows()) return;
+  if (read.Code != kDone || !read.Value.IsRows()) return false;
   ForEachRow(*read.Value.AsRows(), [&](RowSet& row) {
     const std::string_view reference = row["FOIDR"].Text();
     if (!namesKind(triples, reference))
       addAddressee(triples, sign, reference, row["ShowString"].Text());
   });
+  return true;
 }
 
 }  // namespace tolvex

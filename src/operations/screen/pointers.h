@@ -16,8 +16,8 @@ Variant::Array onBothSides(const Variant::Array& triples);
 
 // Adds the addressees of the debt's own entries: of operation OIDR on the debt's account, opposite
 // to `sign`, the side on which the debt is settled. One of a kind that the list names already is
-// passed over; a failed read has been shown and leaves the list as it is.
-void AddDebtAddressees(VXObjectUIO& object, Variant::Array& triples, std::string_view OIDR,
+// passed over; a failed read leaves the list as it is and gives false.
+bool AddDebtAddressees(VXObjectUIO& object, Variant::Array& triples, std::string_view OIDR,
                        std::string_view account, std::string_view addressee, int sign);
 
 }  // namespace tolvex

@@ -1,0 +1,248 @@
+#include "debts/cover_forms.h"
+#include "debts/frmCoverSum.h"
+#include "debts/frmDebtsCover.h"
+#include "framework/text.h"
+#include "tests/operations/screen_fixture.h"
+#include "tests/support/screen_text.h"
+
+namespace tolvex::test {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+struct Below final : OperationLink {
+  void setDate(DateTime date) override { log.push_back("date " + date.Text()); }
+  void setComment(std::string_view text) override { log.push_back("comment " + std::string(text)); }
+  void refreshEntries() override { log.push_back("entries"); }
+  Texts log;
+};
+
+constexpr ColumnSpec kColumns[] = {
+    {"OIDR", FieldType::Text},          {"DateD", FieldType::Date},
+    {"Number", FieldType::Text},        {"InfluenceSign", FieldType::Integer},
+    {"LikutisLt", FieldType::Double},   {"LikutisCurr", FieldType::Double},
+    {"FCurrencyCode", FieldType::Text}, {"AddrOIDR", FieldType::Text},
+    {"AddrName", FieldType::Text}};
+
+class CoverScreen : public ScreenTest {
+ protected:
+  CoverScreen() {
+    registerCoverForms(tables->forms);
+    servePresets(true);
+    serveRates(2.75);
+    host.store().serve("GetBRPropertiesByAcc",
+                       table({{"FOIDR", FieldType::Text}, {"ShowString", FieldType::Text}}));
+    host.store().serve("GetCoverFirms",
+                       table({{"ShowString", FieldType::Text}, {"FOIDR", FieldType::Text}},
+                             {{"UAB A", "O00001001"}, {"UAB B", "O00001002"}}));
+    for (const char* list : {"GetDebts1", "GetDebts2", "GetDebts3"}) {
+      host.store().serve(list, [](const std::string& parameters) {
+        return HostResult{kDone, "", Variant(parameters.ends_with(",-1") ? owed() : claimed())};
+      });
+    }
+  }
+  static RowSetPtr debts(int sign,
+                         std::initializer_list<std::tuple<int, double, double, const char*>> rows) {
+    const RowSetPtr set = RowSet::make(kColumns);
+    for (const auto& [number, lt, curr, code] : rows) {
+      set->AddNew();
+      (*set)["OIDR"] = "O0201500" + std::to_string(number);
+      (*set)["DateD"] = DateTime::Of(2003, 1, static_cast<unsigned>(number));
+      (*set)["Number"] = "N" + std::to_string(number);
+      (*set)["InfluenceSign"] = sign;
+      (*set)["LikutisLt"] = lt;
+      (*set)["LikutisCurr"] = curr;
+      (*set)["FCurrencyCode"] = code;
+      (*set)["AddrOIDR"] = "O00001001";
+      (*set)["AddrName"] = "UAB A";
+    }
+    return set;
+  }
+  static RowSetPtr owed() {
+    return debts(1, {{1, 100, 0, "   "}, {2, 280, 100, "USD"}, {3, 5, 4, "SEK"}, {4, 6, 5, "SEK"}});
+  }
+  static RowSetPtr claimed() { return debts(-1, {{5, 50, 0, "   "}, {6, 0.03, 1.1, "JPY"}}); }
+  void servePresets(bool both) {
+    const RowSetPtr rows =
+        table({{"Code", FieldType::Text}, {"Account", FieldType::Text}}, {{"536", "500"}});
+    if (both) {
+      rows->AddNew();
+      (*rows)["Code"] = "636";
+      (*rows)["Account"] = "6001";
+    }
+    host.store().serve("GetPresetAccounts", rows);
+  }
+  void serveRates(double usd) {
+    host.store().serve(
+        "GetCurrencyList",
+        table({{"Code", FieldType::Text},
+               {"Rate", FieldType::Double},
+               {"BaseCurrency", FieldType::Integer}},
+              {{"LTL", 1.0, 1}, {"USD", usd, 0}, {"JPY", 0.023, 0}, {"SEK", 0.0, 0}}));
+  }
+  std::shared_ptr<frmDebtsCover> cover(std::shared_ptr<VXObjectUIO> object) {
+    auto form =
+        std::make_shared<frmDebtsCover>(OperationToolRequest{host, std::move(object), below});
+    form->markOpen(true);
+    form->opened();
+    return form;
+  }
+  std::shared_ptr<frmDebtsCover> filled(std::shared_ptr<VXObjectUIO> object) {
+    auto form = cover(std::move(object));
+    ui::Input user(*form);
+    DO(user.typeCombo(form->primary.cmbAcc, "450"));
+    DO(user.typeCombo(form->secondary.cmbAcc, "240"));
+    DO(user.click(form->cmdGo));
+    return form;
+  }
+  static std::string cell(const CoverSideBox& side, int row, int column) {
+    return side.lvw.rows()
+        .at(static_cast<std::size_t>(row))
+        .cells.at(static_cast<std::size_t>(column))
+        .text;
+  }
+  Below below;
+};
+
+TEST_F(CoverScreen, TicksAndSums) {
+  auto form = filled(newOperation());
+  ui::Input user(*form);
+  expectScreen(*form, "frmDebtsCover_filled");
+  EXPECT_EQ(cell(form->primary, 1, 9), "5,00") << "owed 280, worth 275";
+  DO(user.click(form->primary.optAll));
+  EXPECT_EQ(told(), Texts{"Nenurodytas SEK kursas!"}) << "once for both rows";
+  EXPECT_EQ(form->primary.txtSum.text(), "375,00");
+  DO(user.check(form->primary.lvw, 0, false));
+  EXPECT_EQ(form->primary.txtSum.text(), "275,00");
+  EXPECT_EQ(cell(form->primary, 0, 2), "100,00");
+  // A sum that was typed is spent, and a spent sum ticks nothing more.
+  DO(user.click(form->primary.optDrop));
+  DO(user.enter(form->primary.txtSum, "20*3"));
+  DO(user.check(form->primary.lvw, 0, true));
+  EXPECT_EQ(cell(form->primary, 0, 5), "60,00");
+  DO(user.check(form->primary.lvw, 1, true));
+  EXPECT_FALSE(form->primary.lvw.rows()[1].checked);
+  EXPECT_EQ(told(), Texts{});
+}
+
+TEST_F(CoverScreen, ARestOfCheapCurrencyIsShownAndClosedExactly) {
+  auto form = filled(newOperation());
+  ui::Input user(*form);
+  DO(user.check(form->secondary.lvw, 1, true));
+  EXPECT_EQ(cell(form->secondary, 1, 3), "-0,20");
+  EXPECT_EQ(form->secondary.lvw.rows()[1].mark, ui::Mark::Bad);
+  EXPECT_EQ(form->lblStatus.caption(),
+            "Litais nepadengta -0,20 JPY (N6): eilutės meniu „Padengti visą valiutos likutį“");
+  form->mnuInput.onPopup();
+  ASSERT_TRUE(form->mnuExact.enabled);
+  EXPECT_EQ(form->mnuSum.caption(), "JPY   sumos įvedimas");
+  DO(user.pick(form->mnuExact));
+  EXPECT_EQ(cell(form->secondary, 1, 3), " ");
+  EXPECT_EQ(cell(form->secondary, 1, 6), "1,10");
+}
+
+TEST_F(CoverScreen, SumsAndRatesByHand) {
+  auto form = filled(newOperation());
+  ui::Input user(*form);
+  DO(user.select(form->primary.lvw, 1));
+  host.screens().users.push_back([](ui::Form& shown) {
+    auto& dialog = dynamic_cast<frmCoverSum&>(shown);
+    ui::Input typing(dialog);
+    EXPECT_EQ(dialog.txtSumLt.text(), "275,00");
+    DO(typing.enter(dialog.txtSumCurr, "100,01"));
+    EXPECT_FALSE(dialog.cmdOK.enabled) << "more than the debt";
+    DO(typing.enter(dialog.txtSumCurr, "40"));
+    EXPECT_EQ(dialog.txtSumLt.text(), "110,00");
+    DO(typing.click(dialog.cmdOK));
+  });
+  DO(user.activate(form->primary.lvw, 1));
+  EXPECT_EQ(cell(form->primary, 1, 6), "40,00");
+  EXPECT_EQ(cell(form->primary, 1, 3), "60,00");
+  host.dialogs().inputs.push_back("2,9");
+  DO(user.pick(form->mnuRates));
+  EXPECT_EQ(host.dialogs().inputsShown.back(),
+            (Texts{"USD kursas, Lt:", "Kurso įvedimas", "2,75"}));
+  EXPECT_EQ(cell(form->primary, 1, 9), "-10,00") << "filled anew at the rate";
+  EXPECT_FALSE(form->primary.lvw.rows()[1].checked);
+}
+
+TEST_F(CoverScreen, PairsAreCoveredOnceAndTheNextFollows) {
+  auto object = newOperation();
+  auto form = filled(object);
+  ui::Input user(*form);
+  DO(user.choose(form->cmbAddr, 0));
+  DO(user.check(form->primary.lvw, 0, true));
+  DO(user.check(form->secondary.lvw, 0, true));
+  DO(user.click(form->cmdOK));
+  EXPECT_EQ(told(), Texts{});
+  EXPECT_EQ(below.log, (Texts{"comment Skolų dengimas - UAB A", "date 2003.02.09", "entries"}));
+  EXPECT_EQ(entriesOf(*object)->RecordCount(), 1U);
+  EXPECT_EQ(form->primary.txtAddr.text(), "UAB B");
+  EXPECT_EQ(form->cmbAddr.items()[0].text, "*** UAB A");
+  EXPECT_EQ(form->cmdExit.caption(), "Užbaigti");
+  EXPECT_FALSE(form->dtpDate.enabled);
+  DO(user.choose(form->cmbAddr, 0));
+  DO(user.check(form->primary.lvw, 0, true));
+  DO(user.check(form->secondary.lvw, 0, true));
+  DO(user.click(form->cmdOK));
+  EXPECT_EQ(told(), Texts{"Toks variantas jau išsaugotas !"});
+  EXPECT_EQ(entriesOf(*object)->RecordCount(), 1U);
+}
+
+TEST_F(CoverScreen, AFailureInTheMiddleKeepsWhatWasMadeAndSaysSo) {
+  servePresets(false);
+  auto object = newOperation();
+  auto form = filled(object);
+  EXPECT_EQ(told(),
+            Texts{"Sąskaitų žinyne nepažymėta valiutos kursų pasikeitimo įtakos sąskaita!"});
+  serveRates(2.9);  // a loss, which has no account
+  form = filled(object);
+  (void)told();
+  ui::Input user(*form);
+  DO(user.enter(form->primary.txtSum, "120"));
+  DO(user.check(form->primary.lvw, 0, true));
+  DO(user.check(form->primary.lvw, 1, true));
+  DO(user.click(form->secondary.optAll));
+  DO(user.select(form->primary.lvw, 0));
+  DO(user.check(form->primary.lvw, 0, false));
+  DO(user.enter(form->primary.txtSum, "30"));
+  DO(user.click(form->primary.optDrop));
+  DO(user.check(form->primary.lvw, 0, true));
+  DO(user.enter(form->primary.txtSum, "60"));
+  DO(user.check(form->primary.lvw, 1, true));
+  DO(user.click(form->cmdOK));
+  const Texts texts = told();
+  ASSERT_EQ(texts.size(), 1U);
+  EXPECT_TRUE(texts[0].starts_with("Method AddBR_1:")) << texts[0];
+  EXPECT_TRUE(texts[0].ends_with("Iki tol padaryti įrašai liko operacijoje.")) << texts[0];
+  EXPECT_EQ(entriesOf(*object)->RecordCount(), 1U);
+  EXPECT_EQ(below.log.back(), "entries");
+}
+
+TEST_F(CoverScreen, VariantsAreKeptAndChosen) {
+  auto form = cover(newOperation());
+  ui::Input user(*form);
+  DO(user.pick(form->mnuAddVariant));
+  EXPECT_EQ(told(), Texts{"Neužduota sąskaita !"});
+  DO(user.typeCombo(form->primary.cmbAcc, "450"));
+  DO(user.typeCombo(form->secondary.cmbAcc, "240"));
+  DO(user.pick(form->mnuAddVariant));
+  DO(user.pick(form->mnuAddVariant));
+  EXPECT_EQ(told(), Texts{"Toks variantas jau išsaugotas !"});
+  DO(user.choose(form->primary.optDeb));
+  EXPECT_TRUE(form->secondary.optCred.on()) << "the lists oppose each other";
+  DO(user.pick(form->mnuAddVariant));
+  EXPECT_EQ(host.settings().get("O0201500", "DebtsCoverParameters", ""),
+            "450 K - 240 D#450 D - 240 K");
+  form = cover(newOperation());
+  ui::Input second(*form);
+  DO(second.choose(form->cmbVariants, 1));
+  EXPECT_TRUE(form->primary.optDeb.on());
+  EXPECT_EQ(form->secondary.account(), "240");
+  EXPECT_EQ(form->cmbAddr.items().size(), 2U);
+  DO(second.pick(form->mnuDeleteVariant));
+  EXPECT_EQ(host.settings().get("O0201500", "DebtsCoverParameters", ""), "450 K - 240 D");
+}
+
+}  // namespace
+}  // namespace tolvex::test

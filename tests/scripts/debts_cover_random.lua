@@ -1,0 +1,83 @@
+-- Random debts in three currencies, covered in a part at one rate and wholly at another: nothing of
+-- them may stay open, and the books add up. And a list that cannot be read.
+
+local firm = "O00001003"
+local random = math.random
+math.randomseed(20040331)
+
+local function cents(limit) return random(1, limit * 100) / 100 end
+
+local function add(operation, debit, credit, sum, sign, code, rate)
+  local side = debit == "450" and 1 or -1
+  local made = operation:methods("AddBR",
+    { debit, credit, sum, { side, firm, "UAB Pirkėjas" }, sign or 0, code or "", rate or 0 })
+  expect(made.code, 0, made.text)
+end
+
+local function document(day, fill)
+  local operation = object "O0201500"
+  operation:set("DateD", day)
+  operation:set("BROperGroupID", 2)
+  fill(operation)
+  expect(operation:save().code, 0)
+end
+
+local function cover(day, part)
+  open("O0201500", { group = "Bendrosios operacijos" })
+  click "cmdTools"
+  pick "Skolų dengimas"
+  date("dtpDate", day)
+  enter("cmbAccC", "450")
+  choose("optSuppliers", "Skolų tiekėjams dengimas")
+  click "cmdGo"
+  choose("cmbAddr", "UAB Pirkėjas")
+  if part then enter("txtSumC", tostring(part)) end
+  click "optAllC"
+  click "optAllD"
+  click "cmdOK"
+  expect(message(), nil)
+  click "cmdExit"
+  click "cmdWrite"
+  expect(message(), nil)
+  close()
+end
+
+test("covered debts leave nothing at any rates", function()
+  for round = 1, 8 do
+    document("2004.01.20", function(operation)
+      for _ = 1, random(1, 3) do
+        local code = ({ "USD", "EUR", "" })[random(3)]
+        if code == "" then
+          add(operation, "204", "450", cents(900))
+        else
+          add(operation, "204", "450", cents(900), -1, code, random(20000, 40000) / 10000)
+        end
+      end
+    end)
+    document("2004.01.25", function(operation)
+      add(operation, "450", "2713", cents(2000), 1, "USD", random(20000, 40000) / 10000)
+      add(operation, "450", "2711", 40000)
+    end)
+    cover("2004.02.01", random(50, 700))
+    cover "2004.03.15"
+    local left = books.call("DO0201500_GetDebts1", "'0','450','2004.03.31','" .. firm .. "',-1")
+    expect(#left.value, 0, "round " .. round)
+  end
+  expect_clean()
+end)
+
+test("a list that cannot be read is told and clears nothing", function()
+  open("O0201500", { group = "Bendrosios operacijos" })
+  click "cmdTools"
+  pick "Skolų dengimas"
+  enter("cmbAccC", "450")
+  enter("cmbAccD", "240")
+  click "cmdGo"
+  expect(count "lvwBRSecondary", 1)
+  fault(1, 1205, "Duomenų bazė užimta, bandykite dar kartą!")
+  click "cmdGo"
+  expect_message("Duomenų bazė užimta, bandykite dar kartą!", "ok")
+  expect(count "lvwBRSecondary", 1)
+  click "cmdExit"
+  close()
+end)
