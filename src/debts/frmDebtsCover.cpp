@@ -255,6 +255,7 @@ void frmDebtsCover::chooseFirm() {
   if (cmbAddr.index < 0) return;
   const auto& [reference, name] = firms_[static_cast<std::size_t>(cmbAddr.index())];
   for (CoverSideBox* side : {&primary, &secondary}) side->showAddressee(reference, name);
+  clearLists();  // another addressee's debts must not stay when these cannot be read
   go();
 }
 

@@ -177,3 +177,19 @@ test("a buyer's debt is set off against a supplier's, with its act", function()
   close()
   expect_clean()
 end)
+
+test("a list that cannot be read is told and clears nothing", function()
+  open("O0201500", { group = "Bendrosios operacijos" })
+  click "cmdTools"
+  pick "Skolų dengimas"
+  enter("cmbAccC", "450")
+  enter("cmbAccD", "240")
+  click "cmdGo"
+  expect(count "lvwBRSecondary", 1)
+  fault(1, 1205, "Duomenų bazė užimta, bandykite dar kartą!")
+  click "cmdGo"
+  expect_message("Duomenų bazė užimta, bandykite dar kartą!", "ok")
+  expect(count "lvwBRSecondary", 1)
+  click "cmdExit"
+  close()
+end)
