@@ -63,40 +63,6 @@ NewEntry differenceEntry(std::string debit, std::string credit, double sumLt, in
   return entry;
 }
 
-MethodResult addRateDifference(UIO0201500& operation, const DebtsRequest& request, RowSet& selected,
-                               const DebtPayment& payment, Variant::Array pointers) {
-  const double difference = selected["ExtSum"].Number();
-  if (difference == 0) return done();
-  const int sign = difference < 0 ? -1 : 1;
-  if (sign != static_cast<int>(selected["DebtSign"].Number())) pointers = negated(pointers);
-  if (sign < 0) {
-    return add(operation,
-               differenceEntry(text(selected, "Acc636"), request.ownAccount(), -difference, sign,
-                               payment.debtCode, std::move(pointers)));
-  }
-  return add(operation, differenceEntry(request.ownAccount(), text(selected, "Acc536"), difference,
-                                        sign, payment.debtCode, std::move(pointers)));
-}
-
-MethodResult addPayment(UIO0201500& operation, const DebtsRequest& request, int debtSign,
-                        const DebtPayment& payment, Variant::Array pointers) {
-  mirrorParties(pointers);
-  NewEntry entry;
-  entry.AccountD = request.AccountD;
-  entry.AccountC = request.AccountC;
-  entry.addressees = std::move(pointers);
-  entry.sums.sum = payment.debtSumCurr > 0   ? payment.debtSumCurr
-                   : payment.paidSumCurr > 0 ? payment.paidSumCurr
-                                             : payment.sumLt;
-  entry.sums.sign = debtSign;
-  entry.sums.code = payment.debtCode;
-  entry.sums.rate = payment.debtRate;
-  entry.sums.sumCurr2 = payment.paidSumCurr;
-  entry.sums.code2 = payment.paidCode;
-  entry.sums.rate2 = payment.paidRate;
-  return add(operation, entry);
-}
-
 struct Party {
   std::string reference, name;
 };
@@ -113,21 +79,76 @@ MethodResult addRestOfRate(UIO0201500& operation, const DebtsRequest& request, c
                              std::abs(difference), sign, request.code, std::move(pointers)));
 }
 
-// Adds up what the entries of a selection come to.
-struct Totals {
-  double sumLt = 0, sumCurr = 0;
+// A selected line made ready: all that is read and computed before the first entry changes.
+struct ReadyLine {
+  DebtPayment payment;
+  Variant::Array pointers;
+  int debtSign = 0;
+  double difference = 0;
+  InfluenceAccounts accounts;
 };
 
-MethodResult addSelected(UIO0201500& operation, const DebtsRequest& request, RowSet& selected,
-                         Totals& totals) {
-  const DebtPayment payment = debtPayment(selected);
-  const Variant::Array pointers = pointersOf(operation, request, selected);
-  MethodResult added = addRateDifference(operation, request, selected, payment, pointers);
-  if (added.Code != kDone || payment.sumLt <= 0) return added;
-  totals.sumLt += payment.sumLt;
-  totals.sumCurr += payment.paidSumCurr;
-  return addPayment(operation, request, static_cast<int>(selected["DebtSign"].Number()), payment,
-                    pointers);
+std::vector<ReadyLine> readyLines(UIO0201500& operation, const DebtsRequest& request,
+                                  RowSet& selected) {
+  std::vector<ReadyLine> lines;
+  ForEachRow(selected, [&](RowSet& row) {
+    ReadyLine& line = lines.emplace_back();
+    line.payment = debtPayment(row);
+    line.pointers = pointersOf(operation, request, row);
+    line.debtSign = static_cast<int>(row["DebtSign"].Number());
+    line.difference = row["ExtSum"].Number();
+    line.accounts = {text(row, "Acc536"), text(row, "Acc636")};
+  });
+  return lines;
+}
+
+MethodResult addRateDifference(UIO0201500& operation, const DebtsRequest& request,
+                               const ReadyLine& line) {
+  if (line.difference == 0) return done();
+  const int sign = line.difference < 0 ? -1 : 1;
+  const std::string& own = request.ownAccount();
+  return add(
+      operation,
+      differenceEntry(sign < 0 ? line.accounts.loss : own, sign < 0 ? own : line.accounts.gain,
+                      std::abs(line.difference), sign, line.payment.debtCode,
+                      sign == line.debtSign ? line.pointers : negated(line.pointers)));
+}
+
+MethodResult addPayment(UIO0201500& operation, const DebtsRequest& request, const ReadyLine& line) {
+  const DebtPayment& payment = line.payment;
+  NewEntry entry;
+  entry.AccountD = request.AccountD;
+  entry.AccountC = request.AccountC;
+  entry.addressees = line.pointers;
+  mirrorParties(entry.addressees);
+  entry.sums.sum = payment.debtSumCurr > 0   ? payment.debtSumCurr
+                   : payment.paidSumCurr > 0 ? payment.paidSumCurr
+                                             : payment.sumLt;
+  entry.sums.sign = line.debtSign;
+  entry.sums.code = payment.debtCode;
+  entry.sums.rate = payment.debtRate;
+  entry.sums.sumCurr2 = payment.paidSumCurr;
+  entry.sums.code2 = payment.paidCode;
+  entry.sums.rate2 = payment.paidRate;
+  return add(operation, entry);
+}
+
+MethodResult addLine(UIO0201500& operation, const DebtsRequest& request, const ReadyLine& line) {
+  MethodResult added = addRateDifference(operation, request, line);
+  if (added.Code != kDone || line.payment.sumLt <= 0) return added;
+  return addPayment(operation, request, line);
+}
+
+// What the document's rate makes of the litas of all payments; 0 without a rate.
+double restOfRate(const DebtsRequest& request, const std::vector<ReadyLine>& lines) {
+  double sumLt = 0, sumCurr = 0;
+  for (const ReadyLine& line : lines) {
+    if (line.payment.sumLt <= 0) continue;
+    sumLt += line.payment.sumLt;
+    sumCurr += line.payment.paidSumCurr;
+  }
+  if (sumCurr <= 0 || request.rateLtPerUnit <= 0 || sumLt <= 0) return 0;
+  return roundHalfEven(roundLt(sumCurr * request.rateLtPerUnit) - sumLt, 2);
 }
 
 // The answer of the selection screen over `parameters`; null when the user gave up.
@@ -206,25 +227,19 @@ DebtPayment debtPayment(RowSet& selected) {
 }
 
 MethodResult addDebtEntries(UIO0201500& operation, const DebtsRequest& request, RowSet& selected) {
+  const std::vector<ReadyLine> lines = readyLines(operation, request, selected);
   selected.MoveFirst();
   const Party party{text(selected, "AddrOIDR"), text(selected, "AddrName")};
   MethodResult cleared = operation.Methods(
       "DeleteBR",
       {request.ownAccount(), request.ownSign(), request.clearWholeAccount ? "" : party.reference});
   if (cleared.Code != kDone) return withoutValue(std::move(cleared));
-  Totals totals;
-  InfluenceAccounts accounts;
-  MethodResult added = done();
-  ForEachRow(selected, [&](RowSet& row) {
-    if (added.Code != kDone) return;
-    added = addSelected(operation, request, row, totals);
-    accounts = {text(row, "Acc536"), text(row, "Acc636")};
-  });
-  if (added.Code != kDone) return withoutValue(std::move(added));
-  if (totals.sumCurr > 0 && request.rateLtPerUnit > 0 && totals.sumLt > 0) {
-    const double difference =
-        roundHalfEven(roundLt(totals.sumCurr * request.rateLtPerUnit) - totals.sumLt, 2);
-    if (difference != 0) added = addRestOfRate(operation, request, party, difference, accounts);
+  for (const ReadyLine& line : lines) {
+    MethodResult added = addLine(operation, request, line);
+    if (added.Code != kDone) return withoutValue(std::move(added));
+  }
+  if (const double rest = restOfRate(request, lines); rest != 0) {
+    MethodResult added = addRestOfRate(operation, request, party, rest, lines.back().accounts);
     if (added.Code != kDone) return withoutValue(std::move(added));
   }
   return done(true);

@@ -21,16 +21,16 @@ constexpr const char* kFirms = "O0000100";
 std::vector<ui::Column> debtColumns() {
   constexpr auto right = ui::Align::Right;
   return {{"Data", 10},
-          {"Suma, Lt", 13, right},
-          {"Suma valiuta", 13, right},
-          {"Balansas, Lt", 13, right},
-          {"Balansas val.", 13, right},
-          {"Apm., Lt", 13, right},
-          {"Apm. valiuta", 13, right},
+          {"Informacija", 24, ui::Align::Left, true},
+          {"Suma, Lt", 11, right},
+          {"Suma valiuta", 11, right},
+          {"Balansas, Lt", 11, right},
+          {"Balansas val.", 11, right},
+          {"Apm., Lt", 11, right},
+          {"Apm. valiuta", 11, right},
           {"Valiuta", 6},
-          {"Kursas", 9, right},
-          {"Kurso įtaka", 11, right},
-          {"Informacija", 30, ui::Align::Left, true}};
+          {"Kursas", 8, right},
+          {"Kurso įtaka", 10, right}};
 }
 
 std::vector<ui::Column> tradeColumns(bool offers) {
@@ -339,12 +339,11 @@ ui::Row frmBROperSelect::lineOf(std::size_t index) const {
                   sum(row.PaymentLt)};
     return line;
   }
-  line.cells = {debt.DateD.Text(),         sum(debt.SumA),
-                sum(debt.SumCurr),         sum(row.LikutisLt),
-                sum(row.LikutisCurr),      sum(row.PaymentLt),
-                sum(row.PaymentSumCurr),   code(currency, isCurrency(currency)),
-                rate(row.PaymentCurrRate), sum(row.influence()),
-                information(debt)};
+  line.cells = {
+      debt.DateD.Text(),         information(debt),       sum(debt.SumA),
+      sum(debt.SumCurr),         sum(row.LikutisLt),      sum(row.LikutisCurr),
+      sum(row.PaymentLt),        sum(row.PaymentSumCurr), code(currency, isCurrency(currency)),
+      rate(row.PaymentCurrRate), sum(row.influence()),    information(debt)};
   line.hint = debt.Info;
   return line;
 }

@@ -240,7 +240,7 @@ class SelectionScreen : public ScreenTest {
   static Texts ticked(const frmBROperSelect& form) {
     Texts all;
     for (const ui::Row& row : form.lvwBROper.rows())
-      if (row.checked) all.push_back(row.cells[5].text + "/" + row.cells[6].text);
+      if (row.checked) all.push_back(row.cells[6].text + "/" + row.cells[7].text);
     return all;
   }
 
@@ -323,7 +323,7 @@ TEST_F(SelectionScreen, APaymentInACurrencyCountsAtItsOwnRate) {
   auto form = select(kPaysDollars);
   expectScreen(*form, "frmBROperSelect_currency");
   EXPECT_EQ(form->txtPaymentLt.text(), "140,00");
-  EXPECT_EQ(form->lvwBROper.rows()[1].cells[8].text, "2,8000") << "not the day's 2,75";
+  EXPECT_EQ(form->lvwBROper.rows()[1].cells[9].text, "2,8000") << "not the day's 2,75";
   ui::Input user(*form);
   DO(user.check(form->lvwBROper, 0, false));
   DO(user.check(form->lvwBROper, 1, true));
@@ -355,8 +355,8 @@ TEST_F(SelectionScreen, ARateIsGivenByHandOrByADay) {
     DO(act.click(dialog.cmdOK));
   });
   EXPECT_EQ(told(), Texts{"Nenurodytas valiutos kursas!"});
-  EXPECT_EQ(form->lvwBROper.rows()[2].cells[8].text, "4,5000");
-  EXPECT_EQ(form->lvwBROper.rows()[2].cells[9].text, "5,00") << "fifty litas are worth 45";
+  EXPECT_EQ(form->lvwBROper.rows()[2].cells[9].text, "4,5000");
+  EXPECT_EQ(form->lvwBROper.rows()[2].cells[10].text, "5,00") << "fifty litas are worth 45";
   EXPECT_EQ(form->lvwBROper.current(), 2);
   give(1, [](frmBROperSelect_ChangeRate& dialog, ui::Input& act) {
     EXPECT_EQ(dialog.txtRate.text(), "2,7500");
@@ -365,7 +365,7 @@ TEST_F(SelectionScreen, ARateIsGivenByHandOrByADay) {
     EXPECT_EQ(dialog.txtRate.text(), "2,7500") << "that of the day";
     DO(act.click(dialog.cmdCancel));
   });
-  EXPECT_EQ(form->lvwBROper.rows()[1].cells[8].text, "2,7500");
+  EXPECT_EQ(form->lvwBROper.rows()[1].cells[9].text, "2,7500");
   DO(user.select(form->lvwBROper, 1));
   form->menuRow.onPopup();
   EXPECT_EQ(form->mnuSum.caption(), "USD sumos įvedimas");
