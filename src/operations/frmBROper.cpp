@@ -112,6 +112,8 @@ void frmBROper::wireMenus() {
   mnuCopyOper.shortcut = "Ctrl+Shift+D";
   mnuCopyOper.onClick = [this] { copyToNew(); };
   mnuAutoNumber.onClick = [this] { askNumber(); };
+  mnuPayDebts.onClick = [this] { chooseDebts(MoneyGoes::Out); };
+  mnuReceiveDebts.onClick = [this] { chooseDebts(MoneyGoes::In); };
   for (ui::MenuItem* item : {&mnuDebtsCover, &mnuCurrencyInfluence, &mnuCurrencyExchange}) {
     item->onClick = [this, item] { openTool(*operationTool(item->caption())); };
   }
@@ -203,6 +205,8 @@ void frmBROper::enableByState() {
   for (ui::MenuItem* item : {&mnuDebtsCover, &mnuCurrencyInfluence, &mnuCurrencyExchange}) {
     item->enabled = !readOnly && forms_.has(operationTool(item->caption())->form);
   }
+  for (ui::MenuItem* item : {&mnuPayDebts, &mnuReceiveDebts})
+    item->enabled = !readOnly && forms_.has("frmBROperSelect");
   entries_.enableMenu(entryMenu, *VXObjectUIO, !readOnly);
 }
 
@@ -467,6 +471,16 @@ void frmBROper::openAskedTool() {
   const OperationTool* tool = operationTool(ClickedParameters);
   if (!tool) tool = operationTool(header()["Parameters"].Text());
   if (tool && !readOnly && forms_.has(tool->form)) openTool(*tool);
+}
+
+// The marked entry is put on debts of its client, which take its place.
+void frmBROper::chooseDebts(MoneyGoes way) {
+  writeHeader();
+  const std::vector<Variant> arguments = debtsArguments(*VXObjectUIO, entries_.current(), way);
+  if (arguments.empty()) return warn(host(), "Pirmiausia pažymėkite įrašą!");
+  const MethodResult made = VXObjectUIO->Methods("Debts", std::span<const Variant>(arguments));
+  if (!showFailure(host(), made) && !made.Value.IsBool()) return;
+  refreshEntries();
 }
 
 void frmBROper::setDate(DateTime date) {

@@ -10,6 +10,7 @@
 
 #include "framework/form_registry.h"
 #include "operations/operation_tools.h"
+#include "operations/screen/debts_of_entry.h"
 #include "operations/screen/document_group.h"
 #include "operations/screen/document_save.h"
 #include "operations/screen/entry_list.h"
@@ -84,16 +85,18 @@ class frmBROper final : public ui::Form, private OperationLink {
   ui::MenuItem mnuCurrencyExchange{this, "mnuCurrencyExchange", "Valiutos pirkimas/pardavimas"};
   ui::MenuItem mnuCurrencyInfluence{this, "mnuCurrencyInfluence", "Valiutos perskaičiavimas"};
   ui::MenuItem mnuDebtsCover{this, "mnuDebtsCover", "Skolų dengimas"};
+  ui::MenuItem mnuPayDebts{this, "mnuPayDebts", "Apmokėti skolas"};
+  ui::MenuItem mnuReceiveDebts{this, "mnuReceiveDebts", "Priimti skolų apmokėjimą"};
   ui::MenuItem mnuOperToDesktop{this, "mnuOperToDesktop", "Padėti ant darbo stalo"};
   ui::MenuItem mnuProtocol{this, "mnuProtocol", "Protokolas"};
   ui::MenuItem mnuLog{this, "mnuLog", "Pakeitimai"};
   ui::MenuItem mnuUndo{this, "mnuUndo", "Atšaukti paskutinį įrašymą"};
   ui::MenuItem mnuCopyOper{this, "mnuCopyOper", "Kopijuoti operaciją"};
   ui::MenuItem mnuAutoNumber{this, "mnuAutoNumber", "Auto numerio nustatymas"};
-  ui::Menu menuTools{
-      {&mnuCurrencyExchange, &mnuCurrencyInfluence, &mnuDebtsCover, nullptr, &mnuCopyOper, &mnuUndo,
-       nullptr, &mnuOperToDesktop, &mnuProtocol, &mnuLog, &mnuAutoNumber},
-      {}};
+  ui::Menu menuTools{{&mnuCurrencyExchange, &mnuCurrencyInfluence, &mnuDebtsCover, &mnuPayDebts,
+                      &mnuReceiveDebts, nullptr, &mnuCopyOper, &mnuUndo, nullptr, &mnuOperToDesktop,
+                      &mnuProtocol, &mnuLog, &mnuAutoNumber},
+                     {}};
 
  private:
   // What added the last entries; an entry added free is taken back when its editor is left.
@@ -128,6 +131,7 @@ class frmBROper final : public ui::Form, private OperationLink {
   void deleteOperation();
   void openTool(const OperationTool& tool);
   void openAskedTool();
+  void chooseDebts(MoneyGoes way);
   void setDate(DateTime date) override;
   void setComment(std::string_view comment) override { txtComment.text = std::string(comment); }
   void refreshEntries() override;
