@@ -21,7 +21,7 @@ constexpr const char* kFirms = "O0000100";
 std::vector<ui::Column> debtColumns() {
   constexpr auto right = ui::Align::Right;
   return {{"Data", 10},
-          {"Informacija", 24, ui::Align::Left, true},
+          {"Informacija", 26},
           {"Suma, Lt", 11, right},
           {"Suma valiuta", 11, right},
           {"Balansas, Lt", 11, right},

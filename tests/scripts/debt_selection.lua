@@ -46,6 +46,8 @@ test("a buyer pays a part of what he owes", function()
   expect(message(), nil)
   expect(count "lvwBRRecords", 1)
   expect(row("lvwBRRecords", 1).mark, "good")
+  expect(row("lvwBRRecords", 1)["Nuorodos"], "2004.01.15 S-0001 Prekės UAB Pirkėjas")
+  expect(row("lvwBRRecords", 1).tag, "DO00001003#UAB Pirkėjas#CO00001003#UAB Pirkėjas")
   click "cmdWrite"
   expect(message(), nil)
   expect_books [[
@@ -76,6 +78,8 @@ test("a debt in dollars is paid in litas", function()
   click "cmdOK"
   expect(message(), nil)
   expect(count "lvwBRRecords", 2)
+  expect(row("lvwBRRecords", 1).tag, "DO00001002#UAB Tiekėjas", "a gain of that supplier")
+  expect(row("lvwBRRecords", 2).tag, "DO00001002#UAB Tiekėjas#CO00001002#UAB Tiekėjas")
   click "cmdWrite"
   expect(message(), nil)
   expect_books [[
