@@ -10,6 +10,7 @@ constexpr int kRule = 100, kSignature = 48;
 constexpr const char* kSeal = "                     A.V.";
 
 const Style kPlain{};
+const Style kSmall{8, false, false, ui::Align::Left};  // a rule of full length fits the line
 const Style kBold{0, true, false, ui::Align::Left};
 
 Paragraph plain(std::string text, float beforeMm = 0, float afterMm = 0) {
@@ -22,7 +23,7 @@ void addParty(ReportDocument& document, const FirmRecord& firm) {
   if (!firm.fax.empty()) details += ", faks. " + firm.fax;
   document.body.push_back(Paragraph{firm.name, kBold, 0, 0});
   document.body.push_back(plain(std::move(details)));
-  document.body.push_back(plain(std::string(kRule, '_'), 0, 3));
+  document.body.push_back(Paragraph{std::string(kRule, '_'), kSmall, 0, 3});
 }
 
 void addSignature(ReportDocument& document, const FirmRecord& firm) {
