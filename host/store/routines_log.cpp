@@ -1,5 +1,6 @@
 // The protocol of operations as lists, and the undo of the last save.
 #include <array>
+#include <cstdlib>
 
 #include "framework/references.h"
 #include "host/store/answer.h"
@@ -58,7 +59,7 @@ std::string shownValue(Database& db, const std::string& field, const std::string
   if (value.empty()) return value;
   std::string shown;
   if (field == "BROperGroupID") {
-    shown = textFrom(db, "SELECT name FROM oper_group WHERE id = $1", std::stoi(value));
+    shown = textFrom(db, "SELECT name FROM oper_group WHERE id = $1", std::atoi(value.c_str()));
   } else if (field == "VATRegisterIndication") {
     shown = value == "1" ? "Gauta PVM sąskaita faktūra" : "Išrašyta PVM sąskaita faktūra";
   } else if (field == "ClientOIDR") {

@@ -4,8 +4,10 @@
 #include <map>
 #include <set>
 
+#include "host/store/oper_record.h"
 #include "host/store/oper_save.h"
 #include "host/store/protocol.h"
+#include "host/store/records.h"
 #include "host/store/sql.h"
 
 namespace tolvex::store {
@@ -158,6 +160,12 @@ UndoTarget undoTarget(Session& session, int operId) {
 
 void undoSave(Session& session, int operId, int version) {
   Database& db = session.db();
+  // Nothing is told of the operation to who may not write in its group; which right is needed
+  // depends on what is taken back, and the save asks for it.
+  const auto stands = readHeader(db, operId);
+  const Flags flags =
+      session.rights(stands ? operComponent(stands->groupId) : std::string("CBROperRights"));
+  if (!flags.edit && !flags.create && !flags.remove) refuseSave();
   const UndoTarget target = undoTarget(session, operId);
   const auto header = holdOperation(session, operId, pointersOf(target.image));
   if (versionOf(header) != version) {

@@ -3,6 +3,7 @@
 #include "framework/parameters.h"
 #include "framework/references.h"
 #include "operations/screen/operation_rows.h"
+#include "platform/save_outcome.h"
 
 namespace tolvex {
 namespace {
@@ -64,8 +65,14 @@ std::optional<std::string> pickDocumentGroup(HostContext& host, std::string_view
 
 std::optional<std::string> nextNumber(VXObjectUIO& object, const DocumentGroup& group) {
   if (group.numberMask.empty()) return std::nullopt;
+  HostContext& host = hostContext();
+  const unsigned before = host.interruptions();
   const MethodResult number = object.Methods("GetAutoNumber");
-  if (number.Code != kDone) return std::nullopt;
+  if (number.Code != kDone) {
+    // A refusal of the store has been shown by the read, a fault of the program has not.
+    if (host.interruptions() == before) showFailure(host, number);
+    return std::nullopt;
+  }
   return number.Value.Show();
 }
 
