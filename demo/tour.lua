@@ -1,7 +1,8 @@
 -- A walk through the program: login, tree, a new operation with an entry in litas and one in a
 -- currency, saved, closed and opened again, and a save that is refused; a new account with a mark,
 -- the plan on paper, a lock that refuses yesterday's entry, a firm, rates, rights; the books moved
--- to a small new plan and back again from the copy. Pictures and reports go to out/.
+-- to a small new plan and back again from the copy; a group with numbers and templates of its own,
+-- an entry spread over a year, the log. Pictures and reports go to out/.
 
 local function picture(name) shot("out/tour-" .. name .. ".png") end
 
@@ -189,4 +190,56 @@ test("the books move to a new plan and back again", function()
   expect(books.balances(today())["2711"] ~= nil, true)
   picture "23-restored"
   close()
+end)
+
+test("a group, its documents, an entry spread over a year", function()
+  right_click("tvwLayout", "Finansinių operacijų apskaita")
+  pick "Naują operacijų grupė"
+  enter("txtName", "Nuoma")
+  choose("tabGroup", "numbering")
+  check("lvwAutoNumber", "Auto-numeris")
+  check("lvwAutoNumber", "Prefiksas")
+  click "cmdUp"
+  enter("txtPrefix", "N")
+  enter("txtANTemplate", "0000")
+  picture "24-group-numbers"
+  choose("tabGroup", "templates")
+  click "cmdTemplate"
+  enter("txtFind", "pirkimai")
+  click "cmdOk"
+  right_click("trwTemplates", "Paslaugų pirkimas be PVM   (6123-450)")
+  pick "Nustatyti pagrindiniu"
+  picture "25-group-templates"
+  click "cmdWrite"
+  expect(message(), nil)
+  close()
+
+  for number = 1, 3 do
+    open("O0201500", { group = "Nuoma" })
+    expect(text "txtNumber", "N-000" .. number)
+    double_click("lvwBRRecords", 1)
+    enter("txtSuma", "1000")
+    double_click("lvwAddressC", 1)
+    double_click("lvwObjects", "UAB Tiekėjas")
+    click "cmdWrite"
+    enter("txtComment", "Patalpų nuoma")
+    click "cmdWrite"
+    expect(message(), nil)
+    if number < 3 then close() end
+  end
+  right_click("lvwBRRecords", 1)
+  pick "Išdėstyti pagal mėnesius"
+  enter("txtMonthCount", "12")
+  leave()
+  picture "26-spreading"
+  click "cmdOK"
+  expect(count "lvwBRRecords", 12)
+  click "cmdWrite"
+  picture "27-spread"
+  click "cmdTools"
+  pick "Pakeitimai"
+  picture "28-log"
+  close()
+  close()
+  expect_clean()
 end)
