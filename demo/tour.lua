@@ -2,7 +2,8 @@
 -- currency, saved, closed and opened again, and a save that is refused; a new account with a mark,
 -- the plan on paper, a lock that refuses yesterday's entry, a firm, rates, rights; the books moved
 -- to a small new plan and back again from the copy; a group with numbers and templates of its own,
--- an entry spread over a year, the log. Pictures and reports go to out/.
+-- an entry spread over a year, the log; dollars paid in two parts at two rates, a buyer's debt set
+-- off against a supplier's, its act. Pictures and reports go to out/.
 
 local function picture(name) shot("out/tour-" .. name .. ".png") end
 
@@ -240,6 +241,81 @@ test("a group, its documents, an entry spread over a year", function()
   pick "Pakeitimai"
   picture "28-log"
   close()
+  close()
+  expect_clean()
+end)
+
+-- An operation of entries { debit, credit, sum, side of the buyer, sign, code, rate }, stored.
+local function stored(day, number, entries)
+  local operation = object "O0201500"
+  operation:set("DateD", day)
+  operation:set("Number", number)
+  operation:set("BROperGroupID", 2)
+  for _, e in ipairs(entries) do
+    local made = operation:methods("AddBR",
+      { e[1], e[2], e[3], { e[4], "O00001003", "UAB Pirkėjas" }, e[5] or 0, e[6] or "", e[7] or 0 })
+    expect(made.code, 0, made.text)
+  end
+  expect(operation:save().code, 0)
+end
+
+local function cover(day, debts, counter)
+  open("O0201500", { group = "Bendrosios operacijos" })
+  click "cmdTools"
+  pick "Skolų dengimas"
+  date("dtpDate", day)
+  enter("cmbAccC", debts)
+  enter("cmbAccD", counter)
+  click "cmdGo"
+  choose("cmbAddr", "UAB Pirkėjas")
+end
+
+local function keep()
+  click "cmdOK"
+  expect(message(), nil)
+  click "cmdExit"
+  click "cmdWrite"
+  expect(message(), nil)
+end
+
+test("debts are covered", function()
+  -- The lock on 240 of this walk would refuse its entries.
+  open "O02013000"
+  double_click("lsvBRLock", "240")
+  choose "optNotLock"
+  click "cmdWrite"
+  close()
+
+  stored("2004.01.10", "D-1", { { "204", "450", 1000, -1, -1, "USD", 2.8 } })
+  stored("2004.02.10", "D-2", { { "450", "2713", 400, 1, 1, "USD", 2.7 } })
+  stored("2004.03.10", "D-3", { { "450", "2713", 600, 1, 1, "USD", 2.75 } })
+  cover("2004.02.10", "450", "450")
+  enter("txtSumC", "1080")
+  check("lvwBRPrimary", find_row("lvwBRPrimary", { ["Data"] = "2004.01.10" }))
+  check("lvwBRSecondary", 1)
+  picture "29-dollars-in-part"
+  keep()
+  picture "30-difference"
+  close()
+  cover("2004.03.10", "450", "450")
+  click "optAllC"
+  click "optAllD"
+  picture "31-dollars-at-another-rate"
+  keep()
+  close()
+
+  stored("2004.03.20", "D-4", { { "204", "450", 500, -1 } })
+  cover(today(), "450", "240")
+  enter("txtSumC", "500")
+  enter("txtSumD", "500")
+  click "optAllC"
+  click "optAllD"
+  picture "32-set-off"
+  click "cmdPrint"
+  picture "33-act"
+  save_report "out/tour-act.pdf"
+  close_report()
+  keep()
   close()
   expect_clean()
 end)
