@@ -111,10 +111,12 @@ class BareInserts {
   void run() {
     for (int i = 0; i < kPerSlice; ++i) {
       Transaction transaction(db_, Transaction::For::Write);
+      header_.id = 0;  // each is a new one
       header_.autoNumber = ++number_;
       header_.number = "S-" + std::to_string(number_);
       insertHeader(db_, header_);
       for (EntryRow& entry : entries_) {
+        entry.id = 0;
         entry.guid = newGuid();
         entry.debit.itemId = header_.id;
         insertEntry(db_, header_.id, entry);
