@@ -63,8 +63,10 @@ int findBucket(Database& db, const std::string& key, bool lock) {
 }
 
 bool taken(Database& db, int bucketId, int number, int exceptId) {
-  auto select =
-      db.prepare("SELECT id FROM oper WHERE an_bucket_id = $1 AND auto_number = $2 AND id <> $3");
+  // The last condition lets the index of running numbers serve.
+  auto select = db.prepare(
+      "SELECT id FROM oper WHERE an_bucket_id = $1 AND auto_number = $2 AND id <> $3"
+      " AND auto_number > 0");
   select->bind(1, bucketId).bind(2, number).bind(3, exceptId);
   return select->step();
 }
