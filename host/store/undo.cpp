@@ -89,14 +89,23 @@ EntryChange broughtBack(Database& db, const std::map<int, EntryRow>& now, const 
   EntryChange change;
   change.after = then;
   refresh(db, *change.after);
-  if (const auto place = now.find(then.id); place != now.end()) {
-    change.before = place->second;
-    settleReferences(place->second, *change.after);
-    return change;
-  }
-  settleReferences({}, *change.after);
-  if (anyRow(db, "SELECT 1 FROM entry WHERE id = $1", then.id)) change.after->id = 0;
+  const auto place = now.find(then.id);
+  if (place != now.end()) change.before = place->second;
+  settleReferences(change.before.value_or(EntryRow{}), *change.after);
   return change;
+}
+
+// Entries that had gone take their ids again. When one of these was given away, all get new ones,
+// so that they keep their order.
+void settleIds(Database& db, std::vector<EntryChange>& entries) {
+  const auto returns = [](const EntryChange& entry) { return !entry.before && entry.after; };
+  const bool given = std::any_of(entries.begin(), entries.end(), [&](const EntryChange& entry) {
+    return returns(entry) && anyRow(db, "SELECT 1 FROM entry WHERE id = $1", entry.after->id);
+  });
+  if (!given) return;
+  for (EntryChange& entry : entries) {
+    if (returns(entry)) entry.after->id = 0;
+  }
 }
 
 // Payments of other operations must not lose the posting that they follow.
@@ -130,6 +139,7 @@ OperChange changeBack(Database& db, const std::optional<HeaderRow>& header,
     for (EntryRow& entry : readEntries(db, header->id)) now[entry.id] = std::move(entry);
   }
   for (const EntryRow& then : image.entries) change.entries.push_back(broughtBack(db, now, then));
+  settleIds(db, change.entries);
   for (const int id : image.added) {
     const auto place = now.find(id);
     if (place == now.end()) refuseOtherwiseChanged();

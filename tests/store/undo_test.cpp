@@ -7,6 +7,7 @@
 #include <rapidcheck/gtest.h>
 
 #include "framework/references.h"
+#include "framework/text.h"
 #include "host/store/oper_image.h"
 #include "host/store/sql.h"
 #include "tests/store/oper_books.h"
@@ -208,6 +209,28 @@ TEST_F(UndoTest, RefusedWithNothingLeft) {
   ASSERT_EQ(undoNow(*session, id).Code, kDone);
   id = 4711;
   refused(kRuleBroken, 0);
+}
+
+// An engine that counts ids by the rows that are there gives those of the last entries away.
+TEST(Undo, OfADeleteKeepsTheOrderOfEntriesWhoseIdsWereGivenAway) {
+  for (const int newcomers : {1, 2, 3}) {
+    SCOPED_TRACE(newcomers);
+    const auto session = memoryBooks();
+    const int id = savedId(
+        *session,
+        {20040115, {{"240", "500", 100, {{1, kFirmB}}}, {"240", "4461", 18, {{1, kFirmA}}}}});
+    ASSERT_EQ(session->erase("O0201500", operRef(id)).Code, kDone);
+    TestOper newcomer{20040116, {}};
+    newcomer.entries.resize(static_cast<std::size_t>(newcomers), {"2711", "500", 5});
+    savedId(*session, newcomer);
+    EXPECT_EQ(undoNow(*session, id).Text, "");
+    const RowSetPtr record = loaded(*session, id);
+    std::string sums;
+    ForEachRow(entries(*record),
+               [&](RowSet& row) { sums += plainNumber(row["SumA"].Number()) + " "; });
+    EXPECT_EQ(sums, "100 18 ");
+    EXPECT_EQ(findingsText(session->db()), "");
+  }
 }
 
 TEST_F(UndoTest, ADeletedNumberThatWasTakenBecomesTheNext) {
