@@ -15,7 +15,7 @@
 
 namespace tolvex::store {
 
-inline constexpr int kFirstDay = 19000101;
+inline constexpr int kFirstDay = 19000101;  // nothing is entered on an earlier one
 inline constexpr int kNoLimit = 99991231;
 
 // Whose postings count: everybody's, those with any addressee of a kind (a text of eight

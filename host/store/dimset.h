@@ -15,6 +15,7 @@ namespace tolvex::store {
 
 // The addressees on one side of an entry in order, each once, joined by a bar; "" for none.
 std::string dimsetKey(const EntryRow& entry, int sign);
+inline constexpr std::size_t kLongestDimset = 600;  // of a key that can be stored
 std::vector<std::string> dimsetRefs(std::string_view key);
 
 // Ids of sets that were seen stored; kept for the life of a session.

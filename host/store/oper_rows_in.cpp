@@ -4,6 +4,8 @@
 
 #include "framework/references.h"
 #include "framework/text.h"
+#include "host/store/balances.h"
+#include "host/store/dimset.h"
 #include "host/store/oper_change.h"
 #include "host/store/whole_parts.h"
 #include "operations/entry_rules.h"
@@ -121,6 +123,15 @@ RefRow refFrom(RowSet& row, RowSet& BR, const std::set<std::string, std::less<>>
   return ref;
 }
 
+// The addressees of a side make up the key of a row.
+void refuseTooMany(const EntryRow& entry, RowSet& BR) {
+  for (const int sign : {1, -1}) {
+    if (dimsetKey(entry, sign).size() > kLongestDimset) {
+      refuseEntry("Vienoje įrašo pusėje per daug adresatų!", BR);
+    }
+  }
+}
+
 void takeReferences(RowSet& BR, const std::set<std::string, std::less<>>& addresseeKinds,
                     EntryChange& change) {
   EntryRow& entry = *change.after;
@@ -154,6 +165,7 @@ void takeReferences(RowSet& BR, const std::set<std::string, std::less<>>& addres
 void takeFields(RowSet& BR, int operDay, EntryRow& entry) {
   entry.guid = textOf(BR, "GUID", 40);
   entry.day = dayOf(BR, "DateD", operDay);
+  if (entry.day < kFirstDay) refuseEntry("Klaidinga įrašo data: " + dayText(entry.day) + "!", BR);
   entry.sumLt = partsOrRefuse(BR["SumA"].Number(), kCents, BR);
   entry.info = textOrNull(BR, "Info", 1000);
   entry.tag = textOrNull(BR, "Tag", 100);
@@ -214,6 +226,9 @@ HeaderRow headerFrom(RowSet& changes, std::string_view otype, const HeaderRow* b
   row.groupId = intOf(changes, "BROperGroupID");
   row.day = dayOf(changes, "DateD", 0);
   if (row.day == 0) throw Refusal(kRuleBroken, "Nenurodyta operacijos data!");
+  if (row.day < kFirstDay) {
+    throw Refusal(kRuleBroken, "Klaidinga operacijos data: " + dayText(row.day) + "!");
+  }
   row.serija = textOf(changes, "Serija", 20);
   row.number = textOf(changes, "Number", 500);
   row.comment = textOf(changes, "Comment", 1000);
@@ -252,6 +267,7 @@ std::vector<EntryChange> entriesFrom(Session& session, RowSet& changes, const Op
       takeFields(BR, change.after.day, *entry.after);
       takeCurrencies(BR, *entry.after);
       takeReferences(BR, kinds, entry);
+      refuseTooMany(*entry.after, BR);
     }
     entries.push_back(std::move(entry));
   });

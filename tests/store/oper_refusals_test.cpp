@@ -96,6 +96,23 @@ const Refused kSaves[] = {
      [](Session& s) {
        return ofTemplate(s, purchaseLine(s), {{1, kFirmA}});
      }},
+    {"a date before all books", kRuleBroken, "Klaidinga operacijos data: 0204.01.15!",
+     [](Session& s) {
+       return newOperation(s, {2040115, {{"240", "500", 1}}});
+     }},
+    {"an entry's date before all books", kRuleBroken,
+     "Klaidinga įrašo data: 0204.01.15!\r\n240 500 1,00",
+     [](Session& s) {
+       return withEntry(s, {"240", "500", 1, {}, {}, 2040115});
+     }},
+    {"more addressees than a side can hold", kRuleBroken,
+     "Vienoje įrašo pusėje per daug adresatų!\r\n240 500 1,00",
+     [](Session& s) {
+       TestEntry entry{"240", "500", 1};
+       for (int i = 0; i < 60; ++i)
+         entry.refs.push_back({1, "O0000100" + std::to_string(1000 + i)});
+       return withEntry(s, std::move(entry));
+     }},
     {"no sum", kRuleBroken, "Klaidinga sumos reikšmė!\r\n240 500 0,00",
      [](Session& s) {
        return withEntry(s, {"240", "500", 0});
