@@ -15,6 +15,13 @@
 namespace tolvex::store {
 namespace {
 
+// What an operation was is told to who may view what it is.
+int viewedOperation(Session& session, const Argument& reference) {
+  const int id = operIdOf(reference.str());
+  if (!session.rights(guardOf(session.db(), id)).view) refuseView();
+  return id;
+}
+
 constexpr ColumnSpec kLog[] = {col::date("Date"), col::text("User", 200), col::text("Action", 1),
                                col::integer("ID"), col::text("Name", 600)};
 
@@ -22,7 +29,7 @@ Variant GetBROperLog(Session& session, const Arguments& arguments, std::string_v
   auto log = bound(session.db(),
                    "SELECT at, user_name, action, id, oper_name FROM oper_log WHERE oper_id = $1"
                    " ORDER BY at DESC, id DESC",
-                   operIdOf(arguments[0].str()));
+                   viewedOperation(session, arguments[0]));
   Answer answer(kLog);
   while (log->step()) {
     answer.row().moment(log->text(0)).text(log->text(1)).text(log->text(2));
@@ -74,7 +81,7 @@ constexpr ColumnSpec kChanges[] = {col::text("Name", 100), col::text("Old", 6000
 Variant GetBROperLogDetail(Session& session, const Arguments& arguments, std::string_view) {
   Database& db = session.db();
   auto row = bound(db, "SELECT detail FROM oper_log WHERE id = $1 AND oper_id = $2",
-                   arguments[1].integer(), operIdOf(arguments[0].str()));
+                   arguments[1].integer(), viewedOperation(session, arguments[0]));
   if (!row->step()) throw Refusal(kObjectGone, "Protokolo įrašas nerastas!");
   const std::string detail(row->text(0));
   row->reset();
@@ -87,7 +94,7 @@ Variant GetBROperLogDetail(Session& session, const Arguments& arguments, std::st
 }
 
 Variant GetUndo(Session& session, const Arguments& arguments, std::string_view) {
-  const UndoTarget target = undoTarget(session, operIdOf(arguments[0].str()));
+  const UndoTarget target = undoTarget(session, viewedOperation(session, arguments[0]));
   Answer answer(kLog);
   answer.row().moment(target.at).text(target.userName).text(target.action);
   answer.integer(target.logId).text("");

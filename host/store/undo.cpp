@@ -1,6 +1,7 @@
 #include "host/store/undo.h"
 
 #include <algorithm>
+#include <limits>
 #include <map>
 #include <set>
 
@@ -39,9 +40,10 @@ UndoTarget newestBelow(Database& db, int operId, int belowId) {
   return row;
 }
 
+constexpr int kNewest = std::numeric_limits<int>::max();
+
 UndoTarget targetFor(Session& session, int operId, int version) {
-  constexpr int kAbove = 2147483647;
-  int below = kAbove;
+  int below = kNewest;
   for (int expected = version;;) {
     UndoTarget row = newestBelow(session.db(), operId, below);
     if (row.logId == 0) refuseNothing();
@@ -164,6 +166,12 @@ int versionOf(const std::optional<HeaderRow>& header) { return header ? header->
 
 }  // namespace
 
+std::string guardOf(Database& db, int operId) {
+  if (const auto stands = readHeader(db, operId)) return operComponent(stands->groupId);
+  const auto last = newestBelow(db, operId, kNewest).image.header;
+  return last ? operComponent(last->groupId) : "CBROperRights";
+}
+
 UndoTarget undoTarget(Session& session, int operId) {
   return targetFor(session, operId, versionOf(readHeader(session.db(), operId)));
 }
@@ -172,9 +180,7 @@ void undoSave(Session& session, int operId, int version) {
   Database& db = session.db();
   // Nothing is told of the operation to who may not write in its group; which right is needed
   // depends on what is taken back, and the save asks for it.
-  const auto stands = readHeader(db, operId);
-  const Flags flags =
-      session.rights(stands ? operComponent(stands->groupId) : std::string("CBROperRights"));
+  const Flags flags = session.rights(guardOf(db, operId));
   if (!flags.edit && !flags.create && !flags.remove) refuseSave();
   const UndoTarget target = undoTarget(session, operId);
   const auto header = holdOperation(session, operId, pointersOf(target.image));

@@ -19,6 +19,10 @@ struct UndoTarget {
   SavedImage image;
 };
 
+// The component that guards the operation: that of its group, of a deleted one that of the group it
+// stood in.
+std::string guardOf(Database& db, int operId);
+
 // The save that an undo would take back. Throws Refusal 1204 when there is none or when the
 // operation has changed since without a save (a conversion of the plan).
 UndoTarget undoTarget(Session& session, int operId);

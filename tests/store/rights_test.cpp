@@ -184,6 +184,37 @@ TEST_P(Rights, AGroupMayBeClosedToARoleThatWritesInTheOthers) {
   EXPECT_EQ(save(session(), *open).Code, kNoSaveRight) << "nor can a document be moved there";
 }
 
+// What an operation was is told to who may view its group, and brought back by who may write in it;
+// of one that is gone the group that it stood in counts.
+TEST_P(Rights, TheProtocolOfAnOperationIsGuardedByItsGroup) {
+  const int id = savedId(session(), {20040115, {{"2711", "500", 1}}, 4});
+  const auto log = integerFrom(db(), "SELECT MAX(id) FROM oper_log");
+  const std::string reference = "'" + operRef(id) + "'";
+  const auto asHolderIn = [&](const char* group) {
+    asHolderOf(-1);
+    run(db(), "INSERT INTO right_grant VALUES (44, $1, 1, 1, 1, 1, 0)", group);
+  };
+  for (const bool gone : {false, true}) {
+    SCOPED_TRACE(gone ? "gone" : "standing");
+    for (const auto& [group, expected] : {std::pair("CBROperRights2", int{kNoSaveRight}),
+                                          std::pair("CBROperRights4", int{kDone})}) {
+      asHolderIn(group);
+      const auto code = [&](const char* routine, const std::string& parameters) {
+        return session().call("O0201500", routine, parameters).Code;
+      };
+      EXPECT_EQ(code("GetBROperLog", reference), expected);
+      EXPECT_EQ(code("GetBROperLogDetail", reference + "," + std::to_string(*log)), expected);
+      EXPECT_EQ(code("GetUndo", reference), expected);
+      if (gone) {
+        EXPECT_EQ(code("UndoSave", reference + ",0"), expected);
+      }
+    }
+    if (!gone) {
+      EXPECT_EQ(session().erase("O0201500", operRef(id)).Code, kDone);
+    }
+  }
+}
+
 TEST_P(Rights, ABlockedUserAndOneWhoMustChangeHisPasswordHaveNone) {
   EXPECT_TRUE(session().rights("CFirms").edit);
   run(db(), "UPDATE app_user SET must_change = 1 WHERE id = 1");
