@@ -5,6 +5,7 @@
 #include "host/store/answer.h"
 #include "host/store/records.h"
 #include "host/store/routine_table.h"
+#include "host/store/settings.h"
 #include "host/store/sql.h"
 
 namespace tolvex::store {
@@ -76,18 +77,11 @@ Variant DeleteComment(Session& session, const Arguments& arguments, std::string_
 constexpr ColumnSpec kSetting[] = {col::text("Value", 5000)};
 constexpr std::string_view kToolSettings = "O0201500";
 
-// Reads the user's setting of that name (else the one for all); with an argument writes it first.
+// Reads the user's setting of that name; with an argument writes it first.
 Variant toolSetting(Session& session, const Arguments& arguments, std::string_view name) {
-  if (!arguments[0].absent())
-    run(session.db(),
-        "INSERT INTO user_setting (user_id, object_code, name, value) VALUES ($1, $2, $3, $4)"
-        " ON CONFLICT (user_id, object_code, name) DO UPDATE SET value = excluded.value",
-        session.user().id, kToolSettings, name, arguments[0].str());
+  if (!arguments[0].absent()) storeSetting(session, kToolSettings, name, arguments[0].str());
   Answer answer(kSetting);
-  answer.row().text(textFrom(session.db(),
-                             "SELECT value FROM user_setting WHERE user_id IN ($1, 0)"
-                             " AND object_code = $2 AND name = $3 ORDER BY user_id DESC",
-                             session.user().id, kToolSettings, name));
+  answer.row().text(settingOf(session, kToolSettings, name).value_or(""));
   return answer.done();
 }
 

@@ -4,6 +4,7 @@
 #include "host/store/moments.h"
 #include "host/store/records.h"
 #include "host/store/routine_table.h"
+#include "host/store/settings.h"
 #include "host/store/sql.h"
 
 namespace tolvex::store {
@@ -64,27 +65,15 @@ Variant GetUser(Session& session, const Arguments&, std::string_view) {
 
 constexpr ColumnSpec kSetting[] = {{"Value", FieldType::Text}};
 
-// The user's own setting, else the one that is meant for all, else the default.
 Variant GetSetting(Session& session, const Arguments& arguments, std::string_view) {
-  auto query = session.db().prepare(
-      "SELECT value FROM user_setting WHERE user_id IN ($1, 0) AND object_code = $2 AND name = $3"
-      " ORDER BY user_id DESC");
-  query->bind(1, session.user().id).bind(2, arguments[0].str()).bind(3, arguments[1].str());
-  RowSetPtr rows = RowSet::make(kSetting);
-  rows->LoadRow();
-  (*rows)["Value"] = query->step() ? std::string(query->text(0)) : arguments[2].str();
-  return rows;
+  Answer answer(kSetting);
+  answer.row().text(
+      settingOf(session, arguments[0].str(), arguments[1].str()).value_or(arguments[2].str()));
+  return answer.done();
 }
 
 Variant SaveSetting(Session& session, const Arguments& arguments, std::string_view) {
-  auto write = session.db().prepare(
-      "INSERT INTO user_setting (user_id, object_code, name, value) VALUES ($1, $2, $3, $4)"
-      " ON CONFLICT (user_id, object_code, name) DO UPDATE SET value = excluded.value");
-  write->bind(1, session.user().id)
-      .bind(2, arguments[0].str())
-      .bind(3, arguments[1].str())
-      .bind(4, arguments[2].str());
-  write->run();
+  storeSetting(session, arguments[0].str(), arguments[1].str(), arguments[2].str());
   return {};
 }
 

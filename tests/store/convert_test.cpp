@@ -416,6 +416,19 @@ TEST_P(Conversion, TheBackupBringsEverythingBack) {
   EXPECT_EQ(differences(converted, state()), "admin_log store_meta ") << "and forth";
 }
 
+// The copy was made when somebody else had the id.
+TEST_P(Conversion, WhoIsGoneWithTheRestoreWritesNothing) {
+  run(db(), "UPDATE app_user SET login = 'ankstesnis' WHERE id = 1");
+  std::filesystem::create_directory(folder_.path("kopijos"));
+  backupBooks(db(), folder_.path("kopijos/Ankstesne.tolvex"));
+  run(db(), "UPDATE app_user SET login = 'admin' WHERE id = 1");
+  ASSERT_EQ(call("RestoreDB", "'Ankstesne'").Code, kDone);
+  EXPECT_FALSE(session().rights("CFirms").view);
+  EXPECT_EQ(call("SaveSetting", "'O0201500','Clone536','5361'").Code, kNoSaveRight);
+  EXPECT_EQ(session().call("O0201500", "DebtsCoverParameters", "'450 D'").Code, kNoSaveRight);
+  EXPECT_FALSE(anyRow(db(), "SELECT 1 FROM user_setting WHERE user_id = 0"));
+}
+
 TEST_P(Conversion, ABackupThatFailsLeavesTheOlderOne) {
   ASSERT_EQ(call("BackUpDB").Code, kDone) << "an empty name means the usual one";
   const std::string file = folder_.path("kopijos/Convert.tolvex");
