@@ -3,37 +3,15 @@
 
 #include "framework/references.h"
 #include "host/cards/all_cards.h"
-#include "host/objects/module_loader.h"
-#include "host/script/headless_stage.h"
-#include "host/script/program.h"
-#include "host/script/runner.h"
 #include "platform/input.h"
+#include "tests/support/program_test.h"
 #include "tests/support/screen_text.h"
 
 namespace tolvex {
 namespace {
 
-class Cards : public testing::Test {
+class Cards : public test::ProgramTest {
  protected:
-  void SetUp() override {
-    Program::Options options;
-    options.place = books_.place();
-    options.today = DateTime::Of(2004, 3, 31);
-    program_ = std::make_unique<Program>(*module(), options);
-    workspace_ = program_->open(stage_, stage_);
-    stage_.setDriver(
-        [this] {
-          if (const Message* box = stage_.openMessage()) boxes_.push_back(box->text);
-          return false;
-        },
-        [this] { workspace_->idle(); });
-  }
-  static std::unique_ptr<Module>& module() {
-    static std::unique_ptr<Module> loaded = loadModule(TOLVEX_MODULE);
-    return loaded;
-  }
-  HostContext& host() { return workspace_->context(); }
-
   // The screen of a stored object, or of a new one where only a kind is given.
   std::shared_ptr<ui::Form> shown(const std::string& reference) {
     const auto object =
@@ -44,12 +22,6 @@ class Cards : public testing::Test {
     host().screens().show(form);
     return form;
   }
-
-  script::ScratchBooks books_{""};
-  HeadlessStage stage_;
-  std::unique_ptr<Program> program_;
-  std::unique_ptr<Workspace> workspace_;
-  std::vector<std::string> boxes_;
 };
 
 TEST_F(Cards, EachOpensNewAndEveryButtonOfItDoesSomething) {

@@ -8,12 +8,9 @@
 
 #include "host/objects/inner_uio.h"
 #include "host/objects/list_report.h"
-#include "host/objects/module_loader.h"
-#include "host/script/headless_stage.h"
-#include "host/script/program.h"
-#include "host/script/runner.h"
 #include "host/store/sql.h"
 #include "platform/input.h"
+#include "tests/support/program_test.h"
 
 namespace tolvex {
 namespace {
@@ -36,35 +33,11 @@ class Card final : public ui::Form {
   std::string reference_;
 };
 
-class WorkspaceTest : public testing::Test {
+class WorkspaceTest : public test::ProgramTest {
  protected:
-  void SetUp() override {
-    Program::Options options;
-    options.place = books_.place();
-    options.today = DateTime::Of(2004, 3, 31);
-    program_ = std::make_unique<Program>(*module(), options);
-    workspace_ = program_->open(stage_, stage_);
-    stage_.setDriver(
-        [this] {
-          if (const Message* box = stage_.openMessage()) boxes_.push_back(box->text);
-          return false;
-        },
-        [this] { workspace_->idle(); });
-  }
-  static std::unique_ptr<Module>& module() {
-    static std::unique_ptr<Module> loaded = loadModule(TOLVEX_MODULE);
-    return loaded;
-  }
-  HostContext& host() { return workspace_->context(); }
   std::shared_ptr<Card> card(const char* reference) {
     return std::make_shared<Card>(host(), reference);
   }
-
-  script::ScratchBooks books_{""};
-  HeadlessStage stage_;
-  std::unique_ptr<Program> program_;
-  std::unique_ptr<Workspace> workspace_;
-  std::vector<std::string> boxes_;
 };
 
 TEST_F(WorkspaceTest, OneScreenAnObjectWhateverItsReferenceIsCalled) {
