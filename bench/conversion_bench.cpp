@@ -1,7 +1,6 @@
 // Figures of works on the books as a whole, as ratios within one run:
 //   conversion_bench [--quick] [--folder FOLDER]
 // Both are measured on a copy of the kept demo books, which goes afterwards.
-#include <cstring>
 #include <filesystem>
 
 #include "bench/demo_books.h"
@@ -128,16 +127,5 @@ int benchmarks(bool quick, const std::string& folder) {
 }  // namespace tolvex::store
 
 int main(int count, char** arguments) {
-  bool quick = false;
-  std::string folder = ".";
-  for (int i = 1; i < count; ++i) {
-    if (std::strcmp(arguments[i], "--quick") == 0) quick = true;
-    if (std::strcmp(arguments[i], "--folder") == 0 && i + 1 < count) folder = arguments[++i];
-  }
-  try {
-    return tolvex::store::benchmarks(quick, folder);
-  } catch (const std::exception& error) {
-    std::fprintf(stderr, "%s\n", error.what());
-    return 2;
-  }
+  return tolvex::bench::measured(count, arguments, tolvex::store::benchmarks);
 }

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <exception>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -27,7 +28,7 @@ inline std::unique_ptr<store::Session> openOrMake(const std::string& file, int o
 
 // The main of a program that measures: `--quick`, `--folder` where its books are kept.
 inline int measured(int count, char** arguments,
-                    int (*benchmarks)(bool quick, const std::string& folder)) {
+                    const std::function<int(bool quick, const std::string& folder)>& benchmarks) {
   bool quick = false;
   std::string folder = ".";
   for (int i = 1; i < count; ++i) {

@@ -2,19 +2,18 @@
 // whole, and read again after a save.
 //   groups_bench [--quick] [--folder FOLDER]
 // --quick takes a twentieth of the operations and a tenth of the books; the groups are as many.
-#include <cstring>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "bench/demo_books.h"
+#include "bench/demo_program.h"
 #include "bench/measure.h"
 #include "framework/references.h"
 #include "host/objects/frm_tree.h"
 #include "host/objects/module_loader.h"
 #include "host/objects/workspace.h"
 #include "host/script/headless_stage.h"
-#include "host/script/program.h"
 #include "host/store/sql.h"
 #include "platform/input.h"
 
@@ -64,10 +63,7 @@ std::string booksWithGroups(const std::string& folder, int operations) {
 
 void measure(const std::string& program, const std::string& books) {
   const auto module = loadModule(modulePathBeside(program));
-  Program::Options options;
-  options.place = books;
-  options.today = DateTime::Of(2004, 12, 31);
-  Program opened(*module, options);
+  Program opened(*module, bench::programOver(books));
   const auto all = static_cast<std::size_t>(
       *store::integerFrom(opened.session().db(), "SELECT COUNT(*) FROM oper_group"));
   std::vector<int> common;
@@ -138,18 +134,10 @@ void measureSums(const std::string& folder, bool quick) {
 }  // namespace tolvex
 
 int main(int count, char** arguments) {
-  std::string folder = ".";
-  int operations = tolvex::kOperations;
-  for (int i = 1; i < count; ++i) {
-    if (std::strcmp(arguments[i], "--quick") == 0) operations /= 20;
-    if (std::strcmp(arguments[i], "--folder") == 0 && i + 1 < count) folder = arguments[++i];
-  }
-  try {
+  return tolvex::bench::measured(count, arguments, [&](bool quick, const std::string& folder) {
+    const int operations = quick ? tolvex::kOperations / 20 : tolvex::kOperations;
     tolvex::measure(arguments[0], tolvex::booksWithGroups(folder, operations));
-    tolvex::measureSums(folder, operations != tolvex::kOperations);
-  } catch (const std::exception& error) {
-    std::fprintf(stderr, "%s\n", error.what());
-    return 2;
-  }
-  return tolvex::bench::missed == 0 ? 0 : 1;
+    tolvex::measureSums(folder, quick);
+    return tolvex::bench::missed == 0 ? 0 : 1;
+  });
 }

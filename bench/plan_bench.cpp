@@ -3,12 +3,12 @@
 //   plan_bench [--quick] [--folder FOLDER]
 // Processor time, the middle one of several rounds. --quick changes nothing: it is short anyway.
 #include <algorithm>
-#include <cstring>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "bench/demo_books.h"
+#include "bench/demo_program.h"
 #include "bench/measure.h"
 #include "host/objects/frm_list.h"
 #include "host/objects/frm_picker.h"
@@ -16,7 +16,6 @@
 #include "host/objects/module_loader.h"
 #include "host/objects/workspace.h"
 #include "host/script/headless_stage.h"
-#include "host/script/program.h"
 #include "host/store/sql.h"
 #include "platform/input.h"
 
@@ -97,10 +96,7 @@ void expectRows(std::size_t rows, std::size_t least) {
 
 void measure(const std::string& program, const std::string& books) {
   const auto module = loadModule(modulePathBeside(program));
-  Program::Options options;
-  options.place = books;
-  options.today = DateTime::Of(2004, 12, 31);
-  Program opened(*module, options);
+  Program opened(*module, bench::programOver(books));
   HeadlessStage stage;
   const auto workspace = opened.open(stage, stage);
   stage.renewed(*workspace);
@@ -147,14 +143,8 @@ void measure(const std::string& program, const std::string& books) {
 }  // namespace tolvex
 
 int main(int count, char** arguments) {
-  std::string folder = ".";
-  for (int i = 1; i + 1 < count; ++i)
-    if (std::strcmp(arguments[i], "--folder") == 0) folder = arguments[i + 1];
-  try {
+  return tolvex::bench::measured(count, arguments, [&](bool, const std::string& folder) {
     tolvex::measure(arguments[0], tolvex::booksWithPlan(folder));
-  } catch (const std::exception& error) {
-    std::fprintf(stderr, "%s\n", error.what());
-    return 2;
-  }
-  return tolvex::bench::missed == 0 ? 0 : 1;
+    return tolvex::bench::missed == 0 ? 0 : 1;
+  });
 }

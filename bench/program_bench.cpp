@@ -19,6 +19,8 @@
 #include <vector>
 
 #include "bench/demo_books.h"
+#include "bench/demo_program.h"
+#include "bench/measure.h"
 #include "framework/parameters.h"
 #include "framework/references.h"
 #include "framework/text.h"
@@ -28,7 +30,6 @@
 #include "host/objects/module_loader.h"
 #include "host/objects/workspace.h"
 #include "host/script/headless_stage.h"
-#include "host/script/program.h"
 #include "host/store/guid.h"
 #include "host/store/sql.h"
 #include "platform/input.h"
@@ -37,17 +38,12 @@ namespace tolvex {
 namespace {
 
 using bench::cpuSeconds;
+using bench::median;
 using bench::wallSeconds;
 using Figures = std::map<std::string, double>;
 
 constexpr const char* kGroups = "O0201400";
 constexpr const char* kOperations = "O0201500";
-
-double median(std::vector<double> values) {
-  std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2),
-                   values.end());
-  return values[values.size() / 2];
-}
 
 // The most memory that this process ever held, in megabytes.
 double residentPeak() {
@@ -59,13 +55,6 @@ double residentPeak() {
 
 void tell(const char* figure, double value) { std::printf("%s %.6f\n", figure, value); }
 
-Program::Options booksOptions(const std::string& books) {
-  Program::Options options;
-  options.place = books;
-  options.today = DateTime::Of(2004, 12, 31);
-  return options;
-}
-
 // --- parts, each in a process of its own --------------------------------------------------------
 
 // Runs the desktop over the books until `act` was done on its standing window.
@@ -76,7 +65,7 @@ int withWindow(const std::string& program, const std::string& books,
   Workspace* workspace = nullptr;
   DesktopRun run;
   run.open = [&](DesktopStage& stage) {
-    opened = std::make_unique<Program>(*module, booksOptions(books));
+    opened = std::make_unique<Program>(*module, bench::programOver(books));
     auto made = opened->open(stage, stage);
     workspace = made.get();
     stage.resize(1366, 768);
@@ -297,7 +286,7 @@ void largeOperation(const std::string& program, const std::string& folder, int e
   for (const char* suffix : {"", "-wal", "-shm"}) std::filesystem::remove(books + suffix);
   const std::string reference = saveLargeOperation(*bench::openOrMake(books, 0), entries);
   const auto module = loadModule(modulePathBeside(program));
-  Program opened(*module, booksOptions(books));
+  Program opened(*module, bench::programOver(books));
   HeadlessStage stage;
   const auto workspace = opened.open(stage, stage);
   stage.renewed(*workspace);
@@ -340,18 +329,9 @@ int main(int count, char** arguments) {
   const std::string program = arguments[0];
   const std::string part = count > 2 ? arguments[1] : "";
   qputenv("QT_QPA_PLATFORM", "offscreen");
-  try {
+  return tolvex::bench::measured(count, arguments, [&](bool quick, const std::string& folder) {
     if (part == "start") return tolvex::partStart(program, arguments[2]);
     if (part == "list" && count > 3) return tolvex::partList(program, arguments[2], arguments[3]);
-    bool quick = false;
-    std::string folder = ".";
-    for (int i = 1; i < count; ++i) {
-      if (std::strcmp(arguments[i], "--quick") == 0) quick = true;
-      if (std::strcmp(arguments[i], "--folder") == 0 && i + 1 < count) folder = arguments[++i];
-    }
     return tolvex::benchmarks(program, quick, folder);
-  } catch (const std::exception& error) {
-    std::fprintf(stderr, "%s\n", error.what());
-    return 2;
-  }
+  });
 }
