@@ -8,12 +8,14 @@
 #include <QListView>
 #include <QPainter>
 #include <QSignalBlocker>
+#include <utility>
 
 #include "framework/text.h"
 #include "host/desktop/control_view.h"
 #include "host/desktop/form_widget.h"
 #include "host/desktop/suggestions.h"
 #include "host/desktop/theme.h"
+#include "platform/host.h"
 
 namespace tolvex::desktop {
 
@@ -113,6 +115,26 @@ class Combo final : public QComboBox {
   }  // scrolling a screen chooses nothing
 };
 
+// Whether the suggestion was taken by Enter or by the mouse.
+class EnterNotice final : public QObject {
+ public:
+  explicit EnterNotice(QListView* popup) : QObject(popup) {
+    popup->installEventFilter(this);
+    popup->viewport()->installEventFilter(this);
+  }
+  bool pressed = false;
+
+ private:
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == QEvent::MouseButtonPress) pressed = false;
+    if (event->type() == QEvent::KeyPress) {
+      const int key = static_cast<QKeyEvent*>(event)->key();
+      pressed = key == Qt::Key_Return || key == Qt::Key_Enter;
+    }
+    return false;
+  }
+};
+
 class ComboView final : public ControlView {
  public:
   ComboView(FormWidget& form, ui::ComboBox& combo) : ControlView(form, combo), combo_(combo) {
@@ -133,17 +155,32 @@ class ComboView final : public ControlView {
     if (!combo_.editable) return;
     QLineEdit* edit = box_->lineEdit();
     const QString words = text(combo_.typed());
-    if (edit->text() == words) return;
     const int caret = edit->cursorPosition();
-    edit->setText(words);
-    edit->setCursorPosition(edit->hasFocus() ? std::min(caret, static_cast<int>(words.size())) : 0);
+    if (edit->text() != words) {
+      edit->setText(words);
+      edit->setCursorPosition(std::min(caret, static_cast<int>(words.size())));
+    }
+    if (!edit->hasFocus()) {
+      left();
+    } else if (std::exchange(chosen_, false)) {
+      // Marked from the end to the beginning, where the caret shows how the text begins.
+      edit->setSelection(static_cast<int>(words.size()), -static_cast<int>(words.size()));
+    }
+  }
+  void left() override {
+    if (combo_.editable) box_->lineEdit()->setCursorPosition(0);
   }
 
  private:
-  void choose(int index) {
-    owner.act([this, index] {
-      owner.input().choose(combo_, index);
+  void choose(int index, bool byEnter = false) {
+    owner.act([this, index, byEnter] {
+      const unsigned before = owner.form().host().interruptions();
+      const bool done = owner.input().choose(combo_, index).empty();
+      chosen_ = true;
       combo_.touch();
+      // Enter takes the suggestion and goes on, unless the choice led elsewhere.
+      const bool stayed = owner.form().host().interruptions() == before;
+      if (byEnter && done && stayed && owner.form().focus() == &combo_) owner.step(combo_);
     });
   }
   void makeEditable() {
@@ -158,6 +195,7 @@ class ComboView final : public ControlView {
     list->setUniformItemSizes(true);
     list->setProperty("popup", true);
     completer_->setPopup(list);
+    enter_ = new EnterNotice(list);
     completer_->setWidget(box_->lineEdit());
     box_->setCompleter(nullptr);
     QLineEdit* edit = box_->lineEdit();
@@ -172,7 +210,7 @@ class ComboView final : public ControlView {
                      [this](const QModelIndex& index) {
                        // The completer's rows are the model's: it filters nothing itself.
                        const int item = found_->item(index.row());
-                       if (item >= 0) choose(item);
+                       if (item >= 0) choose(item, enter_->pressed);
                      });
   }
   void suggest(const QString& typed) {
@@ -199,6 +237,8 @@ class ComboView final : public ControlView {
   ItemModel* model_;
   ItemModel* found_ = nullptr;
   QCompleter* completer_ = nullptr;
+  EnterNotice* enter_ = nullptr;
+  bool chosen_ = false;  // from a list, since the box was drawn
   std::vector<ui::ComboBox::Item> shown_;
 };
 

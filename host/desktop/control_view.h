@@ -20,6 +20,7 @@ class ControlView {
 
   virtual void sync() = 0;  // the widget from the control
   virtual void commit() {}  // what is typed but not told yet
+  virtual void left() {}    // the focus has gone elsewhere
   // The list's row that stands at a shown place; they differ while a list is narrowed.
   virtual int listRow(int shown) const { return shown; }
   // Where a menu opened by key or program belongs, in global coordinates.

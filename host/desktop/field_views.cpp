@@ -68,6 +68,7 @@ class LineView final : public ControlView {
     edit_->setCursorPosition(unitsBefore(words, box_.caret()));
     box_.caret = -1;
   }
+  void left() override { edit_->setCursorPosition(0); }  // a long text shows how it begins
 
  private:
   static int charactersBefore(const QString& words, int units) {

@@ -31,11 +31,14 @@ bool FormWidget::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::FocusIn:
       focusIn(*control, static_cast<QFocusEvent*>(event)->reason());
       return false;
-    case QEvent::FocusOut:
-      if (static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason) {
-        if (ControlView* field = view(*control)) field->commit();
-      }
+    case QEvent::FocusOut: {
+      const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+      ControlView* field = view(*control);
+      if (!field || reason == Qt::PopupFocusReason) return false;
+      field->commit();
+      if (reason != Qt::ActiveWindowFocusReason) field->left();
       return false;
+    }
     case QEvent::ShortcutOverride: {
       const auto* press = static_cast<QKeyEvent*>(event);
       if (hasShortcut(press->keyCombination())) {

@@ -54,6 +54,7 @@ class FormWidget final : public QWidget, public ui::FormView {
   void takeFocus();                                // the form came to front
   void closeByUser();                              // Esc or the close box
   void serveShortcutsIn(QWidget& place);           // the form's shortcuts work there as well
+  void step(ui::Control& from);                    // to the next field, as Enter does
   bool modal = false;  // Enter in the last field presses the default button
   std::function<void()> onClosed, onTitle;
   std::function<void()> onEscape;  // Esc where no cancel button takes it
@@ -91,7 +92,6 @@ class FormWidget final : public QWidget, public ui::FormView {
   bool listCommand(ui::Control& control, int key, int modifiers);
   void enterKey(ui::Control& control);
   void focusIn(ui::Control& control, int reason);
-  void step(ui::Control& from);
   void pressDefault();
   void syncControl(ui::Control& control);
   void syncCommon(ui::Control& control);

@@ -274,6 +274,26 @@ TEST_F(KeyboardTest, CombosCompleteWhatIsTyped) {
   settle();
   EXPECT_EQ(form.cmbAccount.text(), "2721 Kasa");
   EXPECT_EQ(form.cmbAccount.index(), 1);
+  EXPECT_EQ(form.focus(), &form.txtFoundation) << "Enter took the suggestion and went on";
+}
+
+TEST_F(KeyboardTest, LongTextsShowHowTheyBegin) {
+  auto& combo = find<QComboBox>(form.cmbAccount);
+  QLineEdit& account = *combo.lineEdit();
+  focus(form.cmbAccount);
+  type("kas");
+  QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+  EXPECT_EQ(account.cursorPosition(), 3) << "while it is typed the caret stays";
+  emit combo.activated(1);  // from the list, by mouse
+  settle();
+  EXPECT_EQ(account.text(), "2721 Kasa");
+  EXPECT_EQ(account.cursorPosition(), 0);
+  EXPECT_EQ(account.selectedText(), "2721 Kasa") << "typing begins anew";
+  auto& words = find<QLineEdit>(form.txtFoundation);
+  focus(form.txtFoundation);
+  type("Pagal sutarti");
+  key(Qt::Key_Tab);
+  EXPECT_EQ(words.cursorPosition(), 0);
 }
 
 TEST_F(KeyboardTest, PanelsDisableAndHideAllInside) {
