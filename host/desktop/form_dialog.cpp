@@ -3,6 +3,8 @@
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -20,13 +22,33 @@ FormDialog::FormDialog(ui::Form& form, ActGuard& guard, QWidget* parent) : QDial
   widget_->onTitle = [this] { setWindowTitle(text(widget_->form().title())); };
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
-  layout->addWidget(widget_);
+  area_ = new QScrollArea(this);  // on a small screen a large form is looked at by parts
+  area_->setWidgetResizable(true);
+  area_->setFocusPolicy(Qt::NoFocus);
+  area_->setWidget(widget_);
+  layout->addWidget(area_);
   const bool grows = growsDown(form.layout());
   constexpr int kListHeight = 420;
   QSize size = widget_->sizeHint();
   if (grows) size.setHeight(std::max(size.height(), kListHeight));
+  fit(size);
+  widget_->installEventFilter(this);
+}
+
+void FormDialog::fit(QSize size) {
   const QSize room = screen()->availableSize() - QSize(40, 60);
+  if (size.height() > room.height())
+    size.rwidth() += area_->verticalScrollBar()->sizeHint().width();
   resize(size.boundedTo(room));
+}
+
+bool FormDialog::eventFilter(QObject* watched, QEvent* event) {
+  // What the form shows now may need more room than what it showed before.
+  if (watched == widget_ && event->type() == QEvent::LayoutRequest) {
+    const QSize needed = widget_->minimumSizeHint();
+    if (needed.width() > width() || needed.height() > height()) fit(needed.expandedTo(size()));
+  }
+  return QDialog::eventFilter(watched, event);
 }
 
 void FormDialog::closeEvent(QCloseEvent* event) {

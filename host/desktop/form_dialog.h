@@ -5,6 +5,8 @@
 
 #include "host/desktop/form_widget.h"
 
+class QScrollArea;
+
 namespace tolvex::desktop {
 
 class FormDialog final : public QDialog {
@@ -13,11 +15,14 @@ class FormDialog final : public QDialog {
   FormWidget& widget() { return *widget_; }
 
  private:
+  void fit(QSize size);  // as large as that, within the screen
   void reject() override { widget_->closeByUser(); }
+  bool eventFilter(QObject* watched, QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void showEvent(QShowEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
 
+  QScrollArea* area_;
   FormWidget* widget_;
 };
 

@@ -3,6 +3,7 @@
 #include <QContextMenuEvent>
 #include <QFocusEvent>
 #include <QKeyEvent>
+#include <QScrollArea>
 #include <QShortcut>
 #include <algorithm>
 
@@ -29,6 +30,7 @@ bool FormWidget::eventFilter(QObject* watched, QEvent* event) {
   if (!control) return false;
   switch (event->type()) {
     case QEvent::FocusIn:
+      bringIntoSight(*control);
       focusIn(*control, static_cast<QFocusEvent*>(event)->reason());
       return false;
     case QEvent::FocusOut: {
@@ -81,6 +83,17 @@ bool FormWidget::eventFilter(QObject* watched, QEvent* event) {
       return false;
     default:
       return false;
+  }
+}
+
+// Where the form is larger than its window.
+void FormWidget::bringIntoSight(const ui::Control& control) {
+  ControlView* field = view(control);
+  for (QWidget* above = parentWidget(); above && field; above = above->parentWidget()) {
+    if (auto* area = qobject_cast<QScrollArea*>(above)) {
+      area->ensureWidgetVisible(field->outer, kFieldHeight, kFieldHeight);
+      return;
+    }
   }
 }
 

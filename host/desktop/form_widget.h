@@ -92,6 +92,7 @@ class FormWidget final : public QWidget, public ui::FormView {
   bool listCommand(ui::Control& control, int key, int modifiers);
   void enterKey(ui::Control& control);
   void focusIn(ui::Control& control, int reason);
+  void bringIntoSight(const ui::Control& control);
   void pressDefault();
   void syncControl(ui::Control& control);
   void syncCommon(ui::Control& control);
