@@ -69,9 +69,10 @@ void frmTree::addLayout(const LayoutNode& node, const std::string& parent) {
   if (!node.right.empty() && host().rights().of(node.right).view == 0) return;
   const bool root = parent.empty();
   if (!root && !objects_.serves(node.code)) return;
+  // A kind that two branches name stands in the first of them.
+  if (!root && sources_.contains(node.code)) return;
   ui::TreeNode shown;
-  // A kind may stand under two roots: documents have their addressees at hand, directories all.
-  shown.key = sources_.contains(node.code) ? parent + node.code : node.code;
+  shown.key = node.code;
   shown.parent = parent;
   shown.text = node.caption;
   shown.icon = root ? node.code : "C" + node.code.substr(1);

@@ -9,6 +9,11 @@ end
 
 test("groups of operations stand below their node, their documents in the list", function()
   expect(has(items "tvwLayout", "Pirkimai"), true, "a group in the tree")
+  local firms = 0
+  for _, node in ipairs(items "tvwLayout") do
+    if node == "Įmonės" then firms = firms + 1 end
+  end
+  expect(firms, 1, "a directory that two branches name stands once")
   select("tvwLayout", "Finansinių operacijų apskaita")
   expect(row("lvwObjects", 2)["Pavadinimas"], "Pirkimai")
   double_click("lvwObjects", "Pirkimai")
