@@ -36,59 +36,52 @@ class Walk {
  public:
   Walk(VXObjectUIO& operation, const CoverParty& party) : operation_(operation), party_(party) {}
 
-  // Stands on a row with something left to cover; false when there is none any more.
+  // Stands on a row with something left to post; false when there is none any more.
   bool stands() {
-    while (restLt_ == 0) {
+    while (!row_ || row_->PaymentLt == 0) {
       if (next_ == party_.rows->size()) return false;
-      row_ = &(*party_.rows)[next_++];
-      if (row_->ticked) load();
+      DebtRow& next = (*party_.rows)[next_++];
+      if (!next.ticked) continue;
+      row_ = &next;
+      named_ = false;
     }
     return true;
   }
 
-  CoverSide take(double lt) {
+  // Reads whom the debt is with; false when that failed.
+  bool name() {
+    if (named_) return true;
+    pointers_.clear();
+    const Debt& debt = row_->debt;
+    if (isRef(debt.OIDR)) {
+      addAddressee(pointers_, party_.sign, debt.OIDR, debt.DateD.Text() + " " + debt.Number);
+      if (!AddDebtAddressees(operation_, pointers_, debt.OIDR, party_.account, party_.addressee,
+                             party_.sign)) {
+        return false;
+      }
+    }
+    return named_ = true;
+  }
+
+  CoverSide part(double lt) const {
     CoverSide side;
-    restLt_ = round2(restLt_ - lt);
     if (isCurrency(row_->LikutisCurrCode)) side.code = row_->LikutisCurrCode;
-    side.sumCurr = restLt_ == 0 ? restCurr_ : shareOf(lt);
+    side.sumCurr = lt == row_->PaymentLt ? row_->PaymentSumCurr : shareOf(lt);
     side.rate = rateOfPart(lt, side.sumCurr, row_->PaymentCurrRate);
-    restCurr_ = round2(restCurr_ - side.sumCurr);
-    fresh_ = false;
     return side;
   }
 
-  // Litas left of a row whose currency is all covered: they are no debt any more.
-  bool leavesLitas() const {
-    return row_ && !fresh_ && restLt_ > 0 && restCurr_ == 0 && row_->PaymentSumCurr > 0;
-  }
-  Influence rest(DateTime date) const { return influenceOf(date, party_.sign * restLt_); }
   // Of the row as a whole; it is posted with the row's first part.
   Influence influence(DateTime date) const { return influenceOf(date, row_->influence()); }
+  Influence rest(DateTime date) const { return influenceOf(date, party_.sign * row_->PaymentLt); }
 
-  const DebtRow& row() const { return *row_; }
-  const CoverParty& party() const { return party_; }
+  DebtRow& row() const { return *row_; }
   const Variant::Array& pointers() const { return pointers_; }
-  double restLt() const { return restLt_; }
-  bool fresh() const { return fresh_; }
-  bool named() const { return named_; }  // the addressees of the row are known
 
  private:
-  void load() {
-    restLt_ = row_->PaymentLt;
-    restCurr_ = row_->PaymentSumCurr;
-    fresh_ = true;
-    pointers_.clear();
-    named_ = true;
-    const Debt& debt = row_->debt;
-    if (!isRef(debt.OIDR)) return;
-    addAddressee(pointers_, party_.sign, debt.OIDR, debt.DateD.Text() + " " + debt.Number);
-    named_ = AddDebtAddressees(operation_, pointers_, debt.OIDR, party_.account, party_.addressee,
-                               party_.sign);
-  }
-
   double shareOf(double lt) const {
     if (row_->PaymentCurrRate <= 0) return 0;
-    return std::min(roundLt(lt / row_->PaymentCurrRate), restCurr_);
+    return std::min(roundLt(lt / row_->PaymentCurrRate), row_->PaymentSumCurr);
   }
 
   Influence influenceOf(DateTime date, double amount) const {
@@ -98,10 +91,8 @@ class Walk {
   VXObjectUIO& operation_;
   const CoverParty& party_;
   std::size_t next_ = 0;
-  const DebtRow* row_ = nullptr;
-  double restLt_ = 0, restCurr_ = 0;
-  bool fresh_ = false;  // nothing of the row is posted yet
-  bool named_ = true;
+  DebtRow* row_ = nullptr;
+  bool named_ = false;
   Variant::Array pointers_;
 };
 
@@ -133,25 +124,38 @@ MethodResult add(VXObjectUIO& operation, const NewEntry& entry) {
   return operation.Methods("AddBR", entry.arguments());
 }
 
+MethodResult unnamed() { return refused("Nepavyko perskaityti skolos adresatų !"); }
+
 // What both rows have in common, and the differences of the rows that it begins.
 MethodResult postPart(VXObjectUIO& operation, const CoverPosting& posting, DateTime date,
                       Walk& primary, Walk& secondary) {
-  if (!primary.named() || !secondary.named()) {
-    return refused("Nepavyko perskaityti skolos adresatų !");
-  }
-  for (const Walk* walk : {&primary, &secondary}) {
-    if (!walk->fresh()) continue;
+  if (!primary.name() || !secondary.name()) return unnamed();
+  for (Walk* walk : {&primary, &secondary}) {
     MethodResult result = PostInfluence(operation, posting.accounts, walk->influence(date));
     if (result.Code != kDone) return result;
+    differencePosted(walk->row());
   }
-  const double lt = std::min(primary.restLt(), secondary.restLt());
-  const CoverSide first = primary.take(lt), second = secondary.take(lt);
+  const double lt = std::min(primary.row().PaymentLt, secondary.row().PaymentLt);
+  const CoverSide first = primary.part(lt), second = secondary.part(lt);
   if (!comesTo(lt, first) || !comesTo(lt, second)) return refused(std::string(kRateMismatch));
   NewEntry entry = entryOf(posting, date, lt, first, second);
   entry.addressees = primary.pointers();
   entry.addressees.insert(entry.addressees.end(), secondary.pointers().begin(),
                           secondary.pointers().end());
-  return add(operation, entry);
+  MethodResult result = add(operation, entry);
+  if (result.Code != kDone) return result;
+  partPosted(primary.row(), lt, first.sumCurr);
+  partPosted(secondary.row(), lt, second.sumCurr);
+  return result;
+}
+
+MethodResult postRest(VXObjectUIO& operation, const CoverPosting& posting, DateTime date,
+                      Walk& walk) {
+  if (!walk.stands() || !leavesLitas(walk.row())) return done();
+  if (!walk.name()) return unnamed();
+  MethodResult result = PostInfluence(operation, posting.accounts, walk.rest(date));
+  if (result.Code == kDone) partPosted(walk.row(), walk.row().PaymentLt, 0);
+  return result;
 }
 
 }  // namespace
@@ -166,9 +170,8 @@ MethodResult PostCover(VXObjectUIO& operation, const CoverPosting& posting) {
     MethodResult result = postPart(operation, posting, date, primary, secondary);
     if (result.Code != kDone) return result;
   }
-  for (const Walk* walk : {&primary, &secondary}) {
-    if (!walk->leavesLitas()) continue;
-    MethodResult result = PostInfluence(operation, posting.accounts, walk->rest(date));
+  for (Walk* walk : {&primary, &secondary}) {
+    MethodResult result = postRest(operation, posting, date, *walk);
     if (result.Code != kDone) return result;
   }
   return done(true);

@@ -20,7 +20,7 @@ struct CoverParty {
   std::string account;
   std::string addressee;  // a reference, a kind or "", as the debts were asked for
   int sign = 1;           // 1: its debts lie on the credit and are closed by a debit; -1 opposite
-  const std::vector<DebtRow>* rows = nullptr;  // those that are ticked are covered
+  std::vector<DebtRow>* rows = nullptr;  // those that are ticked are covered
 };
 
 struct CoverPosting {
@@ -31,6 +31,8 @@ struct CoverPosting {
 };
 
 // Adds the entries. The first refusal ends it and is returned; entries added until then stay.
+// What an entry took is taken off the rows as soon as it stands, so that what is still ticked is
+// what is not posted yet: the same call again goes on from there.
 MethodResult PostCover(VXObjectUIO& operation, const CoverPosting& posting);
 
 // A gain (above 0) or loss (below 0) of a debt on `account` that is closed on side `sign`.

@@ -1,5 +1,8 @@
 #include "debts/cover_side_box.h"
 
+#include <algorithm>
+
+#include "framework/rounding.h"
 #include "operations/screen/account_combo.h"
 
 namespace tolvex {
@@ -103,8 +106,19 @@ void CoverSideBox::clear() {
   sum_.clear();
 }
 
-CoverParty CoverSideBox::party() const {
-  return {account(), addressee(), onCredit() ? 1 : -1, &list.rows()};
+CoverParty CoverSideBox::party() {
+  return {account(), addressee(), onCredit() ? 1 : -1, &list.edit()};
+}
+
+// What is posted is neither offered nor spent again.
+void CoverSideBox::posted() {
+  const double before = list.tickedLt();
+  debts_.clear();
+  for (const DebtRow& row : list.rows()) debts_.push_back(row.debt);
+  list.redraw();
+  if (typedLt_ > 0) typedLt_ = std::max(0.0, roundHalfEven(typedLt_ - before + list.tickedLt(), 2));
+  list.limitLt(typedLt_);
+  showSum();
 }
 
 void CoverSideBox::showSum() {

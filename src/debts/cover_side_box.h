@@ -31,7 +31,9 @@ class CoverSideBox {
   // Brings what was read to the rates and fills the list anew; a typed sum is spent on it.
   void fill(const RateOf& rateOf, const InfluenceAccounts& accounts);
   void clear();  // the list and the sum
-  CoverParty party() const;
+  CoverParty party();
+  // After a posting that took something off the rows of party(), or all of it.
+  void posted();
   void showSum();
 
   std::function<void()> onChange;                      // what the list was read by has changed

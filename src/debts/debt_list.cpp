@@ -89,6 +89,12 @@ void DebtList::recount() {
     if (row.ticked) tickedLt_ = roundHalfEven(tickedLt_ + row.PaymentLt, 2);
 }
 
+void DebtList::redraw() {
+  const int place = view_.current;
+  show(std::move(rows_));
+  view_.current = place;
+}
+
 void DebtList::redraw(int index) {
   const auto at = static_cast<std::size_t>(index);
   view_.edit()[at] = shown(rows_[at]);
@@ -133,18 +139,14 @@ std::vector<std::string> DebtList::tickAll() {
       messages.push_back(std::move(message));
     }
   }
-  const int place = view_.current;
-  show(std::move(rows_));
-  view_.current = place;
+  redraw();
   return messages;
 }
 
 void DebtList::releaseAll() {
   for (DebtRow& row : rows_)
     if (row.ticked) ReleaseCover(row);
-  const int place = view_.current;
-  show(std::move(rows_));
-  view_.current = place;
+  redraw();
 }
 
 std::string DebtList::coverCurrent(double lt, double curr) {

@@ -18,6 +18,9 @@ class DebtList {
 
   void show(std::vector<DebtRow> rows);
   const std::vector<DebtRow>& rows() const { return rows_; }
+  // For a change of many rows; redraw() follows it.
+  std::vector<DebtRow>& edit() { return rows_; }
+  void redraw();                   // the current row stays
   const DebtRow* current() const;  // null when none
   double tickedLt() const;
 

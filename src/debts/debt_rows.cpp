@@ -212,6 +212,30 @@ void ReleaseCover(DebtRow& row) {
   row.ticked = false;
 }
 
+void partPosted(DebtRow& row, double lt, double curr) {
+  const double share = row.PaymentLt == 0 ? 0 : lt / row.PaymentLt;
+  row.PaymentLt = round2(row.PaymentLt - lt);
+  row.PaymentSumCurr = round2(row.PaymentSumCurr - curr);
+  row.debt.LikutisLt = round2(row.debt.LikutisLt - lt);
+  row.debt.LikutisCurr = round2(row.debt.LikutisCurr - curr);
+  const bool currencyPosted = curr != 0 && row.PaymentSumCurr == 0;
+  row.CoverSumCurr = currencyPosted ? 0 : round2(row.CoverSumCurr * (1 - share));
+  if (row.PaymentLt == 0) {
+    clearCover(row);
+    row.ticked = false;
+  }
+}
+
+void differencePosted(DebtRow& row) {
+  row.debt.LikutisLt = round2(row.debt.LikutisLt - row.debt.InfluenceSign * row.influence());
+  row.debt.CurrInfluence = row.InfluenceSum = 0;
+}
+
+bool leavesLitas(const DebtRow& row) {
+  return row.ticked && isCurrency(row.LikutisCurrCode) && row.PaymentLt > 0 &&
+         row.PaymentSumCurr == 0 && row.CoverSumCurr == 0;
+}
+
 bool leavesCurrency(const DebtRow& row) {
   return row.ticked && !isCurrency(row.PaymentCurrCode) && row.LikutisCurr != 0 &&
          row.LikutisLt < kCent;

@@ -112,6 +112,14 @@ Covered ApplyCover(DebtRow& row, const CoverMoney& money, double sum, double sum
 // Gives back what the tick had taken.
 void ReleaseCover(DebtRow& row);
 
+// An entry took so much of a ticked row: it is off the debt and off what the tick would give back.
+// A row of which all is posted is released with the rests that the cover left.
+void partPosted(DebtRow& row, double lt, double curr);
+// The row's gain or loss is in the books: the debt stands at the rate of the day.
+void differencePosted(DebtRow& row);
+// Whether all the currency of a ticked row is posted and some of its litas are not.
+bool leavesLitas(const DebtRow& row);
+
 // Whether a cover in litas took all the litas and left a rest of the currency: the case that only a
 // cover in the debt's own currency closes.
 bool leavesCurrency(const DebtRow& row);

@@ -9,6 +9,7 @@
 #include "framework/references.h"
 #include "framework/text.h"
 #include "operations/UIO0201500.h"
+#include "operations/entries.h"
 #include "operations/screen/account_combo.h"
 #include "operations/screen/addressee_pick.h"
 #include "platform/save_outcome.h"
@@ -411,11 +412,6 @@ void frmDebtsCover::enterRate() {
 
 // --- result -----------------------------------------------------------------------------------
 
-CoverPosting frmDebtsCover::posting() const {
-  return {primary.party(), secondary.party(), accounts_, dtpDate.value().value_or(DateTime()),
-          optDateByCoveredOperations.on()};
-}
-
 bool frmDebtsCover::mayPost() {
   if (!dtpDate.value() || !accountsGiven()) return false;
   if (pairs_.contains(primary.addressee() + "|" + secondary.addressee())) {
@@ -441,34 +437,47 @@ void frmDebtsCover::save() {
   if (!mayPost() || !post()) return;
   pairs_.insert(primary.addressee() + "|" + secondary.addressee());
   pairs_.insert(secondary.addressee() + "|" + primary.addressee());
-  cmdExit.caption = "Užbaigti";
-  dtpDate.enabled = false;
   clearLists();
   nextAddressee();
   setFocus(cmdGo);
 }
 
 bool frmDebtsCover::post() {
-  const bool first = pairs_.empty();
+  const RowSetPtr entries = entriesOf(*operation_)->Clone();
+  const std::size_t before = entries->RecordCount();
+  MethodResult result;
+  {
+    const ui::BusyScope busy(*this, primary.fraSide);
+    result = PostCover(*operation_, {primary.party(), secondary.party(), accounts_,
+                                     *dtpDate.value(), optDateByCoveredOperations.on()});
+  }
+  const bool posted = entries->RecordCount() > before;
+  if (posted) namePair();
+  link_.refreshEntries();
+  for (CoverSideBox* side : {&primary, &secondary}) side->posted();
+  if (result.Code == kDone) return true;
+  refresh();
+  if (posted) {
+    result.Text += std::string(kLineBreak) + std::string(kLineBreak) +
+                   "Iki tol padaryti įrašai liko operacijoje.";
+  }
+  showFailure(host(), result);
+  return false;
+}
+
+// Something is in the operation; a pair whose cover is saved in two tries is named once.
+void frmDebtsCover::namePair() {
+  cmdExit.caption = "Užbaigti";
+  dtpDate.enabled = false;
+  const bool first = named_.empty();
+  if (!named_.insert(primary.addressee() + "|" + secondary.addressee()).second) return;
   const std::string comment = coverComment(header()["Comment"].Text(), first,
                                            primary.txtAddr.text(), secondary.txtAddr.text());
   header()["Comment"] = comment;
   link_.setComment(comment);
-  if (first) {
-    header()["DateD"] = *dtpDate.value();
-    link_.setDate(*dtpDate.value());
-  }
-  MethodResult result;
-  {
-    const ui::BusyScope busy(*this, primary.fraSide);
-    result = PostCover(*operation_, posting());
-  }
-  link_.refreshEntries();
-  if (result.Code == kDone) return true;
-  result.Text += std::string(kLineBreak) + std::string(kLineBreak) +
-                 "Iki tol padaryti įrašai liko operacijoje.";
-  showFailure(host(), result);
-  return false;
+  if (!first) return;
+  header()["DateD"] = *dtpDate.value();
+  link_.setDate(*dtpDate.value());
 }
 
 // With whom the debts are set off: the chosen addressee, else the one that all ticked debts share.

@@ -94,7 +94,7 @@ class frmDebtsCover final : public ui::Form {
   bool post();
   std::optional<Picked> partner() const;
   void printAct();
-  CoverPosting posting() const;
+  void namePair();
   RowSet& header() const { return *operation_->RsFields(); }
 
   std::shared_ptr<VXObjectUIO> operation_;
@@ -108,6 +108,7 @@ class frmDebtsCover final : public ui::Form {
   std::string firmsAskedBy_;                                // what the addressees were read by
   std::set<std::string> done_;                              // addressees covered in this sitting
   std::set<std::string> pairs_;                             // pairs of addressees, in both orders
+  std::set<std::string> named_;                             // those that the comment names
   bool filled_ = false;                                     // the lists show what was asked for
 };
 

@@ -35,8 +35,12 @@ class CoverPostingTest : public OperationWorld {
                        table({{"FOIDR", FieldType::Text}, {"ShowString", FieldType::Text}},
                              {{"O00001001", "UAB A"}}));
   }
-  MethodResult post(const std::vector<DebtRow>& primary, const std::vector<DebtRow>& secondary,
+  MethodResult post(std::vector<DebtRow> primary, std::vector<DebtRow> secondary,
                     bool primaryOnCredit = true, bool dateOfDebts = false) {
+    return postTicked(primary, secondary, primaryOnCredit, dateOfDebts);
+  }
+  MethodResult postTicked(std::vector<DebtRow>& primary, std::vector<DebtRow>& secondary,
+                          bool primaryOnCredit = true, bool dateOfDebts = false) {
     const int sign = primaryOnCredit ? 1 : -1;
     return PostCover(*operation, {{"450", "O00001001", sign, &primary},
                                   {"240", "O00001001", -sign, &secondary},
@@ -125,13 +129,73 @@ TEST_F(CoverPostingTest, CurrencyThatEndsBeforeItsLitasLeavesNoRest) {
 }
 
 TEST_F(CoverPostingTest, ARefusalStopsWhereItIs) {
-  const std::vector<DebtRow> credit{row(1, 1, 5), row(2, 1, 10, 4, "USD", 2.7)};
-  const std::vector<DebtRow> debit{row(3, -1, 5), row(4, -1, 20)};
+  std::vector<DebtRow> credit{row(1, 1, 5), row(2, 1, 10, 4, "USD", 2.7)};
+  std::vector<DebtRow> debit{row(3, -1, 5), row(4, -1, 20)};
   const InfluenceAccounts none;
   const MethodResult refused =
       PostCover(*operation, {{"450", "", 1, &credit}, {"240", "", -1, &debit}, none, kDay, false});
   EXPECT_EQ(refused.Code, kRefused);
   EXPECT_EQ(entries(), "450-240 5: 1/1 -1/3\n") << "what was made stays";
+}
+
+// Rests, what is ticked still, the difference that is not in the books.
+std::string left(const std::vector<DebtRow>& rows) {
+  std::string text;
+  for (const DebtRow& one : rows) {
+    text += (one.ticked ? "x " : "- ") + plainNumber(one.LikutisLt) + " " +
+            plainNumber(one.LikutisCurr) + " paid " + plainNumber(one.PaymentLt) + " " +
+            plainNumber(one.PaymentSumCurr) + " " + plainNumber(one.CoverSumCurr) + " influence " +
+            plainNumber(one.influence()) + "\n";
+  }
+  return text;
+}
+
+TEST_F(CoverPostingTest, ACoverThatWasRefusedAnywhereGoesOnWhereItStopped) {
+  int untilRefusal = 0;
+  tables->methods.add({"AddBR", {}, "", [&](UIO0201500& o, Arguments par) {
+                         if (--untilRefusal == 0) return refused("Ne dabar");
+                         return AddBR(o, NewEntry::from(par));
+                       }});
+  // Parts of either side, both kinds of differences, a rate that gives way, litas without currency.
+  const std::vector<DebtRow> credit{row(1, 1, 2800, 1000, "USD", 2.7), row(2, 1, 345.28),
+                                    row(3, 1, 510, 0.01, "XAU", 510)};
+  const std::vector<DebtRow> debit{row(4, -1, 300, 100, "USD", 3.4528), row(5, -1, 2700),
+                                   row(6, -1, 5)};
+  std::string undisturbed, closed;
+  int entriesMade = 0;
+  for (int n = 0; n <= entriesMade; ++n) {
+    operation = std::make_shared<UIO0201500>(tables);
+    ASSERT_EQ(operation->Read().Code, kDone);
+    std::vector<DebtRow> primary = credit, secondary = debit;
+    untilRefusal = n;
+    if (n > 0) {
+      ASSERT_EQ(postTicked(primary, secondary).Code, kRefused) << n;
+      ASSERT_EQ(BR().Clone()->RecordCount(), static_cast<std::size_t>(n - 1));
+    }
+    untilRefusal = 0;
+    ASSERT_EQ(postTicked(primary, secondary).Code, kDone);
+    if (n == 0) {
+      undisturbed = entries();
+      closed = left(primary) + left(secondary);
+      entriesMade = static_cast<int>(BR().Clone()->RecordCount());
+    }
+    EXPECT_EQ(entries(), undisturbed) << "refused at entry " << n;
+    EXPECT_EQ(left(primary) + left(secondary), closed) << "refused at entry " << n;
+  }
+  EXPECT_EQ(entriesMade, 8);
+  EXPECT_EQ(closed.find('x'), std::string::npos) << closed;
+}
+
+TEST_F(CoverPostingTest, WhatIsPostedIsNotGivenBack) {
+  std::vector<DebtRow> credit{row(1, 1, 2800, 1000, "USD", 2.7, 1890)};
+  std::vector<DebtRow> debit{row(2, -1, 1080)};
+  EXPECT_EQ(postTicked(credit, debit).Code, kDone);
+  EXPECT_EQ(left(credit), "x 810 300 paid 810 300 300 influence 0\n");
+  EXPECT_EQ(left(debit), "- 0 0 paid 0 0 0 influence 0\n");
+  ReleaseCover(credit[0]);
+  EXPECT_EQ(left(credit), "- 1620 600 paid 0 0 0 influence 0\n");
+  EXPECT_EQ(credit[0].debt.LikutisLt, 1620) << "as the books will have it";
+  EXPECT_EQ(credit[0].debt.LikutisCurr, 600);
 }
 
 TEST_F(CoverPostingTest, ADebtWhoseAddresseesCannotBeReadIsNotCovered) {

@@ -95,6 +95,13 @@ class CoverScreen : public ScreenTest {
     DO(user.click(form->cmdGo));
     return form;
   }
+  static std::string sumsOf(VXObjectUIO& object) {
+    std::string sums;
+    ForEachRow(*entriesOf(object)->Clone(), [&](RowSet& entry) {
+      sums += (sums.empty() ? "" : " ") + plainNumber(entry["SumA"].Number());
+    });
+    return sums;
+  }
   static std::string cell(const CoverSideBox& side, int row, int column) {
     return side.lvw.rows()
         .at(static_cast<std::size_t>(row))
@@ -217,6 +224,34 @@ TEST_F(CoverScreen, AFailureInTheMiddleKeepsWhatWasMadeAndSaysSo) {
   EXPECT_TRUE(texts[0].ends_with("Iki tol padaryti įrašai liko operacijoje.")) << texts[0];
   EXPECT_EQ(entriesOf(*object)->RecordCount(), 1U);
   EXPECT_EQ(below.log.back(), "entries");
+}
+
+TEST_F(CoverScreen, ASecondSaveGoesOnWhereTheFirstWasRefused) {
+  int untilRefusal = 2;
+  tables->methods.add({"AddBR", {}, "", [&](UIO0201500& o, Arguments par) {
+                         if (--untilRefusal == 0) return refused("Ne dabar");
+                         return AddBR(o, NewEntry::from(par));
+                       }});
+  auto object = newOperation();
+  auto form = filled(object);
+  ui::Input user(*form);
+  DO(user.choose(form->cmbAddr, 0));
+  DO(user.check(form->primary.lvw, 0, true));
+  DO(user.enter(form->secondary.txtSum, "50,03"));
+  DO(user.click(form->secondary.optAll));
+  DO(user.click(form->cmdOK));
+  EXPECT_EQ(told(), Texts{"Ne dabar\r\n\r\nIki tol padaryti įrašai liko operacijoje."});
+  // The first 50 stand in the operation: nothing offers them any more.
+  EXPECT_EQ(cell(form->primary, 0, 5), "50,00") << "of 100";
+  EXPECT_EQ(cell(form->secondary, 0, 2), " ");
+  EXPECT_FALSE(form->secondary.lvw.rows()[0].checked);
+  EXPECT_EQ(form->secondary.txtSum.text(), "0,03");
+  EXPECT_FALSE(form->dtpDate.enabled);
+  DO(user.click(form->cmdOK));
+  EXPECT_EQ(told(), Texts{});
+  EXPECT_EQ(sumsOf(*object), "50 0.03");
+  EXPECT_EQ(below.log,
+            (Texts{"comment Skolų dengimas - UAB A", "date 2003.02.09", "entries", "entries"}));
 }
 
 TEST_F(CoverScreen, VariantsAreKeptAndChosen) {
