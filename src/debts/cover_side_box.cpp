@@ -84,9 +84,8 @@ std::string CoverSideBox::account() const { return accountIn(cmbAcc); }
 void CoverSideBox::chooseSide(bool credit) { (credit ? optCred : optDeb).choose(); }
 
 bool CoverSideBox::read(VXObjectUIO& operation, DateTime date) {
-  const MethodResult read =
-      operation.Properties(DebtsMethodName(addressee(), 0),
-                           debtsParameters(account(), date, addressee(), onCredit() ? -1 : 1));
+  const MethodResult read = operation.Properties(
+      DebtsMethodName(addressee(), 0), debtsParameters(account(), date, addressee(), direction()));
   if (read.Code != kDone) return false;
   debts_ = read.Value.IsRows() ? readDebts(*read.Value.AsRows()) : std::vector<Debt>{};
   return true;

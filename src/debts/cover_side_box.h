@@ -24,6 +24,7 @@ class CoverSideBox {
   const std::string& addressee() const { return txtAddr.tag; }
   std::string account() const;
   bool onCredit() const { return optCred.on(); }
+  int direction() const { return onCredit() ? -1 : 1; }  // as the store is asked
   void chooseSide(bool credit);
 
   // Reads the open debts at the date; false when the store refused, which has been shown.

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "debts/cover_variant.h"
 #include "debts/frmCoverSum.h"
 #include "debts/setoff_act.h"
 #include "framework/conversions.h"
-#include "framework/parameters.h"
 #include "framework/references.h"
 #include "framework/text.h"
 #include "operations/UIO0201500.h"
@@ -18,16 +18,8 @@ namespace tolvex {
 namespace {
 
 constexpr const char* kVariantsKey = "DebtsCoverParameters";
-constexpr std::string_view kDoneMark = "*** ", kBetween = " - ";
-constexpr const char* kFirms = "O0000100";
-constexpr const char* kPersons = "O0001402";
-constexpr const char* kPersonnel = "O0001401";
 constexpr const char* kNoAccount = "Neužduota sąskaita !";
 constexpr const char* kSavedAlready = "Toks variantas jau išsaugotas !";
-
-std::string variantPart(std::string_view account, bool credit) {
-  return std::string(account) + (credit ? " K" : " D");
-}
 
 void tellWith(HostContext& host, std::string text, Icon icon) {
   Message box;
@@ -58,15 +50,13 @@ frmDebtsCover::frmDebtsCover(const OperationToolRequest& request)
     : Form(request.host, "frmDebtsCover"),
       operation_(request.operation),
       link_(request.link),
-      variants_(request.host, kOperationKind, kVariantsKey),
-      kind_(kFirms) {
+      variants_(request.host, kOperationKind, kVariantsKey) {
   setTitle("Skolų dengimas");
   cmdExit.isCancel = true;
   cmdOK.isDefault = true;
   cmdGo.shortcut = "F5";
   cmdPrint.shortcut = "Ctrl+P";
   cmdVariants.menu = &menuVariants;
-  cmdFirms.menu = lblFirms.menu = &menuFirms;
   wire();
 }
 
@@ -95,14 +85,13 @@ void frmDebtsCover::wire() {
   for (ui::OptionButton* use : {&optMutual, &optSuppliers, &optBuyers})
     use->onChange = [this] { useChosen(); };
   cmdVariants.onClick = [this] { popup(menuVariants, cmdVariants); };
-  cmdFirms.onClick = [this] { popup(menuFirms, cmdFirms); };
   menuVariants.onPopup = [this] { mnuDeleteVariant.enabled = cmbVariants.index >= 0; };
   mnuAddVariant.onClick = [this] { addVariant(); };
   mnuDeleteVariant.onClick = [this] { deleteVariant(); };
-  mnuFirm.onClick = [this] { chooseKind(kFirms, mnuFirm.caption); };
-  mnuPerson.onClick = [this] { chooseKind(kPersons, mnuPerson.caption); };
-  mnuPersonal.onClick = [this] { chooseKind(kPersonnel, mnuPersonal.caption); };
-  cmbAddr.onChange = [this] { chooseFirm(); };
+  addressees.onKind = [this](const std::string& kind, const std::string& name) {
+    kindChosen(kind, name);
+  };
+  addressees.onChoose = [this] { addresseeChosen(); };
   cmdGo.onClick = [this] { go(); };
   mnuInput.onPopup = [this] { prepareMenu(); };
   mnuSum.onClick = [this] { enterSum(); };
@@ -176,25 +165,20 @@ void frmDebtsCover::showVariants() {
 }
 
 void frmDebtsCover::chooseVariant() {
-  const std::string text = cmbVariants.text();
-  const std::size_t between = text.find(kBetween);
-  if (between == std::string::npos) return;
-  const std::string first = text.substr(0, between),
-                    second = text.substr(between + kBetween.size());
-  const bool firstOnDebit = first.ends_with(" D");
-  primary.chooseSide(!firstOnDebit);
-  secondary.chooseSide(firstOnDebit);
-  showAccount(primary.cmbAcc, AccountCodeOf(first));
-  showAccount(secondary.cmbAcc, AccountCodeOf(second));
+  const auto variant = readCoverVariant(cmbVariants.text());
+  if (!variant) return;
+  primary.chooseSide(variant->primaryOnCredit);
+  secondary.chooseSide(!variant->primaryOnCredit);
+  showAccount(primary.cmbAcc, variant->primary);
+  showAccount(secondary.cmbAcc, variant->secondary);
   clearLists();
-  readFirms();
+  readAddressees();
 }
 
 void frmDebtsCover::addVariant() {
   if (!accountsGiven()) return;
-  const std::string text = variantPart(primary.account(), primary.onCredit()) +
-                           std::string(kBetween) +
-                           variantPart(secondary.account(), secondary.onCredit());
+  const std::string text =
+      CoverVariant{primary.account(), secondary.account(), primary.onCredit()}.text();
   if (!variants_.add(text)) return warn(host(), kSavedAlready);
   showVariants();
   cmbVariants.index = cmbVariants.find(text);
@@ -207,84 +191,37 @@ void frmDebtsCover::deleteVariant() {
 
 // --- addressees -------------------------------------------------------------------------------
 
-void frmDebtsCover::chooseKind(const std::string& kind, const std::string& name) {
-  kind_ = kind;
-  lblFirms.caption = name;
+void frmDebtsCover::kindChosen(const std::string& kind, const std::string& name) {
   for (CoverSideBox* side : {&primary, &secondary})
     if (!isRef(side->addressee())) side->showAddressee(kind, name);
   clearLists();
-  readFirms();
+  readAddressees();
 }
 
-// The addressees with open items on both accounts, by name.
-void frmDebtsCover::readFirms() {
-  if (primary.account().empty() || secondary.account().empty() || !dtpDate.value()) return;
-  const auto direction = [](const CoverSideBox& side) { return side.onCredit() ? -1 : 1; };
-  const std::string by = Parameters()
-                             .text(primary.account())
-                             .number(direction(primary))
-                             .text(secondary.account())
-                             .number(direction(secondary))
-                             .text(kind_)
-                             .date(*dtpDate.value())
-                             .str();
-  if (by == firmsAskedBy_) return;
-  firms_.clear();
-  const MethodResult read = operation_->Properties("CoverFirms", by);
-  firmsAskedBy_ = read.Code == kDone ? by : std::string();
-  if (read.Code == kDone && read.Value.IsRows()) {
-    ForEachRow(*read.Value.AsRows(), [&](RowSet& row) {
-      firms_.emplace_back(row["FOIDR"].Text(), row["ShowString"].Text());
-    });
-  }
-  showFirms();
+void frmDebtsCover::readAddressees() {
+  if (dtpDate.value()) addressees.read(*operation_, primary, secondary, *dtpDate.value());
 }
 
-void frmDebtsCover::showFirms() {
-  const std::string chosen = cmbAddr.key();
-  std::vector<ui::ComboBox::Item> items;
-  items.reserve(firms_.size());
-  for (const auto& [reference, name] : firms_) {
-    const std::string mark(done_.contains(reference) ? kDoneMark : "");
-    items.push_back({mark + name, reference});
-  }
-  cmbAddr.items = std::move(items);
-  cmbAddr.index = chosen.empty() ? -1 : cmbAddr.findKey(chosen);
-}
-
-void frmDebtsCover::chooseFirm() {
-  if (cmbAddr.index < 0) return;
-  const auto& [reference, name] = firms_[static_cast<std::size_t>(cmbAddr.index())];
+void frmDebtsCover::addresseeChosen() {
+  const auto [reference, name] = *addressees.chosen();
   for (CoverSideBox* side : {&primary, &secondary}) side->showAddressee(reference, name);
   clearLists();  // another addressee's debts must not stay when these cannot be read
   go();
 }
 
 void frmDebtsCover::pickAddressees(CoverSideBox& side) {
-  const auto picked =
-      pickAddressee(host(), *operation_, {kFirms, kPersons, kPersonnel}, side.addressee());
+  const auto picked = pickAddressee(
+      host(), *operation_, {std::begin(kDebtorKinds), std::end(kDebtorKinds)}, side.addressee());
   if (!picked) return;
   side.showAddressee(picked->reference, picked->showString);
   clearLists();
 }
 
-// The one after the covered one that is not covered yet, else the first such.
 void frmDebtsCover::nextAddressee() {
   for (const CoverSideBox* side : {&primary, &secondary})
-    if (isRef(side->addressee())) done_.insert(side->addressee());
-  const std::size_t count = firms_.size();
-  const int current = cmbAddr.index;
-  const std::size_t start = current < 0 ? 0 : static_cast<std::size_t>(current) + 1;
-  showFirms();
-  std::pair<std::string, std::string> next;
-  for (std::size_t i = 0; i < count && next.first.empty(); ++i) {
-    const std::size_t at = (start + i) % count;
-    if (done_.contains(firms_[at].first)) continue;
-    next = firms_[at];
-    cmbAddr.index = static_cast<int>(at);
-  }
-  if (next.first.empty()) cmbAddr.index = -1;
-  for (CoverSideBox* side : {&primary, &secondary}) side->showAddressee(next.first, next.second);
+    if (isRef(side->addressee())) addressees.markCovered(side->addressee());
+  const auto [reference, name] = addressees.chooseNext();
+  for (CoverSideBox* side : {&primary, &secondary}) side->showAddressee(reference, name);
 }
 
 // --- lists ------------------------------------------------------------------------------------
@@ -310,7 +247,7 @@ void frmDebtsCover::go() {
     filled_ = true;
     refill();
   }
-  readFirms();
+  readAddressees();
   setFocus(primary.lvw);
 }
 
@@ -329,7 +266,7 @@ void frmDebtsCover::clearLists() {
 void frmDebtsCover::dateChanged() {
   loadRates();
   if (filled_) return go();
-  readFirms();
+  readAddressees();
 }
 
 void frmDebtsCover::tell(const std::string& message) { tellWith(host(), message, Icon::Info); }

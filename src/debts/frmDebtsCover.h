@@ -11,6 +11,7 @@
 #include <string>
 #include <utility>
 
+#include "debts/cover_addressee_box.h"
 #include "debts/cover_side_box.h"
 #include "operations/operation_tools.h"
 #include "operations/screen/rate_book.h"
@@ -35,9 +36,7 @@ class frmDebtsCover final : public ui::Form {
   ui::OptionButton optDateByBROper{this, "optDateByBROper", "Operacijos data", "date"};
   ui::OptionButton optDateByCoveredOperations{this, "optDateByCoveredOperations",
                                               "Vėliausia sudengiamųjų operacijų data", "date"};
-  ui::Label lblFirms{this, "lblFirms", "Įmonės"};
-  ui::ComboBox cmbAddr{this, "cmbAddr", {}, 40};
-  ui::Button cmdFirms{this, "cmdFirms", "▾", ui::Role::Small};
+  CoverAddresseeBox addressees{this};
   ui::Button cmdGo{this, "cmdGo", "Užpildyti"};
   CoverSideBox primary{this, 'C', "lvwBRPrimary", "Dengiamos skolos"};
   CoverSideBox secondary{this, 'D', "lvwBRSecondary", "Kuo dengiama"};
@@ -49,10 +48,6 @@ class frmDebtsCover final : public ui::Form {
   ui::MenuItem mnuAddVariant{this, "mnuAddVariant", "Įsiminti variantą"};
   ui::MenuItem mnuDeleteVariant{this, "mnuDeleteVariant", "Pašalinti variantą"};
   ui::Menu menuVariants{{&mnuAddVariant, &mnuDeleteVariant}, {}};
-  ui::MenuItem mnuFirm{this, "mnuFirm", "Įmonės"};
-  ui::MenuItem mnuPerson{this, "mnuPerson", "Fiziniai asmenys"};
-  ui::MenuItem mnuPersonal{this, "mnuPersonal", "Darbuotojai"};
-  ui::Menu menuFirms{{&mnuFirm, &mnuPerson, &mnuPersonal}, {}};
   ui::MenuItem mnuSum{this, "mnuSum", "Sumos įvedimas"};
   ui::MenuItem mnuExact{this, "mnuExact", "Padengti visą valiutos likutį"};
   ui::MenuItem mnuRates{this, "mnuRates", "Kurso įvedimas"};
@@ -70,10 +65,9 @@ class frmDebtsCover final : public ui::Form {
   void addVariant();
   void deleteVariant();
   // addressees
-  void chooseKind(const std::string& kind, const std::string& name);
-  void readFirms();
-  void showFirms();
-  void chooseFirm();
+  void kindChosen(const std::string& kind, const std::string& name);
+  void readAddressees();
+  void addresseeChosen();
   void pickAddressees(CoverSideBox& side);
   void nextAddressee();
   // lists
@@ -103,13 +97,9 @@ class frmDebtsCover final : public ui::Form {
   ParamDictionary plan_;
   InfluenceAccounts accounts_;
   RateBook rates_;
-  std::string kind_;                                        // of the addressees offered
-  std::vector<std::pair<std::string, std::string>> firms_;  // reference and name
-  std::string firmsAskedBy_;                                // what the addressees were read by
-  std::set<std::string> done_;                              // addressees covered in this sitting
-  std::set<std::string> pairs_;                             // pairs of addressees, in both orders
-  std::set<std::string> named_;                             // those that the comment names
-  bool filled_ = false;                                     // the lists show what was asked for
+  std::set<std::string> pairs_;  // pairs of addressees, in both orders
+  std::set<std::string> named_;  // those that the comment names
+  bool filled_ = false;          // the lists show what was asked for
 };
 
 }  // namespace tolvex

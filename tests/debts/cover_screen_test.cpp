@@ -177,7 +177,7 @@ TEST_F(CoverScreen, PairsAreCoveredOnceAndTheNextFollows) {
   auto object = newOperation();
   auto form = filled(object);
   ui::Input user(*form);
-  DO(user.choose(form->cmbAddr, 0));
+  DO(user.choose(form->addressees.cmbAddr, 0));
   DO(user.check(form->primary.lvw, 0, true));
   DO(user.check(form->secondary.lvw, 0, true));
   DO(user.click(form->cmdOK));
@@ -185,10 +185,10 @@ TEST_F(CoverScreen, PairsAreCoveredOnceAndTheNextFollows) {
   EXPECT_EQ(below.log, (Texts{"comment Skolų dengimas - UAB A", "date 2003.02.09", "entries"}));
   EXPECT_EQ(entriesOf(*object)->RecordCount(), 1U);
   EXPECT_EQ(form->primary.txtAddr.text(), "UAB B");
-  EXPECT_EQ(form->cmbAddr.items()[0].text, "*** UAB A");
+  EXPECT_EQ(form->addressees.cmbAddr.items()[0].text, "*** UAB A");
   EXPECT_EQ(form->cmdExit.caption(), "Užbaigti");
   EXPECT_FALSE(form->dtpDate.enabled);
-  DO(user.choose(form->cmbAddr, 0));
+  DO(user.choose(form->addressees.cmbAddr, 0));
   DO(user.check(form->primary.lvw, 0, true));
   DO(user.check(form->secondary.lvw, 0, true));
   DO(user.click(form->cmdOK));
@@ -235,7 +235,7 @@ TEST_F(CoverScreen, ASecondSaveGoesOnWhereTheFirstWasRefused) {
   auto object = newOperation();
   auto form = filled(object);
   ui::Input user(*form);
-  DO(user.choose(form->cmbAddr, 0));
+  DO(user.choose(form->addressees.cmbAddr, 0));
   DO(user.check(form->primary.lvw, 0, true));
   DO(user.enter(form->secondary.txtSum, "50,03"));
   DO(user.click(form->secondary.optAll));
@@ -274,7 +274,7 @@ TEST_F(CoverScreen, VariantsAreKeptAndChosen) {
   DO(second.choose(form->cmbVariants, 1));
   EXPECT_TRUE(form->primary.optDeb.on());
   EXPECT_EQ(form->secondary.account(), "240");
-  EXPECT_EQ(form->cmbAddr.items().size(), 2U);
+  EXPECT_EQ(form->addressees.cmbAddr.items().size(), 2U);
   DO(second.pick(form->mnuDeleteVariant));
   EXPECT_EQ(host.settings().get("O0201500", "DebtsCoverParameters", ""), "450 K - 240 D");
 }
