@@ -1,8 +1,12 @@
 // Open items of large books: one client's, an account's, those to be covered; in books of a million
-// operations against books that hold little or nothing else.
+// operations against books that hold little or nothing else. Then the two screens that list them,
+// as their user meets them, without a window.
 //   debts_bench [--quick] [--folder FOLDER]
 // Books are made in the folder (default: here) and kept; --quick takes a twentieth of their size.
 #include <cmath>
+#include <exception>
+#include <functional>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -10,8 +14,13 @@
 #include "bench/measure.h"
 #include "framework/recordset.h"
 #include "framework/references.h"
+#include "host/objects/module_loader.h"
+#include "host/objects/workspace.h"
+#include "host/script/headless_stage.h"
+#include "host/script/program.h"
 #include "host/store/guid.h"
 #include "host/store/sql.h"
+#include "platform/input.h"
 
 namespace tolvex::store {
 namespace {
@@ -160,19 +169,170 @@ void everything(Session& many) {
   timed("whom to cover among all", "GetCoverFirms", "'240',1,'450',-1,'O0000100','9999.12.31'");
 }
 
-int benchmarks(bool quick, const std::string& folder) {
+// --- the screens --------------------------------------------------------------------------------
+
+void must(const std::string& refusal) {
+  if (!refusal.empty()) throw std::runtime_error(refusal);
+}
+
+// A user without a window, who acts inside a modal screen and then closes it.
+class User {
+ public:
+  explicit User(Program& program) : workspace_(program.open(stage_, stage_)) {
+    stage_.renewed(*workspace_);
+  }
+  Workspace& workspace() { return *workspace_; }
+  void act(const std::function<std::string()>& what) { must(workspace_->gesture(what)); }
+
+  void inside(const std::function<std::string()>& opens,
+              const std::function<void(ui::Form&)>& acts) {
+    bool over = false;
+    std::exception_ptr broken;
+    stage_.setDriver(
+        [&] {
+          if (std::exchange(over, true)) return false;
+          try {
+            if (const Message* box = stage_.openMessage()) must(box->text);
+            acts(*stage_.modalForm());
+          } catch (...) {
+            broken = std::current_exception();
+          }
+          return false;
+        },
+        [this] { workspace_->idle(); });
+    act(opens);
+    if (broken) std::rethrow_exception(broken);
+    if (!over) throw std::runtime_error("the screen did not open");
+  }
+
+ private:
+  HeadlessStage stage_;
+  std::unique_ptr<Workspace> workspace_;
+};
+
+template <class Control>
+Control& controlOf(ui::Form& form, const char* name) {
+  auto* control = form.find<Control>(name);
+  if (!control) throw std::runtime_error(std::string("no control ") + name);
+  return *control;
+}
+
+// How a screen lists debts.
+struct DebtScreen {
+  const char* name;
+  const char *list, *fill;       // the list, and the button that fills it
+  const char *tickAll, *untick;  // buttons, or items of the list's menu
+};
+
+// The account's open items are listed, ticked all at once and one after another.
+void measureList(User& user, ui::Form& form, const DebtScreen& screen) {
+  constexpr int kRounds = 9;
+  auto& list = controlOf<ui::ListView>(form, screen.list);
+  const auto act = [&](const char* name) {
+    ui::Control& control = controlOf<ui::Control>(form, name);
+    auto* item = dynamic_cast<ui::MenuItem*>(&control);
+    user.act([&] { return item ? ui::Input(form).pick(*item) : ui::Input(form).click(control); });
+  };
+  const auto expectTicked = [&](int wanted) {
+    int ticked = 0;
+    for (const ui::Row& row : list.rows())
+      if (row.checked) ++ticked;
+    if (list.rows().size() != kInvoices || ticked != wanted)
+      throw std::runtime_error(std::string(screen.name) + ": the list is not as it should be");
+  };
+  std::vector<double> filling, ticking, oneByOne;
+  for (int round = 0; round <= kRounds; ++round) {
+    const double start = bench::cpuSeconds();
+    act(screen.fill);
+    const double filled = bench::cpuSeconds();
+    expectTicked(0);
+    const double before = bench::cpuSeconds();
+    act(screen.tickAll);
+    const double ticked = bench::cpuSeconds();
+    expectTicked(kInvoices);
+    act(screen.untick);
+    expectTicked(0);
+    const double first = bench::cpuSeconds();
+    for (int row = 0; row < kInvoices; ++row)
+      user.act([&] { return ui::Input(form).check(list, row, true); });
+    const double last = bench::cpuSeconds();
+    expectTicked(kInvoices);
+    if (round == 0) continue;
+    filling.push_back(filled - start);
+    ticking.push_back(ticked - before);
+    oneByOne.push_back(last - first);
+  }
+  const auto goal = [&](const char* what, std::vector<double> seconds, double limit) {
+    const std::string line = std::string(screen.name) + ": " + what;
+    bench::report(line.c_str(), bench::median(std::move(seconds)) * 1e3, limit, "ms", false);
+  };
+  goal("5000 open items listed, processor time", filling, 150);
+  goal("all of them ticked at once", ticking, 300);
+  goal("ticked one after another", oneByOne, 300);
+}
+
+void choiceOfDebts(User& user) {
+  const std::vector<Variant> asked = {kAccount, "", "", DateTime::Of(2004, 12, 31)};
+  const auto operation = user.workspace().context().objects().create("O0201500");
+  user.inside(
+      [&] { return operation->Methods("BROperSelect", std::span<const Variant>(asked)).Text; },
+      [&](ui::Form& form) {
+        measureList(user, form, {"choice of debts", "lvwBROper", "cmdGo", "mnuAll", "mnuDrop"});
+      });
+}
+
+void coverOfDebts(User& user, Session& session) {
+  const auto any = integerFrom(session.db(), "SELECT MIN(id) FROM oper WHERE otype = 'O0201500'");
+  user.act([&] {
+    return std::string(
+        user.workspace().context().desktop().putObject(refOf("O0201500", static_cast<int>(*any)))
+            ? ""
+            : "the operation did not open");
+  });
+  ui::Form& operation = *user.workspace().screens().front();
+  user.inside(
+      [&] {
+        return ui::Input(operation).pick(controlOf<ui::MenuItem>(operation, "mnuDebtsCover"));
+      },
+      [&](ui::Form& form) {
+        user.act([&] {
+          ui::Input input(form);
+          must(input.choose(controlOf<ui::OptionButton>(form, "optDebC")));
+          must(input.typeCombo(controlOf<ui::ComboBox>(form, "cmbAccC"), kAccount));
+          return input.typeCombo(controlOf<ui::ComboBox>(form, "cmbAccD"), kAccount);
+        });
+        measureList(user, form, {"debts cover", "lvwBRPrimary", "cmdGo", "optAllC", "optDropC"});
+      });
+}
+
+void screens(const std::string& program, const std::string& books) {
+  const auto module = loadModule(modulePathBeside(program));
+  Program::Options options;
+  options.place = books;
+  options.today = DateTime::Of(2004, 12, 31);
+  Program opened(*module, options);
+  User user(opened);
+  choiceOfDebts(user);
+  coverOfDebts(user, opened.session());
+}
+
+int benchmarks(const std::string& program, bool quick, const std::string& folder) {
   const int operations = quick ? 50000 : 1000000, kFew = 7000;  // about 10 000 entries
   std::printf("open items, books of %d and %d operations\n", kFew, operations);
-  const auto small = bench::openOrMake(bench::booksOf(folder, kFew), kFew);
-  const auto large = bench::openOrMake(bench::booksOf(folder, operations), operations);
-  const auto empty = bench::openOrMake(folder + "/bench_debts.tolvex", 1);
-  fillAccount(*empty);
-  fillAccount(*large);
-  oneClient(*small, *large);
-  oneClientBefore(*small, *large);
-  oneAccount(*empty, *large);
-  differences(*small, *large);
-  everything(*large);
+  const std::string largeBooks = bench::booksOf(folder, operations);
+  {
+    const auto small = bench::openOrMake(bench::booksOf(folder, kFew), kFew);
+    const auto large = bench::openOrMake(largeBooks, operations);
+    const auto empty = bench::openOrMake(folder + "/bench_debts.tolvex", 1);
+    fillAccount(*empty);
+    fillAccount(*large);
+    oneClient(*small, *large);
+    oneClientBefore(*small, *large);
+    oneAccount(*empty, *large);
+    differences(*small, *large);
+    everything(*large);
+  }
+  screens(program, largeBooks);
   return bench::missed == 0 ? 0 : 1;
 }
 
@@ -180,5 +340,7 @@ int benchmarks(bool quick, const std::string& folder) {
 }  // namespace tolvex::store
 
 int main(int count, char** arguments) {
-  return tolvex::bench::measured(count, arguments, tolvex::store::benchmarks);
+  return tolvex::bench::measured(count, arguments, [&](bool quick, const std::string& folder) {
+    return tolvex::store::benchmarks(arguments[0], quick, folder);
+  });
 }
