@@ -41,6 +41,8 @@ CardForm::CardForm(HostContext& host, const CardSpec& spec, std::shared_ptr<VXOb
   cmdWrite.isDefault = true;
   cmdWrite.onClick = [this] { save(); };
   SSCNew.shortcut = "Ctrl+N";
+  // "Nauja" or "Naujas", as the kind is named.
+  if (const auto words = split(spec.newCaption, ' '); words.size() > 1) SSCNew.caption = words[0];
   SSCNew.onClick = [this] { openNext(); };
   cmdCancel.isCancel = true;
   SSCClose.onClick = cmdCancel.onClick = [this] { leave(); };
