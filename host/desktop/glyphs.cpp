@@ -165,6 +165,13 @@ void books(QPainter& p) {
   lines(p, {{2.5, 5.5, 13.5, 5.5}, {6, 5.5, 6, 13.5}, {8, 8.5, 11.5, 8.5}, {8, 11, 11.5, 11}});
 }
 
+void sliders(QPainter& p) {
+  lines(p, {{1.5, 4, 14.5, 4}, {1.5, 8, 14.5, 8}, {1.5, 12, 14.5, 12}});
+  p.drawEllipse(QRectF(8.5, 2.5, 3, 3));
+  p.drawEllipse(QRectF(3.5, 6.5, 3, 3));
+  p.drawEllipse(QRectF(9.5, 10.5, 3, 3));
+}
+
 struct Glyph {
   Draw draw;
   QRgb ink;
@@ -196,6 +203,8 @@ const std::map<std::string, Glyph>& glyphs() {
       {"C0001600", {group, kFolder}},
       {"C0001601", {payments, kGrey}},
       {"L02020011", {books, kBlue}},
+      {"L0000001", {journalGroup, kBlue}},
+      {"L0000002", {sliders, kBlue}},
       {"LAYOUT", {books, kBlue}},
       {"stdClose", {group, kFolder}},
       {"stdOpen", {groupOpen, kFolder}},
@@ -208,7 +217,10 @@ const std::map<std::string, Glyph>& glyphs() {
       {"C0000800", {people, kBlue}},
       {"C0000810", {journal, kGrey}},
       {"C0000830", {lock, kBlue}},
+      {"C0000900", {operation, kGrey}},
+      {"C0001629", {percent, kBlue}},
       {"C0002200", {currency, kGreen}},
+      {"C0002201", {currency, kBlue}},
       {"C1000200", {percent, kGrey}},
       {"DOCUMENT_CHECK", {closing, kGreen}},
       {"C0202100", {trip, kBlue}},

@@ -28,6 +28,10 @@ constexpr int kScrollBar = 16;
 constexpr int kWidestWish = 760;
 constexpr int kNarrowestChars = 12;  // of a column that grows, before the list scrolls sideways
 
+QColor rowGround(bool selected, int row) {
+  return selected ? colour::kSelected : row % 2 != 0 ? colour::kStripe : colour::kCard;
+}
+
 class RowDelegate final : public QStyledItemDelegate {
  public:
   RowDelegate(const ui::ListView& list, const RowModel& model, QObject* parent)
@@ -55,11 +59,7 @@ class RowDelegate final : public QStyledItemDelegate {
     if (!row) return;
     const auto& columns = model_.columns();
     const auto column = static_cast<std::size_t>(index.column());
-    const bool selected = option.state & QStyle::State_Selected;
     const bool enabled = option.state & QStyle::State_Enabled;
-    painter->fillRect(option.rect, selected          ? QColor(colour::kSelected)
-                                   : index.row() % 2 ? QColor(colour::kStripe)
-                                                     : QColor(colour::kCard));
     QRect box = option.rect.adjusted(kCellPadding, 0, -kCellPadding, 0);
     if (index.column() == 0) paintSigns(*painter, *row, box, enabled);
     if (column >= row->cells.size() || column >= columns.size()) return;
@@ -121,6 +121,14 @@ class Table final : public QTreeView {
       QMetaObject::invokeMethod(this, onHeaderReleased, Qt::QueuedConnection);
     }
     return QTreeView::eventFilter(watched, event);
+  }
+  // A row is striped, or marked, as wide as the list is, also where no column stands.
+  void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override {
+    const bool selected = selectionModel()->isRowSelected(index.row(), index.parent());
+    painter->fillRect(QRect(0, option.rect.top(), viewport()->width(), option.rect.height()),
+                      rowGround(selected, index.row()));
+    QTreeView::drawRow(painter, option, index);
   }
   void contextMenuEvent(QContextMenuEvent* event) override {
     if (event->reason() == QContextMenuEvent::Mouse) onMenu(event->pos(), event->globalPos());

@@ -26,7 +26,8 @@ QFont chooseFont() {
 }
 
 QPalette palette() {
-  QPalette p;
+  // Made of two colours, so that nothing of a dark desktop shines through.
+  QPalette p(QColor(colour::kCard), QColor(colour::kGround));
   p.setColor(QPalette::Window, QColor(colour::kGround));
   p.setColor(QPalette::WindowText, QColor(colour::kText));
   p.setColor(QPalette::Base, QColor(colour::kCard));
@@ -115,6 +116,7 @@ QTabBar::tab:selected { color: #17536e; border-bottom: 2px solid #1f6a8c; }
 QTabBar::tab:focus { background: #e6eff4; }
 QTabBar::tab:disabled { color: #9aa7b2; }
 QScrollArea { border: 0; background: transparent; }
+QAbstractScrollArea::corner { background: transparent; border: 0; }
 QScrollBar:vertical { background: transparent; width: 10px; margin: 1px; }
 QScrollBar:horizontal { background: transparent; height: 10px; margin: 1px; }
 QScrollBar::handle { background: #d3dae0; border-radius: 4px; }
