@@ -65,11 +65,26 @@ QVBoxLayout* column(QWidget* widget, int gap) {
   return layout;
 }
 
-// What is left at the bottom of a column stays empty. Where something grows it takes all, but it
-// may be hidden at the moment.
-void endColumn(QVBoxLayout* layout, bool grows) {
-  if (!grows) return layout->addStretch(1);
-  layout->addItem(new QSpacerItem(0, 0, QSizePolicy::Minimum, QSizePolicy::Expanding));
+// What is left in a column stays empty, before its item `at`. Where something grows it takes all,
+// but it may be hidden at the moment.
+void leaveRest(QVBoxLayout* layout, int at, bool grows) {
+  if (!grows) return layout->insertStretch(at, 1);
+  layout->insertItem(at, new QSpacerItem(0, 0, QSizePolicy::Minimum, QSizePolicy::Expanding));
+}
+
+void endColumn(QVBoxLayout* layout, bool grows) { leaveRest(layout, layout->count(), grows); }
+
+// A row of nothing but buttons.
+bool isButtonRow(const ui::Node& row) {
+  bool any = false;
+  for (const ui::Node& cell : row.children) {
+    for (const ui::Node& word : cell.children) {
+      if (word.type == Type::Space) continue;
+      if (!word.control || word.control->kind != Kind::Button) return false;
+      any = true;
+    }
+  }
+  return any && row.type == Type::Row;
 }
 
 QLabel* captionLabel(QWidget* parent, const char* role) {
@@ -93,7 +108,9 @@ void LayoutBuilder::build() {
       root.children.size() == 1 && growsDown(root) && root.children.front().type != Type::Frame;
   if (!bare) layout->setContentsMargins(14, 12, 14, 12);
   stack(root, &owner_, layout, 0, owner_.stacks_++);
-  endColumn(layout, growsDown(root));
+  // The buttons of a form stand at its bottom, however little is above them.
+  const bool buttons = !root.children.empty() && isButtonRow(root.children.back());
+  leaveRest(layout, layout->count() - (buttons ? 1 : 0), growsDown(root));
 }
 
 void LayoutBuilder::stack(const ui::Node& node, QWidget* parent, QVBoxLayout* into, int depth,
