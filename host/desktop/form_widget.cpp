@@ -15,6 +15,20 @@ namespace tolvex::desktop {
 
 using ui::Kind;
 
+namespace {
+
+// A button tells its key as well.
+QString tipOf(const ui::Control& control) {
+  const QString tip = text(control.tip());
+  if (control.kind != Kind::Button) return tip;
+  const auto& button = static_cast<const ui::Button&>(control);
+  if (button.shortcut.empty()) return tip;
+  const QString words = tip.isEmpty() ? text(ui::withoutAccessKey(button.caption())) : tip;
+  return QStringLiteral("%1 (%2)").arg(words, text(button.shortcut)).trimmed();
+}
+
+}  // namespace
+
 FormWidget::FormWidget(ui::Form& form, ActGuard& guard, QWidget* parent)
     : QWidget(parent), form_(form), guard_(guard), shownTitle_(form.title()) {
   setObjectName(text(form.name()));
@@ -136,7 +150,7 @@ void FormWidget::syncCommon(ui::Control& control) {
   if (outer->isVisibleTo(outer->parentWidget()) != control.visible()) holdersMoved_ = true;
   outer->setVisible(control.visible());
   outer->setEnabled(control.enabled());
-  (shown ? shown->field : outer)->setToolTip(text(control.tip()));
+  (shown ? shown->field : outer)->setToolTip(tipOf(control));
   const auto found = labels_.find(&control);
   if (found == labels_.end()) return;
   QLabel* label = found->second.label;
@@ -265,6 +279,7 @@ void FormWidget::popup(ui::Menu& menu, ui::Control& at) {
     return;
   }
   guard_.menuOpened(&menu, widget);
+  flush();  // a row that was just chosen stands in its place
   ControlView* field = view(at);
   const QPoint place = !menuPoint_.isNull() ? menuPoint_
                        : field              ? field->menuPlace()
