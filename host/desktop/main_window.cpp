@@ -58,29 +58,28 @@ class CloseButton final : public QWidget {
 MainWindow::MainWindow(Workspace& workspace, ActGuard& guard)
     : workspace_(workspace), guard_(guard) {
   setObjectName(QStringLiteral("mainWindow"));
-  auto* splitter = new QSplitter(this);
-  splitter->setHandleWidth(1);
-  splitter->setChildrenCollapsible(false);
-  tree_ = new FormWidget(workspace.tree(), guard, splitter);
+  splitter_ = new QSplitter(this);
+  splitter_->setHandleWidth(1);
+  splitter_->setChildrenCollapsible(false);
+  tree_ = new FormWidget(workspace.tree(), guard, splitter_);
   tree_->setMinimumWidth(170);
   for (QWidget* view : tree_->findChildren<QWidget*>(QStringLiteral("tvwLayout"))) {
     view->setProperty("sidebar", true);
     view->style()->polish(view);  // the sheet reads the property anew
   }
-  splitter->addWidget(tree_);
+  splitter_->addWidget(tree_);
 
-  tabs_ = new QTabWidget(splitter);
+  tabs_ = new QTabWidget(splitter_);
   tabs_->setDocumentMode(true);
   tabs_->setMovable(false);
   tabs_->setElideMode(Qt::ElideRight);
   tabs_->setUsesScrollButtons(true);
   tabs_->tabBar()->setExpanding(false);
   tabs_->tabBar()->setDrawBase(false);
-  splitter->addWidget(tabs_);
-  splitter->setStretchFactor(0, 0);
-  splitter->setStretchFactor(1, 1);
-  splitter->setSizes({kTreeWidth, kUsualSize.width() - kTreeWidth});
-  setCentralWidget(splitter);
+  splitter_->addWidget(tabs_);
+  splitter_->setStretchFactor(0, 0);
+  splitter_->setStretchFactor(1, 1);
+  setCentralWidget(splitter_);
 
   list_ = new FormWidget(workspace.list(), guard, tabs_);
   tabs_->addTab(page(*list_), QStringLiteral("Sąrašas"));
@@ -130,6 +129,11 @@ void MainWindow::makeMenu() {
     tabs_->setCurrentIndex(0);
     list_->takeFocus();
   });
+  go->addAction(
+      QStringLiteral("&Ieškoti sąraše"), QKeySequence(QStringLiteral("Ctrl+F")), this, [this] {
+        tabs_->setCurrentIndex(0);
+        list_->findChild<QWidget*>(QStringLiteral("txtFind"))->setFocus(Qt::TabFocusReason);
+      });
   go->addAction(QStringLiteral("&Kitas langas"), QKeySequence(QStringLiteral("Ctrl+PgDown")), this,
                 [this] {
                   if (tabs_->count() > 0)
@@ -241,6 +245,13 @@ void MainWindow::showStatus(const Workspace::Status& status) {
   place_->setText(joined({status.locked, status.period}));
   setWindowTitle(
       joined({status.firm, "Tolvex"}).replace(QStringLiteral("   ·   "), QStringLiteral(" – ")));
+}
+
+void MainWindow::showEvent(QShowEvent* event) {
+  QMainWindow::showEvent(event);
+  if (event->spontaneous()) return;
+  const int tree = std::min(kTreeWidth, width() / 4);
+  splitter_->setSizes({tree, width() - tree});
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

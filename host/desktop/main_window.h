@@ -10,6 +10,7 @@
 class QLabel;
 class QPainter;
 class QScrollArea;
+class QSplitter;
 class QTabWidget;
 
 namespace tolvex::desktop {
@@ -37,10 +38,12 @@ class MainWindow final : public QMainWindow {
   void showHelp();
   void closeTab(int tab);
   void setTab(int tab, const ui::Form& form);
+  void showEvent(QShowEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
 
   Workspace& workspace_;
   ActGuard& guard_;
+  QSplitter* splitter_;  // tree | tabs
   QTabWidget* tabs_;
   FormWidget* tree_;
   FormWidget* list_;

@@ -43,6 +43,7 @@ frmList::frmList(HostContext& host, Navigator& navigator)
   cmdNew.shortcut = "Ctrl+N";
   cmdNew.onClick = [this] { runNew(); };
   cmdPeriod.tip = kPeriod;
+  cmdPeriod.shortcut = "Ctrl+L";
   // The list is read again once the loop is idle.
   cmdPeriod.onClick = [this] { (void)Form::host().workplace().newPeriod(source_.kind); };
   lvwObjects.onActivate = [this] { activate(); };

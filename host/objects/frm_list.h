@@ -37,7 +37,7 @@ class frmList final : public ui::Form {
 
   ui::Label lblPlace{this, "lblPlace", ""};
   ui::TextBox txtFind{this, "txtFind", "Ieškoti", 24};
-  ui::Button cmdPeriod{this, "cmdPeriod", "", ui::Role::Quiet};
+  ui::Button cmdPeriod{this, "cmdPeriod"};
   ui::Button cmdNew{this, "cmdNew", "", ui::Role::Primary};
   ui::Label lblFilter{this, "lblFilter", ""};
   ui::Button cmdAll{this, "cmdAll", "Rodyti visus", ui::Role::Small};

@@ -13,7 +13,7 @@ constexpr HelpKey kGeneral[] = {
     {"Ins, Del", "sąraše – nauja eilutė, panaikinti eilutę"},
     {"Ctrl+C, Ctrl+V", "kopijuoti eilutę ar jos nuorodą, padėti nuorodą čia"},
     {"Shift+F10", "eilutės meniu"},
-    {"Ctrl+1, Ctrl+2", "į medį, į sąrašą"},
+    {"Ctrl+1, Ctrl+2, Ctrl+F", "į medį, į sąrašą, į jo paiešką"},
     {"Ctrl+PgUp, Ctrl+PgDn", "tarp atvertų langų"},
     {"Ctrl+W", "uždaryti langą"},
     {"F5", "perskaityti iš naujo"},
@@ -23,6 +23,7 @@ constexpr HelpKey kListKeys[] = {
     {"Enter", "atverti objektą arba grupę"},
     {"Ctrl+N, Ins", "naujas objektas pasirinktoje grupėje"},
     {"Del", "panaikinti"},
+    {"Ctrl+L", "peržiūros laikotarpis"},
     {"↓ iš paieškos", "į sąrašą"},
 };
 constexpr HelpKey kOperationKeys[] = {
