@@ -79,11 +79,14 @@ Turnovers turnoversOf(Database& db, const char* sql, const Successors& successor
   return all;
 }
 
-// What one of its accounts is matched with documents for, a counterpart is as well. Answers the
-// accounts, by their successors, whose open items are to be made anew.
+// What one of its accounts is matched with documents for, a counterpart is as well: for good when one
+// of them is, else as long as a group asks. Answers the accounts, by their successors, whose open
+// items are to be made anew.
 std::set<int> moveTracking(Database& db, const Successors& successors) {
   run(db,
-      "UPDATE account SET track_items = 1 WHERE plan = 1"
+      "UPDATE account SET track_items = (SELECT MIN(a.track_items) FROM account a"
+      " WHERE a.new_id = account.id AND a.plan = 0 AND a.track_items <> 0)"
+      " WHERE plan = 1 AND track_items = 0"
       " AND id IN (SELECT new_id FROM account WHERE plan = 0 AND track_items <> 0)");
   std::set<int> tracked, changed;
   {

@@ -8,8 +8,8 @@
 namespace tolvex::store {
 namespace {
 
-// What account.track_items says: matched as every such account is, or because a group asks.
-constexpr int kAskedFor = 2;
+// What account.track_items says: 0 not matched, 1 matched as every such account is, and
+constexpr int kAskedFor = 2;  // because a group asks
 
 template <class... Values>
 std::vector<int> accountsWhere(Database& db, std::string_view condition, const Values&... values) {

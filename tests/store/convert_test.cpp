@@ -160,6 +160,29 @@ TEST_P(Conversion, WhatNamesAnAccountFollowsIt) {
   EXPECT_NE(protocol.find("! Balansas: Atsargos: 20"), std::string::npos) << protocol;
 }
 
+// What only a group asked for is dropped when it asks no more, in the new plan as in the old.
+TEST_P(Conversion, FullSumsOfAGroupStayAsLongAsItAsks) {
+  makeSmallPlan(session());
+  const auto sums = [this](const char* code) {
+    return session().call("O0201400", "CreateFullSum", "5,'" + std::string(code) + "'").Code;
+  };
+  const auto matched = [this] {
+    return integerFrom(db(),
+                       "SELECT COUNT(*) FROM open_item i JOIN account a ON a.id = i.account_id"
+                       " WHERE a.plan = 0 AND a.mark_id IN"
+                       " (SELECT id FROM account_mark WHERE code = '2710')")
+        .value_or(-1);
+  };
+  ASSERT_EQ(sums("2710"), kDone);
+  const auto before = matched();
+  ASSERT_GT(before, 0);
+  ASSERT_EQ(call("Convert").Code, kDone);
+  EXPECT_EQ(matched(), before);
+  EXPECT_EQ(sums(""), kDone);
+  EXPECT_EQ(matched(), 0);
+  EXPECT_EQ(findingsText(db()), "");
+}
+
 TEST_P(Conversion, OfSeveralLocksTheLaterDatesWin) {
   struct Case {
     const char *name, *first, *second, *counterpart;
