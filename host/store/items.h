@@ -39,6 +39,11 @@ struct ItemRow {
   bool open() const { return restLt != 0 || restCur != 0; }
   // 1: the item lies on the debit, -1: on the credit.
   int side() const { return (restCur != 0 ? restCur : restLt) >= 0 ? 1 : -1; }
+  // The side on which the operation itself entered it, also when it was overpaid since.
+  int ownSide() const {
+    const std::int64_t full = fullCur != 0 ? fullCur : fullLt;
+    return full == 0 ? side() : full > 0 ? 1 : -1;
+  }
   bool operator==(const ItemRow&) const = default;
 };
 

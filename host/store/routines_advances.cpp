@@ -70,7 +70,7 @@ constexpr ColumnSpec kAdvance[] = {col::text("OIDR", 30), col::number("RestSum")
                                    col::number("RestSumCurr"), col::text("CurrCode", 3)};
 
 // Confirms that an advance still stands: a row for each currency while the operation has a posting
-// on the account, also when nothing is left of it.
+// on the account, also when nothing is left of it; what was spent beyond it is below zero.
 Variant GetAdvanceRests(Session& session, const Arguments& arguments, std::string_view) {
   Answer answer(kAdvance);
   const std::string& given = arguments[0].str();
@@ -88,8 +88,10 @@ Variant GetAdvanceRests(Session& session, const Arguments& arguments, std::strin
   while (booked->step()) rests[std::string(booked->text(0))];
   if (rests.empty()) return answer.done();
   for (const Debt& debt : itemsOf(session.db(), *account, oper)) {
-    if (debt.row.open()) rests[debt.row.cur].first += debt.restLt();
-    if (debt.row.open()) rests[debt.row.cur].second += debt.restCur();
+    const ItemRow& row = debt.row;
+    if (!row.open()) continue;
+    rests[row.cur].first += row.ownSide() * row.restLt;
+    rests[row.cur].second += row.ownSide() * row.restCur;
   }
   for (const auto& [currency, rest] : rests)
     answer.row()

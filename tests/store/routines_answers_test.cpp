@@ -294,6 +294,18 @@ TEST_P(Answers, TheNextNumberIsOfferedByGroupAndYear) {
   EXPECT_EQ(answerText(*session_, kOper, "GetNumber", "3", "Number"), "1") << "P-0001 is no number";
 }
 
+// What was spent beyond an advance is no rest of it.
+TEST_P(Answers, AnOverspentAdvanceHasARestBelowZero) {
+  const int report = savedId(
+      *session_, {20040301, {{"240", "255", 350, {{-1, "O00014013"}, {-1, "O020150010"}}}}});
+  EXPECT_EQ(answerText(*session_, kOper, "CheckAdvance", "'10','255'", "RestSum"), "-50");
+  EXPECT_EQ(answerText(*session_, kOper, "GetAdvanceOverExpenses", "'O00014013','255'",
+                       "OIDR,RestSum,InfluenceSign"),
+            "O020150010|50|1");
+  EXPECT_EQ(session_->erase(kOper, operRef(report)).Code, kDone);
+  EXPECT_EQ(answerText(*session_, kOper, "CheckAdvance", "'10','255'", "RestSum"), "300");
+}
+
 // A prepayment and an invoice, then a cover that points at both: the invoice keeps what is left.
 TEST_P(Answers, ACoverClosesBothItems) {
   const int paid =
