@@ -5,6 +5,7 @@
 #include "framework/parameters.h"
 #include "framework/references.h"
 #include "host/objects/kinds.h"
+#include "platform/save_outcome.h"
 
 namespace tolvex {
 
@@ -44,8 +45,7 @@ FieldList& InnerUIO::Fields() {
 MethodResult InnerUIO::Properties(std::string key, std::string parameters) {
   HostResult result;
   bo_->CallBO("Get" + key, parameters, nullptr, result);
-  if (result.Code != kDone) warn(host_, result.Text);
-  return passOn(result);
+  return told(host_, result);
 }
 
 MethodResult InnerUIO::Methods(std::string key, std::span<const Variant> par) {

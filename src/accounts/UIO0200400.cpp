@@ -4,6 +4,7 @@
 #include "framework/parameters.h"
 #include "framework/references.h"
 #include "framework/text.h"
+#include "platform/save_outcome.h"
 
 namespace tolvex {
 
@@ -29,10 +30,7 @@ MethodResult UIO0200400::Properties(std::string key, std::string parameters) {
     }
     if (equalNoCase(key, "Class")) return parentClass();
     if (equalNoCase(key, "NewAccount")) return newAccount();
-    const HostResult result = call("D" + planKind() + "_Get" + key, parameters);
-    if (result.Code == kDone) return done(result.Data);
-    warn(hostContext(), result.Text);
-    return MethodResult{result.Code, result.Text, {}};
+    return read("D" + planKind() + "_Get" + key, parameters);
   });
 }
 
@@ -41,8 +39,7 @@ MethodResult UIO0200400::nodeAt(const std::string& reference) const {
   auto [node, read] = readPlanNode(kindOf(reference), reference);
   if (read.Code == kDone) return done(Variant(ObjectPtr(std::move(node))));
   if (read.Code == kGone) return done();
-  warn(hostContext(), read.Text);
-  return {read.Code, read.Text, {}};
+  return told(hostContext(), {read.Code, read.Text, {}});
 }
 
 MethodResult UIO0200400::parentClass() {
@@ -77,9 +74,7 @@ MethodResult UIO0200400::Methods(std::string key, std::span<const Variant> par) 
       parameters = NullToText(par[0]);
       if (equalNoCase(key, "MoveAccountDown")) parameters = quoted(parameters);
     }
-    const HostResult result = call(key, parameters);
-    if (result.Code != kDone) warn(hostContext(), result.Text);
-    return passOn(result);
+    return read(key, parameters);
   });
 }
 

@@ -11,30 +11,19 @@ MethodResult UIO0201300::Properties(std::string key, std::string parameters) {
     if (key == "GetObjectForm") {
       return done(Variant(ObjectPtr(makeLockScreen(*forms_, hostContext(), OID()))));
     }
-    if (key == "Parent") parameters = Parameters().number(Fields()["ParentID"].Number()).str();
+    if (key == "Parent") parameters = parentParameters();
     if (key == "EnabledAddressee") parameters = kNoParameters;
     return read("DO0201300_Get" + key, parameters);
   });
 }
 
-MethodResult UIO0201300::read(const std::string& method, const std::string& parameters) {
-  const HostResult result = call(method, parameters);
-  if (result.Code != kDone) {
-    warn(hostContext(), result.Text);
-    return {result.Code, result.Text, {}};
-  }
-  return done(result.Data);
-}
-
 MethodResult UIO0201300::accountList() {
   if (accounts_) return done(accounts_);
-  MethodResult list = read("GetAccountList", kNoParameters);
+  const MethodResult list = read("GetAccountList", kNoParameters);
   if (list.Code != kDone) return list;
   auto accounts = std::make_shared<ParamDictionary>();
   accounts->SetItem("0", "Likutis");
-  const RowSetPtr rows = list.Value.AsRows();
-  Field Account = (*rows)["Account"], Name = (*rows)["Name"];
-  ForEachRow(*rows, [&](RowSet&) { accounts->SetItem(Account.Text(), Name.Text()); });
+  setItems(*accounts, *list.Value.AsRows(), "Account", "Name");
   accounts_ = std::move(accounts);
   return done(accounts_);
 }

@@ -24,7 +24,6 @@ class UIO0201300 final : public ForwardingUIO {
   using ForwardingUIO::Methods;
 
  private:
-  MethodResult read(const std::string& method, const std::string& parameters);
   MethodResult accountList();
 
   std::shared_ptr<const FormRegistry> forms_;

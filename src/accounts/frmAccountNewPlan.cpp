@@ -9,16 +9,13 @@
 #include "framework/conversions.h"
 #include "framework/parameters.h"
 #include "framework/references.h"
+#include "framework/told.h"
 
 namespace tolvex {
 
 namespace {
 
 constexpr const char* kCopyName = "Convert";
-
-RowSetPtr rowsIn(const MethodResult& read) {
-  return read.Code == kDone && read.Value.IsRows() ? read.Value.AsRows() : nullptr;
-}
 
 }  // namespace
 
@@ -93,7 +90,7 @@ void frmAccountNewPlan::beginNewPlan() {
   bool hasGroup = false;
   ForEachRow(*nodes, [&](RowSet& node) { hasGroup |= node["GroupFlag"].Number() != 0; });
   if (hasGroup) return;
-  const RowSetPtr working = rowsIn(plan_->Properties("AccountPlan", kNoParameters));
+  const RowSetPtr working = toldRows(plan_->Properties("AccountPlan", kNoParameters));
   const auto group = host().objects().create(kNewPlanKind);
   if (!group || !working || working->RecordCount() == 0) return;
   working->MoveFirst();
@@ -111,13 +108,13 @@ void frmAccountNewPlan::fill() {
   lsvCovert.setRows({});
   lsvCovert.current = -1;
   allFound_ = false;
-  if (const RowSetPtr table = rowsIn(plan_->Properties("ConvertingTable", kNoParameters))) {
+  if (const RowSetPtr table = toldRows(plan_->Properties("ConvertingTable", kNoParameters))) {
     ConversionList list = conversionList(*table);
     lsvCovert.setRows(std::move(list.rows));
     lsvCovert.current = lsvCovert.rows().empty() ? -1 : 0;
     allFound_ = list.mayConvert;
   }
-  const RowSetPtr preview = rowsIn(plan_->Properties("ConvertingPreview", kNoParameters));
+  const RowSetPtr preview = toldRows(plan_->Properties("ConvertingPreview", kNoParameters));
   const bool known = preview && preview->RecordCount() > 0;
   if (known) preview->MoveFirst();
   lblSummary.caption = known ? conversionSummary(*preview, host().numbers()) : std::string();
@@ -130,7 +127,7 @@ void frmAccountNewPlan::fill() {
 }
 
 bool frmAccountNewPlan::hasCopy() {
-  const RowSetPtr copies = rowsIn(plan_->Properties("Backups", kNoParameters));
+  const RowSetPtr copies = toldRows(plan_->Properties("Backups", kNoParameters));
   bool found = false;
   if (copies) ForEachRow(*copies, [&](RowSet& copy) { found |= copy["Name"].Text() == kCopyName; });
   return found;

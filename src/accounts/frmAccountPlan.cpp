@@ -135,7 +135,7 @@ void frmAccountPlan::show() {
 
 std::shared_ptr<tolvex::VXObjectUIO> frmAccountPlan::nodeAbove(const char* key) {
   const MethodResult above = VXObjectUIO->Properties(key, "");
-  whole_ = whole_ && above.Code == kDone;
+  if (showFailure(host(), above)) whole_ = false;
   return above.Value.As<tolvex::VXObjectUIO>();
 }
 
@@ -174,7 +174,7 @@ void frmAccountPlan::showCounterpart() {
        std::initializer_list<ui::Control*>{&lblOldAcc, &txtNewAcc, &cmdNewAcc, &cmdCleanAcc})
     control->visible = shown;
   const MethodResult counterpart = VXObjectUIO->Properties("NewAccount", "");
-  whole_ = whole_ && counterpart.Code == kDone;
+  if (showFailure(host(), counterpart)) whole_ = false;
   txtNewAcc.text = counterpart.Code == kDone ? counterpart.Value.Show() : std::string();
 }
 

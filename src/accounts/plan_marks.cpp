@@ -5,24 +5,16 @@
 #include <vector>
 
 #include "framework/parameters.h"
+#include "framework/told.h"
 
 namespace tolvex {
-
-namespace {
-
-RowSetPtr readSet(VXObjectUIO& node, const char* key) {
-  const MethodResult read = node.Properties(key, kNoParameters);
-  return read.Code == kDone && read.Value.IsRows() ? read.Value.AsRows() : nullptr;
-}
-
-}  // namespace
 
 bool fillMarks(ui::ListView& list, VXObjectUIO& node) {
   list.setRows({});
   list.current = -1;
-  const RowSetPtr marks = readSet(node, "BRAProperties");
+  const RowSetPtr marks = toldRows(node.Properties("BRAProperties", kNoParameters));
   if (!marks) return false;
-  const RowSetPtr carriers = readSet(node, "BRASettings");
+  const RowSetPtr carriers = toldRows(node.Properties("BRASettings", kNoParameters));
   if (!carriers) return false;
   const std::string own(node.Fields()["Account"].Text());
   std::vector<ui::Row> rows;

@@ -1,5 +1,8 @@
 #include "framework/object_contract.h"
 
+#include "framework/parameters.h"
+#include "platform/save_outcome.h"
+
 namespace tolvex {
 
 namespace {
@@ -76,6 +79,14 @@ HostResult ForwardingUIO::call(const std::string& method, const std::string& par
   HostResult result;
   bo->CallBO(method, parameters, nullptr, result);
   return result;
+}
+
+MethodResult ForwardingUIO::read(const std::string& method, const std::string& parameters) const {
+  return told(hostContext(), call(method, parameters));
+}
+
+std::string ForwardingUIO::parentParameters() {
+  return Parameters().number(Fields()["ParentID"].Number()).str();
 }
 
 }  // namespace tolvex

@@ -91,6 +91,10 @@ class ForwardingUIO : public VXObjectUIO, public std::enable_shared_from_this<Fo
   VXObjectUIO& inner() const { return *inner_; }
   // One call to the store through this object's business object.
   HostResult call(const std::string& method, const std::string& parameters) const;
+  // The same for Properties: a refusal is shown and returned as told.
+  MethodResult read(const std::string& method, const std::string& parameters) const;
+  // The parameter of the key "Parent": the group above, by the record's own ParentID.
+  std::string parentParameters();
 
  private:
   std::shared_ptr<VXObjectUIO> inner_;

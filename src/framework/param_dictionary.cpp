@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "framework/results.h"
+#include "framework/recordset.h"
 
 namespace tolvex {
 
@@ -109,6 +109,11 @@ std::vector<Variant> ParamDictionary::Items() const {
     if (entry.live) items.push_back(entry.value);
   }
   return items;
+}
+
+void setItems(ParamDictionary& items, RowSet& rows, std::string_view key, std::string_view value) {
+  Field keys = rows[key], values = rows[value];
+  ForEachRow(rows, [&](RowSet&) { items.SetItem(keys.Text(), values.Text()); });
 }
 
 }  // namespace tolvex

@@ -41,4 +41,7 @@ class ParamDictionary : public Object {
   std::size_t count_ = 0;
 };
 
+// Sets an item for each row: the text of column `value` by that of column `key`.
+void setItems(ParamDictionary& items, RowSet& rows, std::string_view key, std::string_view value);
+
 }  // namespace tolvex

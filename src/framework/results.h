@@ -32,6 +32,7 @@ struct [[nodiscard]] MethodResult {
   std::int32_t Code = kDone;
   std::string Text;
   Variant Value;
+  bool Told = false;  // the user has seen Text, so whoever gets the failure passes it on in silence
 };
 
 // Answer of Read and Save of an object.

@@ -108,10 +108,6 @@ std::shared_ptr<ui::Form> TreeKindUI::screenOver(std::shared_ptr<VXObjectUIO> ob
   return forms_->make(tree_.screen, ObjectFormRequest{hostContext(), std::move(object), ""});
 }
 
-std::string parentParameters(VXObjectUIO& object) {
-  return Parameters().number(object.Fields()["ParentID"].Number()).str();
-}
-
 bool deleteAsked(HostContext& host, VXObjectUIO& object) {
   std::string question = "Ar tikrai norite panaikinti?";
   question.append(kLineBreak).append(object.Fields()["Name"].Text());

@@ -49,9 +49,6 @@ class TreeKindUI : public ForwardingUI {
   std::shared_ptr<const FormRegistry> forms_;
 };
 
-// The parameter of the key "Parent": the group above, by the record's own ParentID.
-std::string parentParameters(VXObjectUIO& object);
-
 // Asks with the record's name and deletes it through its kind; true when it is gone.
 bool deleteAsked(HostContext& host, VXObjectUIO& object);
 

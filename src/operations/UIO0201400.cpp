@@ -22,14 +22,9 @@ MethodResult UIO0201400::Properties(std::string key, std::string parameters) {
     if (key == "FormTypes" || key == "MyFirmAccounts") {
       parameters = kNoParameters;
     } else if (key == "Parent") {
-      parameters = Parameters().number(Fields()["ParentID"].Number()).str();
+      parameters = parentParameters();
     }
-    const HostResult result = call("Get" + key, parameters);
-    if (result.Code != kDone) {
-      warn(hostContext(), result.Text);
-      return MethodResult{result.Code, result.Text, {}};
-    }
-    return done(result.Data);
+    return read("Get" + key, parameters);
   });
 }
 

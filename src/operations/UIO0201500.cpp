@@ -71,28 +71,20 @@ MethodResult UIO0201500::Properties(std::string key, std::string parameters) {
 }
 
 MethodResult UIO0201500::property(const std::string& key, const std::string& parameters) {
-  if (isIn(kReadsWithoutParameters, key)) return shown(call("Get" + key, kNoParameters));
-  if (isIn(kReadsWithParameters, key)) return shown(call("Get" + key, parameters));
+  if (isIn(kReadsWithoutParameters, key)) return read("Get" + key, kNoParameters);
+  if (isIn(kReadsWithParameters, key)) return read("Get" + key, parameters);
   if (key == "CurrencyList") return currencyList(parameters);
   if (key == "AddresseeList") return addresseeList();
   if (key == "AccountList") return accountList();
   if (key == "GetObjectForm") return objectForm(parameters);
-  return shown(call(key, parameters));
-}
-
-MethodResult UIO0201500::shown(const HostResult& result) const {
-  if (result.Code != kDone) {
-    warn(hostContext(), result.Text);
-    return {result.Code, result.Text, {}};
-  }
-  return done(result.Data);
+  return read(key, parameters);
 }
 
 MethodResult UIO0201500::currencyList(const std::string& date) {
   currencies_ = nullptr;
-  MethodResult read = shown(call("GetCurrencyList", quoted(date.empty() ? "1990.01.01" : date)));
-  if (read.Code != kDone) return read;
-  const RowSetPtr rows = read.Value.AsRows();
+  MethodResult list = read("GetCurrencyList", quoted(date.empty() ? "1990.01.01" : date));
+  if (list.Code != kDone) return list;
+  const RowSetPtr rows = list.Value.AsRows();
   if (rows->RecordCount() == 0) return refused("No any currency in DB...");
   currencies_ = rows;
   return done(currencies_);
@@ -100,9 +92,9 @@ MethodResult UIO0201500::currencyList(const std::string& date) {
 
 MethodResult UIO0201500::addresseeList() {
   if (!addressees_) {
-    MethodResult read = shown(call("GetAddresseeList", kNoParameters));
-    if (read.Code != kDone) return read;
-    addressees_ = read.Value.AsRows();
+    MethodResult list = read("GetAddresseeList", kNoParameters);
+    if (list.Code != kDone) return list;
+    addressees_ = list.Value.AsRows();
   }
   return done(addressees_);
 }
@@ -110,11 +102,9 @@ MethodResult UIO0201500::addresseeList() {
 MethodResult UIO0201500::accountList() {
   if (!accounts_) {
     accounts_ = std::make_shared<ParamDictionary>();
-    MethodResult read = shown(call("GetAccountList", kNoParameters));
-    if (read.Code != kDone) return read;
-    const RowSetPtr rows = read.Value.AsRows();
-    Field Account = (*rows)["Account"], Name = (*rows)["Name"];
-    ForEachRow(*rows, [&](RowSet&) { accounts_->SetItem(Account.Text(), Name.Text()); });
+    MethodResult list = read("GetAccountList", kNoParameters);
+    if (list.Code != kDone) return list;
+    setItems(*accounts_, *list.Value.AsRows(), "Account", "Name");
   }
   return done(accounts_);
 }

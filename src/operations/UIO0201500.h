@@ -49,7 +49,6 @@ class UIO0201500 final : public ForwardingUIO {
   MethodResult addresseeList();
   MethodResult accountList();
   MethodResult objectForm(const std::string& parameters);
-  MethodResult shown(const HostResult& result) const;
   void rescue(const RowSetPtr& typed);
 
   OperationTablesPtr tables_;

@@ -4,7 +4,6 @@
 #include "framework/parameters.h"
 #include "framework/references.h"
 #include "framework/text.h"
-#include "framework/tree_kind.h"
 #include "operations/template_forms.h"
 
 namespace tolvex {
@@ -19,28 +18,19 @@ MethodResult UIO0201600::Properties(std::string key, std::string parameters) {
   return guarded([&] {
     if (key == "AccountList") return accountList();
     if (key == "GetObjectForm") return objectForm();
-    if (key == "Parent") parameters = parentParameters(*this);
-    if (key == "EnabledAddressee") parameters = kNoParameters;
-    return read(key, parameters);
+    if (key == "Parent") parameters = parentParameters();
+    if (key == "EnabledAddressee") return passOn(call("GetEnabledAddressee", kNoParameters));
+    return read("Get" + key, parameters);
   });
-}
-
-MethodResult UIO0201600::read(const std::string& key, const std::string& parameters) {
-  const HostResult result = call("Get" + key, parameters);
-  if (result.Code == kDone) return done(result.Data);
-  warn(hostContext(), result.Text);
-  return {result.Code, result.Text, {}};
 }
 
 MethodResult UIO0201600::accountList() {
   if (accounts_) return done(accounts_);
-  const MethodResult list = read("AccountList", kNoParameters);
+  const MethodResult list = read("GetAccountList", kNoParameters);
   if (list.Code != kDone) return list;
   auto accounts = std::make_shared<ParamDictionary>();
   accounts->SetItem("0", "Likutis");
-  const RowSetPtr rows = list.Value.AsRows();
-  Field Account = (*rows)["Account"], Name = (*rows)["Name"];
-  ForEachRow(*rows, [&](RowSet&) { accounts->SetItem(Account.Text(), Name.Text()); });
+  setItems(*accounts, *list.Value.AsRows(), "Account", "Name");
   accounts_ = std::move(accounts);
   return done(accounts_);
 }

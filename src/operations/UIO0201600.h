@@ -19,7 +19,8 @@ class UIO0201600 final : public ForwardingUIO {
   // "Parent": the group above, by the record's own ParentID. "EnabledAddressee": the kinds that a
   // line may require. "AccountList": a dictionary of account and name, "0" first; read once.
   // "GetObjectForm": the screen of this template. Any other key is read with the caller's
-  // parameters. A failure is shown.
+  // parameters. A failure is shown, but that of "EnabledAddressee": its screen has words of its
+  // own.
   MethodResult Properties(std::string key, std::string parameters) override;
   // "NewMode" with the text "group|mode": once stored for the first time, the template joins the
   // set of that group of operations. Any other name is an action of the store with its first
@@ -30,7 +31,6 @@ class UIO0201600 final : public ForwardingUIO {
   SaveResult Save(RowSetPtr second, RowSetPtr third) override;
 
  private:
-  MethodResult read(const std::string& key, const std::string& parameters);
   MethodResult accountList();
   MethodResult objectForm();
 

@@ -198,23 +198,26 @@ Complaint EntrySide::checkAddressees() {
     if (line.kind == kOperationKind && pointer.empty()) pointer = line.reference;
     if ((line.kind == kFirm || line.kind == kPerson) && client.empty()) client = line.reference;
   }
-  if (pointer.empty() || client.empty() || pointerFitsClient(pointer, client)) return {};
-  return {"Adresatas nuorodoje nesutampa su įrašo adresatu!", &lvwAddress};
+  if (pointer.empty() || client.empty()) return {};
+  return {whyNotOf(pointer, client), &lvwAddress};
 }
 
 // The store confirms with a row whose first field is neither 0 nor false.
-bool EntrySide::pointerFitsClient(const std::string& pointer, const std::string& client) {
+std::string EntrySide::whyNotOf(const std::string& pointer, const std::string& client) {
   HostResult answer;
   books_.operation->BO()->CallBO("DO0201500_CheckBRPointerClient",
                                  Parameters().text(pointer).text(client).text(account()).str(),
                                  nullptr, answer);
-  if (answer.Code != kDone || !answer.Data.IsRows()) return false;
+  if (answer.Code != kDone) return answer.Text;
+  constexpr const char* kOther = "Adresatas nuorodoje nesutampa su įrašo adresatu!";
+  if (!answer.Data.IsRows()) return kOther;
   RowSet& rows = *answer.Data.AsRows();
   rows.MoveFirst();
-  if (rows.Eof()) return false;
+  if (rows.Eof()) return kOther;
   const Variant first = rows.Fields()[std::size_t{0}].Value();
-  if (first.IsBool()) return first.AsBool();
-  return !first.IsNumber() || first.AsDouble() != 0;
+  const bool confirmed =
+      first.IsBool() ? first.AsBool() : !first.IsNumber() || first.AsDouble() != 0;
+  return confirmed ? std::string() : kOther;
 }
 
 // --- addressees -------------------------------------------------------------------------------

@@ -73,7 +73,8 @@ class EntrySide {
   void recompute();
   AddresseeLine* currentLine();
   void take(std::vector<std::string> kinds, AddresseeLine* line);
-  bool pointerFitsClient(const std::string& pointer, const std::string& client);
+  // Why the operation that is pointed at is not the client's; "" when it is.
+  std::string whyNotOf(const std::string& pointer, const std::string& client);
 
   int sign_;
   EntryBooks& books_;

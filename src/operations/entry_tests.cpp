@@ -4,6 +4,7 @@
 #include "framework/object_contract.h"
 #include "framework/parameters.h"
 #include "framework/references.h"
+#include "framework/told.h"
 #include "operations/entries.h"
 
 namespace tolvex {
@@ -82,6 +83,8 @@ MethodResult TestOper(VXObjectUIO& operation, std::string_view guid, Strict stri
 }
 
 std::vector<EntryLine> TestAllEntries(VXObjectUIO& operation) {
+  // Kept by the operation from here on, so that a failure is told once and not for every line.
+  (void)toldDictionary(operation.Properties("AccountList", ""));
   std::vector<EntryLine> lines;
   const NumberFormat format = hostContext().numbers();
   const RowSetPtr walk = entriesOf(operation)->Clone();  // own cursor, no filter

@@ -4,6 +4,7 @@
 
 #include "framework/references.h"
 #include "framework/text.h"
+#include "framework/told.h"
 #include "operations/UIO0201400.h"
 #include "operations/UIO0201500.h"
 #include "operations/document_form.h"
@@ -131,9 +132,8 @@ void frmBROperGroup::show() {
 
 void frmBROperGroup::showKinds() {
   std::vector<ui::ComboBox::Item> items;
-  const MethodResult types = VXObjectUIO->Properties("FormTypes", "");
-  if (types.Code == kDone && types.Value.IsRows()) {
-    ForEachRow(*types.Value.AsRows(), [&](RowSet& type) {
+  if (const RowSetPtr types = toldRows(VXObjectUIO->Properties("FormTypes", ""))) {
+    ForEachRow(*types, [&](RowSet& type) {
       items.push_back({std::string(type["Name"].Text()), std::string(type["OID"].Text())});
     });
   }
@@ -204,11 +204,10 @@ void frmBROperGroup::kindChanged() {
 
 // The main one stands first.
 std::string frmBROperGroup::mainAccount() {
-  const MethodResult accounts = VXObjectUIO->Properties("MyFirmAccounts", "");
-  if (accounts.Code != kDone || !accounts.Value.IsRows()) return {};
-  RowSet& row = *accounts.Value.AsRows();
-  row.MoveFirst();
-  return row.Eof() ? std::string() : std::string(row["AccOIDR"].Text());
+  const RowSetPtr accounts = toldRows(VXObjectUIO->Properties("MyFirmAccounts", ""));
+  if (!accounts) return {};
+  accounts->MoveFirst();
+  return accounts->Eof() ? std::string() : std::string((*accounts)["AccOIDR"].Text());
 }
 
 std::string frmBROperGroup::parametersNow() {

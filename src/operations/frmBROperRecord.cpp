@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "framework/parameters.h"
+#include "framework/told.h"
 #include "operations/screen/account_combo.h"
 #include "operations/screen/operation_rows.h"
 #include "operations/screen/vat_marks.h"
@@ -86,15 +87,12 @@ void frmBROperRecord::opened() {
   show(request_.guid);
 }
 
-// A failed read has been shown; what it would have filled stays empty.
+// What a failed read would have filled stays empty.
 void frmBROperRecord::loadBooks() {
-  const MethodResult accounts = request_.object->Properties("AccountList", "");
-  if (accounts.Value.IsDictionary()) {
-    books_.accounts = withOpeningBalances(*accounts.Value.AsDictionary());
-  }
-  const MethodResult kinds = request_.object->Properties("AddresseeList", "");
-  if (kinds.Code == kDone && kinds.Value.IsRows()) {
-    ForEachRow(*kinds.Value.AsRows(), [&](RowSet& rows) {
+  const DictionaryPtr accounts = toldDictionary(request_.object->Properties("AccountList", ""));
+  if (accounts) books_.accounts = withOpeningBalances(*accounts);
+  if (const RowSetPtr kinds = toldRows(request_.object->Properties("AddresseeList", ""))) {
+    ForEachRow(*kinds, [&](RowSet& rows) {
       books_.kinds.emplace_back(rows["FOID"].Text(), rows["Name"].Text());
     });
   }
@@ -104,12 +102,10 @@ void frmBROperRecord::loadBooks() {
 }
 
 void frmBROperRecord::fillTariffs() {
-  HostResult answer;
-  request_.object->BO()->CallBO("DO0001629_GetVATtariffs", kNoParameters, nullptr, answer);
   std::vector<double> tariffs;
-  if (answer.Code == kDone && answer.Data.IsRows()) {
-    ForEachRow(*answer.Data.AsRows(),
-               [&](RowSet& rows) { tariffs.push_back(rows["Value"].Number()); });
+  const RowSetPtr rows = toldRows(*request_.object->BO(), "DO0001629_GetVATtariffs", kNoParameters);
+  if (rows) {
+    ForEachRow(*rows, [&](RowSet& row) { tariffs.push_back(row["Value"].Number()); });
   }
   if (tariffs.empty()) tariffs = {18, 0, 5};
   std::vector<std::string> texts;

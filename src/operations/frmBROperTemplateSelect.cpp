@@ -2,6 +2,7 @@
 
 #include "framework/parameters.h"
 #include "framework/references.h"
+#include "framework/told.h"
 #include "operations/UIO0201600.h"
 
 namespace tolvex {
@@ -9,6 +10,7 @@ namespace {
 
 constexpr const char* kGroups = "O0201400";
 constexpr const char* kNodeLetter = "K";
+constexpr const char* kUnread = "Operacijų šablonai neperskaityti!";
 
 }  // namespace
 
@@ -49,12 +51,10 @@ void frmBROperTemplateSelect::opened() {
 void frmBROperTemplateSelect::fill() {
   tree_.clear();
   const std::shared_ptr<VXObjectUIO> groups = host().objects().create(kGroups);
-  if (!groups) return warn(host(), "Operacijų šablonai neperskaityti!");
-  const MethodResult read = groups->Properties(
-      "TemplateList", Parameters().number(request_.templateGroupId).text(kNodeLetter).str());
-  if (read.Code != kDone) return;
-  if (!read.Value.IsRows()) return warn(host(), "Operacijų šablonai neperskaityti!");
-  tree_.show(*read.Value.AsRows());
+  if (!groups) return warn(host(), kUnread);
+  const std::string asked = Parameters().number(request_.templateGroupId).text(kNodeLetter).str();
+  const RowSetPtr templates = toldRows(groups->Properties("TemplateList", asked), kUnread);
+  if (templates) tree_.show(*templates);
 }
 
 void frmBROperTemplateSelect::chooseDefault() {

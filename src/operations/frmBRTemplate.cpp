@@ -2,6 +2,7 @@
 
 #include "framework/references.h"
 #include "framework/text.h"
+#include "framework/told.h"
 #include "framework/tree_kind.h"
 #include "operations/UIO0201600.h"
 #include "operations/frmBRTemplateAcc.h"
@@ -88,8 +89,8 @@ void frmBRTemplate::show() {
   SOPanel.caption = isGroup() ? "Šablonų grupė" : "Finansinės operacijos šablonas";
   setTitle(stored ? txtName.text() : SOPanel.caption());
   if (!isGroup() && accounts_.Count() == 0) {
-    const MethodResult plan = VXObjectUIO->Properties("AccountList", "");
-    if (plan.Value.IsDictionary()) accounts_ = templateAccounts(*plan.Value.AsDictionary());
+    const DictionaryPtr plan = toldDictionary(VXObjectUIO->Properties("AccountList", ""));
+    if (plan) accounts_ = templateAccounts(*plan);
   }
   changed_ = false;
   showLines();

@@ -3,6 +3,7 @@
 #include "framework/conversions.h"
 #include "framework/references.h"
 #include "framework/text.h"
+#include "framework/told.h"
 #include "operations/screen/account_combo.h"
 
 namespace tolvex {
@@ -82,17 +83,14 @@ void frmBRTemplateAcc::opened() {
 
 // A line without the list of what it may require would lose what it requires.
 bool frmBRTemplateAcc::readLists() {
-  const MethodResult plan = object_->Properties("AccountList", "");
-  if (plan.Code == kDone && plan.Value.IsDictionary()) {
-    accounts_ = templateAccounts(*plan.Value.AsDictionary());
-  }
+  const DictionaryPtr plan = toldDictionary(object_->Properties("AccountList", ""));
+  if (plan) accounts_ = templateAccounts(*plan);
   fillAccounts(cmbAccountD, accounts_);
   fillAccounts(cmbAccountC, accounts_);
   const MethodResult kinds = object_->Properties("EnabledAddressee", "");
   if (kinds.Code != kDone || !kinds.Value.IsRows()) {
-    std::string text = "Klaida!";
-    text.append(kLineBreak).append("GetEnabledAddressee:").append(kLineBreak).append(kinds.Text);
-    warn(host(), std::move(text));
+    const std::string reason = kinds.Text.empty() ? kNothingRead : kinds.Text;
+    warn(host(), join({"Klaida!", "GetEnabledAddressee:", reason}, kLineBreak));
     return false;
   }
   fillKinds(lvwAddrD, 1, *kinds.Value.AsRows());

@@ -5,6 +5,7 @@
 
 #include "framework/parameters.h"
 #include "framework/text.h"
+#include "framework/told.h"
 #include "platform/save_outcome.h"
 
 namespace tolvex {
@@ -49,11 +50,11 @@ void frmCommentList::opened() {
 }
 
 void frmCommentList::fill(std::string_view wanted) {
-  const MethodResult read = request_.operation->Properties(
-      "CommentList", commentListParameters(request_.typed, request_.operation->OType()));
+  const RowSetPtr comments = toldRows(request_.operation->Properties(
+      "CommentList", commentListParameters(request_.typed, request_.operation->OType())));
   std::vector<ui::Row> rows;
-  if (read.Code == kDone && read.Value.IsRows()) {
-    ForEachRow(*read.Value.AsRows(), [&](RowSet& comment) {
+  if (comments) {
+    ForEachRow(*comments, [&](RowSet& comment) {
       ui::Row row;
       row.key = std::to_string(static_cast<int>(comment["ID"].Number()));
       row.cells = {std::string(comment["Name"].Text())};
@@ -89,7 +90,7 @@ void frmCommentList::write(const std::string& id, const std::string& title,
   const MethodResult saved = request_.operation->Properties(
       "SaveComment", id + "," + quoted(replaceAll(trim(*typed), "'", "’")) + "," +
                          quoted(request_.operation->OType()));
-  if (saved.Code != kDone) return;  // told already
+  if (showFailure(host(), saved)) return;
   const RowSetPtr rows = saved.Value.IsRows() ? saved.Value.AsRows() : nullptr;
   const bool known = rows && rows->RecordCount() > 0;
   fill(known ? std::to_string(static_cast<int>((*rows)["ID"].Number())) : id);
@@ -100,7 +101,7 @@ void frmCommentList::remove() {
   if (!row) return;
   const std::string id = row->key;
   if (!askDelete(host())) return;
-  if (request_.operation->Properties("DeleteComment", id).Code == kDone) fill("");
+  if (!showFailure(host(), request_.operation->Properties("DeleteComment", id))) fill("");
 }
 
 }  // namespace tolvex

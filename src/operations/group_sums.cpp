@@ -2,6 +2,7 @@
 
 #include "framework/parameters.h"
 #include "framework/references.h"
+#include "framework/told.h"
 #include "platform/host.h"
 
 namespace tolvex {
@@ -29,14 +30,10 @@ void GroupSums::show(std::shared_ptr<VXObjectUIO> group) {
 }
 
 void GroupSums::fill() {
-  HostResult read;
-  group_->BO()->CallBO("DO0201400_GetAccountSettings", kNoParameters, nullptr, read);
+  const RowSetPtr settings = toldRows(*group_->BO(), "DO0201400_GetAccountSettings", kNoParameters);
+  if (!settings) return lvwAccountSettings.setRows({});
   std::vector<ui::Row> rows;
-  if (read.Code != kDone || !read.Data.IsRows()) {
-    if (!read.Text.empty()) warn(form_.host(), read.Text);
-    return lvwAccountSettings.setRows({});
-  }
-  ForEachRow(*read.Data.AsRows(), [&](RowSet& setting) {
+  ForEachRow(*settings, [&](RowSet& setting) {
     const std::string account(setting["Account"].Text());
     ui::Row row;
     row.tag = setting["Code"].Text();

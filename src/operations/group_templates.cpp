@@ -1,6 +1,7 @@
 #include "operations/group_templates.h"
 
 #include "framework/references.h"
+#include "framework/told.h"
 
 namespace tolvex {
 namespace {
@@ -63,9 +64,8 @@ void GroupTemplates::enable(bool enabled) {
 
 void GroupTemplates::fill() {
   if (!chosen()) return tree_.clear();
-  const MethodResult rows = group_->Methods("FillTemplatesTrw", {box_.id()});
-  if (rows.Code == kDone && rows.Value.IsRows()) {
-    tree_.show(*rows.Value.AsRows());
+  if (const RowSetPtr rows = toldRows(group_->Methods("FillTemplatesTrw", {box_.id()}))) {
+    tree_.show(*rows);
   } else {
     tree_.clear();
   }

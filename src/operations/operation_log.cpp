@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "framework/object_contract.h"
 #include "framework/parameters.h"
 #include "framework/text.h"
+#include "framework/told.h"
 
 namespace tolvex {
 namespace {
@@ -45,19 +45,19 @@ std::string changeInWords(const LogChange& change) {
 }  // namespace
 
 std::vector<LogLine> readLog(VXObjectUIO& operation) {
-  const MethodResult read = operation.Properties("GetBROperLog", quoted(operation.OIDR()));
+  const RowSetPtr rows = toldRows(operation.Properties("GetBROperLog", quoted(operation.OIDR())));
   std::vector<LogLine> lines;
-  if (read.Code != kDone || !read.Value.IsRows()) return lines;
-  ForEachRow(*read.Value.AsRows(), [&](RowSet& row) { lines.push_back(lineOf(row)); });
+  if (!rows) return lines;
+  ForEachRow(*rows, [&](RowSet& row) { lines.push_back(lineOf(row)); });
   return lines;
 }
 
 std::vector<LogChange> readLogChanges(VXObjectUIO& operation, const std::string& id) {
-  const MethodResult read =
-      operation.Properties("GetBROperLogDetail", quoted(operation.OIDR()) + "," + id);
+  const RowSetPtr rows =
+      toldRows(operation.Properties("GetBROperLogDetail", quoted(operation.OIDR()) + "," + id));
   std::vector<LogChange> changes;
-  if (read.Code != kDone || !read.Value.IsRows()) return changes;
-  ForEachRow(*read.Value.AsRows(), [&](RowSet& row) {
+  if (!rows) return changes;
+  ForEachRow(*rows, [&](RowSet& row) {
     changes.push_back({std::string(row["Name"].Text()), std::string(row["Old"].Text()),
                        std::string(row["New"].Text())});
   });
@@ -65,10 +65,8 @@ std::vector<LogChange> readLogChanges(VXObjectUIO& operation, const std::string&
 }
 
 std::optional<std::string> undoQuestion(VXObjectUIO& operation) {
-  const MethodResult read = operation.Properties("GetUndo", quoted(operation.OIDR()));
-  if (read.Code != kDone || !read.Value.IsRows()) return std::nullopt;
-  const RowSetPtr rows = read.Value.AsRows();
-  if (rows->RecordCount() == 0) return std::nullopt;
+  const RowSetPtr rows = toldRows(operation.Properties("GetUndo", quoted(operation.OIDR())));
+  if (!rows || rows->RecordCount() == 0) return std::nullopt;
   rows->MoveFirst();
   const LogLine line = lineOf(*rows);
   std::vector<std::string> lines = {"Atšaukti paskutinį įrašymą?",
@@ -91,8 +89,7 @@ MethodResult UndoLastSave(VXObjectUIO& operation) {
   const int version = static_cast<int>(operation.Fields()["RowVersion"].Number());
   operation.BO()->CallBO("UndoSave", quoted(operation.OIDR()) + "," + std::to_string(version),
                          nullptr, result);
-  if (result.Code != kDone) return {result.Code, result.Text, {}};
-  return done(result.Data);
+  return passOn(result);
 }
 
 }  // namespace tolvex

@@ -3,6 +3,7 @@
 #include "framework/conversions.h"
 #include "framework/parameters.h"
 #include "framework/references.h"
+#include "framework/told.h"
 #include "operations/autonumber.h"
 #include "operations/comment_list.h"
 #include "operations/document_form.h"
@@ -16,6 +17,8 @@ namespace tolvex {
 namespace {
 
 using Row = MethodTable<UIO0201500>::Row;
+
+constexpr const char* kNoRates = "Valiutų kursai neperskaityti!";
 
 std::string text(Arguments par, std::size_t index) { return NullToText(argument(par, index)); }
 
@@ -86,17 +89,19 @@ DictionaryPtr GetCurrencyDictionary(VXObjectUIO& object, DateTime date) {
   std::shared_ptr<VXObjectUIO> operation;
   if (object.OType() != kOperationKind) {
     operation = hostContext().objects().create(kOperationKind);
-    if (!operation) return nullptr;
+    if (!operation) {
+      warn(hostContext(), kNoRates);
+      return nullptr;
+    }
   }
   VXObjectUIO& asked = operation ? *operation : object;
   const MethodResult read = asked.Methods("GetCurrencyList", {Variant(date.Text())});
-  return read.Code == kDone ? read.Value.AsDictionary() : nullptr;
+  if (read.Code == kRefused) return nullptr;  // books without a currency need no rates
+  return toldDictionary(read, kNoRates);
 }
 
 RowSetPtr GetRelatedBR(VXObjectUIO& object, std::string_view reference) {
-  const MethodResult read =
-      object.Properties("RelatedBR", quoted(reference) + "," + quoted(object.OID()));
-  return read.Code == kDone && read.Value.IsRows() ? read.Value.AsRows() : nullptr;
+  return toldRows(object.Properties("RelatedBR", quoted(reference) + "," + quoted(object.OID())));
 }
 
 void addOperationMethods(MethodTable<UIO0201500>& methods) {

@@ -12,10 +12,12 @@ void addOperationMethods(MethodTable<UIO0201500>& methods);
 // The rates of a day: currency code to litas per unit, without the base currency.
 MethodResult GetCurrencyList(VXObjectUIO& operation, Arguments par);
 
-// For any object: the rates of a day, asked of an operation. Null when they cannot be read.
+// For any object: the rates of a day, asked of an operation. Null when they cannot be read,
+// which has been told, and when the books have no currency.
 DictionaryPtr GetCurrencyDictionary(VXObjectUIO& object, DateTime date);
 
-// Entries of other operations that name `reference` as addressee; null when they cannot be read.
+// Entries of other operations that name `reference` as addressee; null when they cannot be read,
+// which has been told.
 RowSetPtr GetRelatedBR(VXObjectUIO& object, std::string_view reference);
 
 }  // namespace tolvex

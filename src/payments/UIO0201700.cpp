@@ -2,22 +2,14 @@
 
 #include "framework/conversions.h"
 #include "framework/parameters.h"
-#include "framework/tree_kind.h"
 
 namespace tolvex {
 
 MethodResult UIO0201700::Properties(std::string key, std::string parameters) {
   return guarded([&] {
-    std::string method = "Get" + key;
-    if (key == "Parent") parameters = parentParameters(*this);
-    if (key == "ItemsList") {
-      method = "DO0201701_GetItemsList";
-      parameters = quoted(OIDR());
-    }
-    const HostResult result = call(method, parameters);
-    if (result.Code == kDone) return done(result.Data);
-    warn(hostContext(), result.Text);
-    return MethodResult{result.Code, result.Text, {}};
+    if (key == "Parent") parameters = parentParameters();
+    if (key == "ItemsList") return read("DO0201701_GetItemsList", quoted(OIDR()));
+    return read("Get" + key, parameters);
   });
 }
 

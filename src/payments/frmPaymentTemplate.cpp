@@ -2,6 +2,7 @@
 
 #include "framework/references.h"
 #include "framework/text.h"
+#include "framework/told.h"
 #include "framework/tree_kind.h"
 #include "payments/UIO0201700.h"
 #include "payments/frmTemplateItem.h"
@@ -82,14 +83,10 @@ void frmPaymentTemplate::show() {
 bool frmPaymentTemplate::readItems() {
   items_ = noInstalments();
   if (!isStored() || isGroup()) return true;
-  const MethodResult read = VXObjectUIO->Properties("ItemsList", "");
-  if (read.Code != kDone) return false;
-  if (!read.Value.IsRows()) {
-    warn(host(), "Įmokos neperskaitytos!");
-    return false;
-  }
-  items_ = read.Value.AsRows();
-  return true;
+  const RowSetPtr read =
+      toldRows(VXObjectUIO->Properties("ItemsList", ""), "Įmokos neperskaitytos!");
+  if (read) items_ = read;
+  return read != nullptr;
 }
 
 void frmPaymentTemplate::fill() {

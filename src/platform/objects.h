@@ -94,9 +94,11 @@ class VXObjectUIO : public Object {
   virtual FieldList& Fields() = 0;   // of the header row
   virtual RowSetPtr RsFields() = 0;  // the header: one row with nested sets; may be replaced by a
                                      // failed save of a new object, so fetch it again after Save
-  // A keyed read. A failure of the store is shown here, once, and returned.
+  // A keyed read. A failure of the store is shown here and returned as told; a fault of the program
+  // is only returned, see framework/told.h.
   virtual MethodResult Properties(std::string key, std::string parameters) = 0;
-  // A keyed action. Failures are returned, never shown (the plan's kind is the exception).
+  // A keyed action. Its own failures are returned, never shown (the plan's kind is the exception);
+  // that of a keyed read which it made comes back as told.
   virtual MethodResult Methods(std::string key, std::span<const Variant> par) = 0;
   virtual SaveResult Read() = 0;
   // On success ids, OID and OIDR are set and the record counts as unchanged; on failure nothing is

@@ -19,9 +19,16 @@ void showFailedSave(HostContext& host, const std::string& reason) {
 
 void showRefusedSave(HostContext& host, const std::string& reason) { tellUnsaved(host, reason); }
 
+MethodResult told(HostContext& host, const HostResult& answer) {
+  MethodResult result = passOn(answer);
+  result.Told = answer.Code != kDone;
+  if (result.Told) warn(host, answer.Text);
+  return result;
+}
+
 bool showFailure(HostContext& host, const MethodResult& result) {
   if (result.Code == kDone) return false;
-  if (!result.Text.empty()) warn(host, result.Text);
+  if (!result.Told && !result.Text.empty()) warn(host, result.Text);
   return true;
 }
 

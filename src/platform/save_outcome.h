@@ -12,7 +12,10 @@ namespace tolvex {
 void showFailedSave(HostContext& host, const std::string& reason);
 // The same of a group or a journal, which tells it without the blank line.
 void showRefusedSave(HostContext& host, const std::string& reason);
-// A failure that an operation returned, unless it has no text. True when there was one.
+// The answer of a keyed read: a refusal of the store is shown and returned as told.
+MethodResult told(HostContext& host, const HostResult& answer);
+// A failure that an operation returned, unless it was told before or has no text. True when there
+// was one.
 bool showFailure(HostContext& host, const MethodResult& result);
 // "Ar tikrai norite panaikinti?", yes or no, no by default.
 bool askDelete(HostContext& host);

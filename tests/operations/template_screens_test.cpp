@@ -199,7 +199,7 @@ TEST_F(TemplateScreens, WithoutTheKindsALineIsOnlyLookedAt) {
   ui::Input user(*form);
   inLine([](frmBRTemplateAcc& line, ui::Input&) { EXPECT_FALSE(line.cmdWrite.enabled()); });
   DO(user.activate(form->lvwRows, 0));
-  EXPECT_EQ(told(), (Texts{"Nutrūko", "Klaida!\r\nGetEnabledAddressee:\r\nNutrūko"}));
+  EXPECT_EQ(told(), Texts{"Klaida!\r\nGetEnabledAddressee:\r\nNutrūko"});
 }
 
 TEST_F(TemplateScreens, ANewTemplateJoinsItsSetOnce) {

@@ -3,6 +3,7 @@
 #include "framework/conversions.h"
 #include "framework/parameters.h"
 #include "framework/references.h"
+#include "framework/told.h"
 #include "operations/screen/operation_rows.h"
 
 namespace tolvex {
@@ -25,10 +26,10 @@ std::string operationText(VXObjectUIO& operation) {
 }
 
 void takeBank(VXObjectUIO& operation, PickedAddressee& addressee) {
-  const MethodResult read =
-      operation.Properties("BankByAccount", Parameters().text(addressee.reference).str());
-  if (read.Code != kDone || !read.Value.IsRows()) return;
-  RowSet& bank = *read.Value.AsRows();
+  const RowSetPtr banks =
+      toldRows(operation.Properties("BankByAccount", Parameters().text(addressee.reference).str()));
+  if (!banks) return;
+  RowSet& bank = *banks;
   bank.MoveFirst();
   if (bank.Eof()) return;
   addressee.showString = bank["AccountNumber"].Text();

@@ -5,6 +5,7 @@
 
 #include "framework/conversions.h"
 #include "framework/rounding.h"
+#include "framework/told.h"
 #include "operations/screen/operation_rows.h"
 
 namespace tolvex {
@@ -41,9 +42,7 @@ std::vector<AccountBalance> operationBalance(RowSet& BR) {
 
 void showOperationBalance(ui::ListView& list, VXObjectUIO& object) {
   const NumberFormat numbers = list.form.host().numbers();
-  const MethodResult read = object.Properties("AccountList", "");
-  const DictionaryPtr accounts =
-      read.Value.IsDictionary() ? read.Value.AsDictionary() : DictionaryPtr();
+  const DictionaryPtr accounts = toldDictionary(object.Properties("AccountList", ""));
   std::vector<ui::Row> lines;
   AccountBalance total;
   const auto add = [&](const AccountBalance& balance, std::string name) {

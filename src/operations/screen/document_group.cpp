@@ -2,6 +2,7 @@
 
 #include "framework/parameters.h"
 #include "framework/references.h"
+#include "framework/told.h"
 #include "operations/screen/operation_rows.h"
 #include "platform/save_outcome.h"
 
@@ -27,9 +28,9 @@ DocumentGroup readDocumentGroup(HostContext& host, VXObjectUIO& object, std::str
                                 GroupFit fit) {
   DocumentGroup group;
   if (!isRef(reference)) return group;
-  const MethodResult read = object.Properties("Parent", Parameters().text(reference).str());
-  if (read.Code != kDone || !read.Value.IsRows()) return group;
-  RowSet& row = *read.Value.AsRows();
+  const RowSetPtr rows = toldRows(object.Properties("Parent", Parameters().text(reference).str()));
+  if (!rows) return group;
+  RowSet& row = *rows;
   row.MoveFirst();
   if (row.Eof()) return group;
 
@@ -65,14 +66,8 @@ std::optional<std::string> pickDocumentGroup(HostContext& host, std::string_view
 
 std::optional<std::string> nextNumber(VXObjectUIO& object, const DocumentGroup& group) {
   if (group.numberMask.empty()) return std::nullopt;
-  HostContext& host = hostContext();
-  const unsigned before = host.interruptions();
   const MethodResult number = object.Methods("GetAutoNumber");
-  if (number.Code != kDone) {
-    // A refusal of the store has been shown by the read, a fault of the program has not.
-    if (host.interruptions() == before) showFailure(host, number);
-    return std::nullopt;
-  }
+  if (showFailure(hostContext(), number)) return std::nullopt;
   return number.Value.Show();
 }
 

@@ -1,7 +1,7 @@
 #include "operations/screen/preset_accounts.h"
 
 #include "framework/parameters.h"
-#include "framework/recordset.h"
+#include "framework/told.h"
 
 namespace tolvex {
 
@@ -9,12 +9,8 @@ ParamDictionary presetAccounts(HostContext& host) {
   ParamDictionary accounts;
   const std::shared_ptr<VXObjectUI> groups = host.objects().kind("O0201400");
   if (!groups) return accounts;
-  HostResult read;
-  groups->BO()->CallBO("GetPresetAccounts", kNoParameters, nullptr, read);
-  if (read.Code != kDone) {
-    warn(host, read.Text);
-  } else if (read.Data.IsRows()) {
-    ForEachRow(*read.Data.AsRows(), [&](RowSet& row) {
+  if (const RowSetPtr rows = toldRows(*groups->BO(), "GetPresetAccounts", kNoParameters)) {
+    ForEachRow(*rows, [&](RowSet& row) {
       if (accounts.Exists(row["Code"].Text())) return;
       accounts.Add(std::string(row["Code"].Text()), std::string(row["Account"].Text()));
     });
