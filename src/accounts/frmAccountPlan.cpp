@@ -4,7 +4,7 @@
 #include "accounts/account_forms.h"
 #include "accounts/account_messages.h"
 #include "accounts/plan_marks.h"
-#include "framework/references.h"
+#include "framework/object_card.h"
 #include "framework/text.h"
 #include "platform/save_outcome.h"
 
@@ -98,11 +98,9 @@ void frmAccountPlan::wire() {
   };
 }
 
-std::string frmAccountPlan::objectReference() const {
-  return isNew() ? std::string() : VXObjectUIO->OID();
-}
+std::string frmAccountPlan::objectReference() const { return storedReference(*VXObjectUIO); }
 
-bool frmAccountPlan::isNew() const { return tolvex::isNew(VXObjectUIO->OID()); }
+bool frmAccountPlan::isNew() const { return !isStored(*VXObjectUIO); }
 
 // --- opening ----------------------------------------------------------------------------------
 
@@ -142,8 +140,7 @@ std::shared_ptr<tolvex::VXObjectUIO> frmAccountPlan::nodeAbove(const char* key) 
 void frmAccountPlan::applyRights() {
   const RightFlags rights = host().rights().of(kPlanRights);
   mayCreate_ = rights.create != 0;
-  const bool may = (isNew() ? rights.create : rights.change) != 0;
-  readOnly = !may || !whole_ || VXObjectUIO->Preview();
+  readOnly = !whole_ || !mayWrite(*VXObjectUIO, rights);
   for (ui::TextBox* box : {&txtAccountClass, &txtNameClass, &txtTypeClass})
     box->readOnly = readOnly || !isClass();
   for (ui::TextBox* box : {&txtAccount, &txtName, &txtType}) box->readOnly = readOnly;
@@ -248,11 +245,7 @@ bool frmAccountPlan::save() {
   const NodeTexts texts{trim(numberBox().text()), trim(nameBox().text()), trim(typeBox().text())};
   if (complain(texts)) return false;
   write(texts);
-  SaveResult saved;
-  {
-    ui::BusyScope busy(*this, SOPanel);
-    saved = VXObjectUIO->Save(nullptr, nullptr);
-  }
+  const SaveResult saved = saveBusy(*this, SOPanel, *VXObjectUIO);
   if (saved.Code != kDone) {
     showFailedWrite(host(), nodeRefusal(saved));
     if (treeIsStale(saved.Code)) host().tree().redraw(kPlanKind);
@@ -260,8 +253,7 @@ bool frmAccountPlan::save() {
   }
   nameBox().text = texts.name;
   showTitles();
-  host().desktop().rename(VXObjectUIO->OID(), title());
-  host().tree().redrawNode(VXObjectUIO->OID());
+  showSaved(*this, *VXObjectUIO);
   marksKnown_ = fillMarks(LVProperties, *VXObjectUIO);
   applyRights();
   setDirty(false);

@@ -108,26 +108,4 @@ std::shared_ptr<ui::Form> TreeKindUI::screenOver(std::shared_ptr<VXObjectUIO> ob
   return forms_->make(tree_.screen, ObjectFormRequest{hostContext(), std::move(object), ""});
 }
 
-bool deleteAsked(HostContext& host, VXObjectUIO& object) {
-  std::string question = "Ar tikrai norite panaikinti?";
-  question.append(kLineBreak).append(object.Fields()["Name"].Text());
-  if (!ask(host, std::move(question))) return false;
-  const std::shared_ptr<VXObjectUI> kind = object.UI();
-  expect(kind != nullptr, "a record knows its kind");
-  const std::int16_t status = kind->DeleteVXObject(object.OIDR());
-  if (status == kDeleted) host.tree().redraw(object.OType());
-  return status == kDeleted || status == kGone;
-}
-
-std::shared_ptr<VXObjectUIO> newBeside(HostContext& host, VXObjectUIO& like, const char* type) {
-  std::shared_ptr<VXObjectUIO> object = host.objects().create(type);
-  if (!object) {
-    warn(host, "Naujas objektas nesukurtas!");
-    return nullptr;
-  }
-  object->Fields()["ParentID"] = like.Fields()["ParentID"].Value();
-  object->Fields()["GroupFlag"] = 0;
-  return object;
-}
-
 }  // namespace tolvex

@@ -49,10 +49,4 @@ class TreeKindUI : public ForwardingUI {
   std::shared_ptr<const FormRegistry> forms_;
 };
 
-// Asks with the record's name and deletes it through its kind; true when it is gone.
-bool deleteAsked(HostContext& host, VXObjectUIO& object);
-
-// A new record of `type` in the same group as `like`; null after a message.
-std::shared_ptr<VXObjectUIO> newBeside(HostContext& host, VXObjectUIO& like, const char* type);
-
 }  // namespace tolvex

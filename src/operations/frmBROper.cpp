@@ -7,6 +7,7 @@
 #include "framework/references.h"
 #include "framework/text.h"
 #include "operations/BRLog.h"
+#include "operations/UIO0201400.h"
 #include "operations/autonumber.h"
 #include "operations/comment_list.h"
 #include "operations/copy_operation.h"

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "framework/object_card.h"
 #include "framework/references.h"
 #include "framework/text.h"
 #include "framework/told.h"
@@ -81,28 +82,21 @@ void frmBROperGroup::wire() {
   cmbFormTypes.onChange = [this] { kindChanged(); };
   cmdParameters.onClick = [this] { editParameters(); };
   cmdWrite.onClick = [this] { save(); };
-  cmdCancel.onClick = [this] {
-    VXObjectUIO->CancelUpdate();
-    show();
-    setFocus(txtName);
-  };
+  cmdCancel.onClick = [this] { cancel(); };
   SSCClose.onClick = [this] {
     if (mayClose()) close();
   };
   SSCClose.onRightClick = [this] { remove(); };
 }
 
-bool frmBROperGroup::isNew() const { return tolvex::isNew(VXObjectUIO->OID()); }
-
 bool frmBROperGroup::isCommon() const { return fields()["GroupFlag"].Number() != 0; }
 
-std::string frmBROperGroup::objectReference() const {
-  return isNew() ? std::string() : VXObjectUIO->OID();
-}
+std::string frmBROperGroup::objectReference() const { return storedReference(*VXObjectUIO); }
 
 // --- opening ----------------------------------------------------------------------------------
 
 void frmBROperGroup::opened() {
+  place_ = {fields()["ParentID"].Value(), fields()["GroupFlag"].Value()};
   show();
   setFocus(readOnly ? static_cast<ui::Control&>(SSCClose) : txtName);
 }
@@ -158,18 +152,17 @@ void frmBROperGroup::showKind() {
 }
 
 void frmBROperGroup::showTitles() {
-  if (isNew()) {
-    SOPanel.caption = isCommon() ? " Nauja bendra grupė" : " Nauja finansinių operacijų grupė";
-  } else {
+  const bool stored = isStored(*VXObjectUIO);
+  if (stored) {
     SOPanel.caption = isCommon() ? " Bendra grupė" : kOperationGroup;
+  } else {
+    SOPanel.caption = isCommon() ? " Nauja bendra grupė" : " Nauja finansinių operacijų grupė";
   }
-  setTitle(isNew() ? trim(SOPanel.caption()) : txtName.text());
+  setTitle(stored ? txtName.text() : trim(SOPanel.caption()));
 }
 
 void frmBROperGroup::applyRights() {
-  const RightFlags rights = host().rights().of(groupRights(VXObjectUIO->OID()));
-  const bool may = (isNew() ? rights.create : rights.change) != 0;
-  readOnly = !may || VXObjectUIO->Preview();
+  readOnly = !mayWrite(*VXObjectUIO, host().rights().of(groupRights(VXObjectUIO->OID())));
   txtName.readOnly = readOnly;
   txtSerija.readOnly = readOnly;
   for (ui::Control* control :
@@ -255,32 +248,33 @@ bool frmBROperGroup::write() {
 
 void frmBROperGroup::save() {
   if (!write()) return;
-  const bool first = isNew();
-  SaveResult saved;
-  {
-    ui::BusyScope busy(*this, SOPanel);
-    saved = VXObjectUIO->Save(nullptr, nullptr);
-  }
+  const bool first = !isStored(*VXObjectUIO);
+  const SaveResult saved = saveBusy(*this, SOPanel, *VXObjectUIO);
   if (saved.Code != kDone) return showRefusedSave(host(), saved.Text);
-  const std::string reference = VXObjectUIO->OID();
   if (first) {
-    host().rights().addComponent("CBROperRights" + std::string(idTextOf(reference)),
+    host().rights().addComponent(operationRights(idOf(VXObjectUIO->OID())),
                                  kOperationGroup + std::string(fields()["Name"].Text()));
   }
   show();
-  host().desktop().rename(reference, title());
-  host().tree().redrawNode(reference);
+  showSaved(*this, *VXObjectUIO);
 }
 
 // --- leaving ----------------------------------------------------------------------------------
 
+// A new record is begun anew, in the place that was meant for it.
+void frmBROperGroup::cancel() {
+  VXObjectUIO->CancelUpdate();
+  if (!isStored(*VXObjectUIO)) {
+    fields()["ParentID"] = place_.above;
+    fields()["GroupFlag"] = place_.common;
+  }
+  show();
+  setFocus(txtName);
+}
+
 void frmBROperGroup::remove() {
-  if (isNew() || readOnly) return;
-  const std::string question = "Ar tikrai norite panaikinti?" + std::string(kLineBreak) +
-                               std::string(fields()["Name"].Text());
-  if (!ask(host(), question)) return;
-  const std::string reference = VXObjectUIO->OID();
-  if (VXObjectUIO->UI()->DeleteVXObject(reference) == kDeleted) close();
+  if (!isStored(*VXObjectUIO) || readOnly) return;
+  if (deleteAsked(host(), *VXObjectUIO)) close();
 }
 
 bool frmBROperGroup::mayClose() {

@@ -57,12 +57,16 @@ class frmBROperGroup final : public ui::Form {
   std::string mainAccount();
   std::string parametersNow();
   void save();
+  void cancel();
   void remove();
-  bool isNew() const;
   bool isCommon() const;
   FieldList& fields() const { return VXObjectUIO->Fields(); }
 
   const FormRegistry& forms_;
+  struct Place {
+    Variant above, common;
+  };
+  Place place_;                    // of a new group in the tree
   std::string kind_, parameters_;  // as they would be stored
   bool dirty_ = false;
 };

@@ -1,9 +1,8 @@
 #include "operations/frmBRTemplate.h"
 
-#include "framework/references.h"
+#include "framework/object_card.h"
 #include "framework/text.h"
 #include "framework/told.h"
-#include "framework/tree_kind.h"
 #include "operations/UIO0201600.h"
 #include "operations/frmBRTemplateAcc.h"
 #include "operations/template_forms.h"
@@ -65,9 +64,7 @@ void frmBRTemplate::wire() {
   SSCClose.onRightClick = [this] { deleteTemplate(); };
 }
 
-std::string frmBRTemplate::objectReference() const {
-  return isNew(VXObjectUIO->OID()) ? std::string() : VXObjectUIO->OIDR();
-}
+std::string frmBRTemplate::objectReference() const { return storedReference(*VXObjectUIO); }
 
 // --- opening ----------------------------------------------------------------------------------
 
@@ -78,16 +75,14 @@ void frmBRTemplate::opened() {
 }
 
 void frmBRTemplate::show() {
-  const bool stored = !isNew(VXObjectUIO->OID());
-  const RightFlags rights = host().rights().of(kTemplateRights);
-  readOnly = VXObjectUIO->Preview() || (stored ? rights.change : rights.create) == 0;
+  readOnly = !mayWrite(*VXObjectUIO, host().rights().of(kTemplateRights));
   txtName.text = std::string(header()["Name"].Text());
   txtComment.text = std::string(header()["Comment"].Text());
   group_.show(static_cast<int>(header()["ParentID"].Number()));
   lvwRows.visible = !isGroup();
   cmdNewRow.visible = !isGroup();
   SOPanel.caption = isGroup() ? "Šablonų grupė" : "Finansinės operacijos šablonas";
-  setTitle(stored ? txtName.text() : SOPanel.caption());
+  setTitle(isStored(*VXObjectUIO) ? txtName.text() : SOPanel.caption());
   if (!isGroup() && accounts_.Count() == 0) {
     const DictionaryPtr plan = toldDictionary(VXObjectUIO->Properties("AccountList", ""));
     if (plan) accounts_ = templateAccounts(*plan);
@@ -165,24 +160,15 @@ bool frmBRTemplate::save() {
   RowSet& row = header();
   row["Name"] = trim(txtName.text());
   row["Comment"] = txtComment.text();
-  if (group_.id() > 0) {
-    row["ParentID"] = group_.id();
-  } else {
-    row["ParentID"] = Null{};
-  }
+  row["ParentID"] = group_.id() > 0 ? Variant(group_.id()) : Variant(Null{});
   row.Update();
-  SaveResult saved;
-  {
-    ui::BusyScope busy(*this, SOPanel);
-    saved = VXObjectUIO->Save(nullptr, nullptr);
-  }
+  const SaveResult saved = saveBusy(*this, SOPanel, *VXObjectUIO);
   if (saved.Code != kDone) {
     showFailedSave(host(), saved.Text);
     return false;
   }
   show();
-  host().desktop().rename(VXObjectUIO->OIDR(), title());
-  host().tree().redrawNode(VXObjectUIO->OIDR());
+  showSaved(*this, *VXObjectUIO);
   return true;
 }
 
@@ -198,7 +184,7 @@ void frmBRTemplate::openNext() {
 }
 
 void frmBRTemplate::deleteTemplate() {
-  if (objectReference().empty() || !host().rights().of(kTemplateRights).remove) return;
+  if (!isStored(*VXObjectUIO) || !host().rights().of(kTemplateRights).remove) return;
   if (deleteAsked(host(), *VXObjectUIO)) close();
 }
 

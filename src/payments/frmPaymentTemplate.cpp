@@ -1,9 +1,9 @@
 #include "payments/frmPaymentTemplate.h"
 
+#include "framework/object_card.h"
 #include "framework/references.h"
 #include "framework/text.h"
 #include "framework/told.h"
-#include "framework/tree_kind.h"
 #include "payments/UIO0201700.h"
 #include "payments/frmTemplateItem.h"
 #include "payments/payment_forms.h"
@@ -52,27 +52,21 @@ void frmPaymentTemplate::wire() {
   SSCClose.onRightClick = [this] { deleteTemplate(); };
 }
 
-bool frmPaymentTemplate::isStored() const { return !isNew(VXObjectUIO->OID()); }
-
-std::string frmPaymentTemplate::objectReference() const {
-  return isStored() ? VXObjectUIO->OIDR() : std::string();
-}
+std::string frmPaymentTemplate::objectReference() const { return storedReference(*VXObjectUIO); }
 
 // --- opening ----------------------------------------------------------------------------------
 
 void frmPaymentTemplate::opened() { show(); }
 
 void frmPaymentTemplate::show() {
-  const RightFlags rights = host().rights().of(kPaymentRights);
-  const bool whole = readItems();
-  readOnly = !whole || VXObjectUIO->Preview() || (isStored() ? rights.change : rights.create) == 0;
+  readOnly = !readItems() || !mayWrite(*VXObjectUIO, host().rights().of(kPaymentRights));
   SOPanel.caption = isGroup() ? "Apmokėjimo šablonų grupė" : "Įmokų šablonas";
   txtName.text = std::string(header()["Name"].Text());
   txtName.readOnly = readOnly;
   for (ui::Control* control :
        std::initializer_list<ui::Control*>{&lvwPaymentTemplate, &cmdNewItem, &lblRest})
     control->visible = !isGroup();
-  setTitle(isStored() ? txtName.text() : SOPanel.caption());
+  setTitle(isStored(*VXObjectUIO) ? txtName.text() : SOPanel.caption());
   changed_ = false;
   fill();
   setFocus(readOnly ? static_cast<ui::Control&>(SSCClose) : txtName);
@@ -82,7 +76,7 @@ void frmPaymentTemplate::show() {
 // it holds.
 bool frmPaymentTemplate::readItems() {
   items_ = noInstalments();
-  if (!isStored() || isGroup()) return true;
+  if (!isStored(*VXObjectUIO) || isGroup()) return true;
   const RowSetPtr read =
       toldRows(VXObjectUIO->Properties("ItemsList", ""), "Įmokos neperskaitytos!");
   if (read) items_ = read;
@@ -173,23 +167,15 @@ bool frmPaymentTemplate::save() {
   if (readOnly) return false;
   header()["Name"] = trim(txtName.text());
   header().Update();
-  SaveResult saved;
-  {
-    ui::BusyScope busy(*this, SOPanel);
-    saved = VXObjectUIO->Save(items_, nullptr);
-  }
+  const SaveResult saved = saveBusy(*this, SOPanel, *VXObjectUIO, items_);
   if (saved.Code != kDone) {
-    Message box;
-    box.text = saved.Text;
-    box.text.append(kLineBreak).append("Klaida!");
-    box.icon = Icon::Stop;
-    host().dialogs().message(box);
+    const std::string text = saved.Text + std::string(kLineBreak) + "Klaida!";
+    tolvex::show(host(), {text, Icon::Stop, Buttons::Ok, Answer::Ok, std::nullopt});
     changed_ = true;
     return false;
   }
   show();
-  host().desktop().rename(VXObjectUIO->OIDR(), title());
-  host().tree().redrawNode(VXObjectUIO->OIDR());
+  showSaved(*this, *VXObjectUIO);
   return true;
 }
 
@@ -203,7 +189,7 @@ void frmPaymentTemplate::openNext() {
 }
 
 void frmPaymentTemplate::deleteTemplate() {
-  if (!isStored() || !host().rights().of(kPaymentRights).remove) return;
+  if (!isStored(*VXObjectUIO) || !host().rights().of(kPaymentRights).remove) return;
   if (deleteAsked(host(), *VXObjectUIO)) close();
 }
 

@@ -59,7 +59,6 @@ class frmPaymentTemplate final : public ui::Form {
   void deleteTemplate();
   void leave();
   void giveUp();
-  bool isStored() const;
   bool isGroup() const { return header()["GroupFlag"].Number() != 0; }
   RowSet& header() const { return *VXObjectUIO->RsFields(); }
 

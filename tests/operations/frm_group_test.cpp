@@ -232,6 +232,22 @@ TEST_F(GroupCard, RefusalsKeepWhatWasTyped) {
   EXPECT_TRUE(form->mayClose());
 }
 
+TEST_F(GroupCard, ACancelledNewGroupKeepsItsPlace) {
+  for (const bool common : {false, true}) {
+    const auto form = fresh(common);
+    const std::string caption = form->SOPanel.caption();
+    ui::Input user(*form);
+    DO(user.enter(form->txtName, "Klaida"));
+    DO(user.click(form->cmdCancel));
+    EXPECT_EQ(form->SOPanel.caption(), caption);
+    DO(user.enter(form->txtName, "Nauja"));
+    DO(user.click(form->cmdWrite));
+    RowSet& row = record(form->objectReference());
+    EXPECT_EQ(row["ParentID"].Number(), 1);
+    EXPECT_EQ(row["GroupFlag"].Number(), common ? 1 : 0);
+  }
+}
+
 TEST_F(GroupCard, TheMainTemplateIsChosenFromTheTreeOrPicked) {
   const auto form = stored("O02014003");
   GroupTemplates& page = form->templates;
@@ -361,6 +377,16 @@ TEST_F(GroupCard, TheRightButtonDeletes) {
   DO(user.rightClick(form->SSCClose));
   EXPECT_FALSE(form->isOpen());
   EXPECT_FALSE(host.shelf().records.contains("O02014003"));
+  EXPECT_EQ(host.tree().log.back(), "redraw O0201400");
+}
+
+TEST_F(GroupCard, ADeletionThatSomebodyElseMadeClosesTheCardToo) {
+  const auto form = stored("O02014003");
+  ui::Input user(*form);
+  host.dialogs().answers = {Answer::Yes};
+  host.shelf().deletes = {kGone};
+  DO(user.rightClick(form->SSCClose));
+  EXPECT_FALSE(form->isOpen());
 }
 
 }  // namespace

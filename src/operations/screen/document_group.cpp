@@ -3,7 +3,8 @@
 #include "framework/parameters.h"
 #include "framework/references.h"
 #include "framework/told.h"
-#include "operations/screen/operation_rows.h"
+#include "operations/UIO0201400.h"
+#include "operations/UIO0201500.h"
 #include "platform/save_outcome.h"
 
 namespace tolvex {
@@ -56,7 +57,7 @@ DocumentGroup readDocumentGroup(HostContext& host, VXObjectUIO& object, std::str
 
 std::optional<std::string> pickDocumentGroup(HostContext& host, std::string_view current) {
   PickRequest request;
-  request.kinds = {std::string(kGroupKind)};
+  request.kinds = {kGroupKind};
   request.prompt = "Pažymėkite norimą grupę";
   request.current = current;
   const std::optional<Picked> picked = host.pickers().pick(request);

@@ -1,14 +1,13 @@
 #include "operations/screen/operation_rows.h"
 
+#include "framework/parameters.h"
 #include "framework/references.h"
 
 namespace tolvex {
 
-bool isStored(const VXObjectUIO& object) { return !isNew(object.OID()); }
-
 RowSetPtr entryOf(VXObjectUIO& object, std::string_view guid) {
   RowSetPtr entry = entriesOf(object)->Clone();
-  entry->SetFilter("GUID = '" + std::string(guid) + "'");
+  entry->SetFilter("GUID = " + quoted(guid));
   return entry->RecordCount() == 0 ? nullptr : entry;
 }
 

@@ -6,16 +6,13 @@
 #include <string>
 #include <string_view>
 
+#include "framework/object_card.h"
 #include "operations/UIO0201500.h"
 #include "operations/entries.h"
 #include "platform/objects.h"
 
 namespace tolvex {
 
-inline constexpr std::string_view kGroupKind = "O0201400";
-
-// Whether the object has been stored before.
-bool isStored(const VXObjectUIO& object);
 // A cursor of its own on the entry, with all its fields; null when there is none.
 RowSetPtr entryOf(VXObjectUIO& object, std::string_view guid);
 
