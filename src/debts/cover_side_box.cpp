@@ -22,6 +22,7 @@ CoverSideBox::CoverSideBox(ui::Form* form, char letter, const char* listName, co
       cmdCleanAddr(form, named("cmdCleanAddr", letter), "×", ui::Role::Small),
       txtSum(form, named("txtSum", letter), "Suma, Lt", 13),
       lblCurrCode(form, named("lblCurrCode", letter), std::string(kNoCurrency)),
+      cmdCurr(form, named("cmdCurr", letter), "▾", ui::Role::Small),
       lvw(form, listName, DebtList::columns()),
       optAll(form, named("optAll", letter), "Parinkti viską"),
       optDrop(form, named("optDrop", letter), "Atšaukti"),
@@ -30,11 +31,14 @@ CoverSideBox::CoverSideBox(ui::Form* form, char letter, const char* listName, co
   txtAddr.readOnly = true;
   cmdAddr.tip = "Pasirinkti adresatą";
   cmdCleanAddr.tip = "Visi adresatai";
+  cmdCurr.tip = "Dengimo valiuta";
+  cmdCurr.menu = lblCurrCode.menu = &menuCurr;
   txtSum.tip = "Kiek dengti: įrašyta suma paskirstoma skoloms iš eilės";
   wire();
 }
 
 void CoverSideBox::wire() {
+  cmdCurr.onClick = [this] { cmdCurr.form.popup(menuCurr, cmdCurr); };
   cmbAcc.onChange = [this] { onChange(); };
   optDeb.onChange = optCred.onChange = [this] { onSide(); };
   cmdAddr.onClick = [this] { onPick(); };
@@ -43,8 +47,8 @@ void CoverSideBox::wire() {
     onChange();
   };
   txtSum.onChange = [this] {
-    typedLt_ = sum_.value();
-    list.limitLt(typedLt_);
+    typed_ = sum_.value();
+    list.limit(typed_);
   };
   txtSum.onLeave = [this] {
     if (!txtSum.text().empty()) sum_.normalise();
@@ -83,6 +87,35 @@ std::string CoverSideBox::account() const { return accountIn(cmbAcc); }
 
 void CoverSideBox::chooseSide(bool credit) { (credit ? optCred : optDeb).choose(); }
 
+void CoverSideBox::offerCurrencies(const std::vector<std::string>& codes) {
+  menuCurr.items.clear();
+  currencies_.clear();
+  offerCurrency(std::string(kNoCurrency));
+  for (const std::string& code : codes) offerCurrency(code);
+  payIn(list.money());
+}
+
+void CoverSideBox::offerCurrency(const std::string& code) {
+  const std::string name = "mnu" + lblCurrCode.name.substr(3) + std::to_string(currencies_.size());
+  auto item = std::make_unique<ui::MenuItem>(&cmdCurr.form, name, isCurrency(code) ? code : "Lt");
+  item->tag = code;
+  item->onClick = [this, code] { onCurrency(code); };
+  menuCurr.items.push_back(item.get());
+  currencies_.push_back(std::move(item));
+}
+
+void CoverSideBox::payIn(const CoverMoney& money) {
+  if (money.code != list.money().code) {
+    typed_ = 0;  // it was in another money
+    list.limit(0);
+    sum_.clear();
+  }
+  list.payIn(money);
+  lblCurrCode.caption = money.code;
+  txtSum.caption = isCurrency(money.code) ? "Suma" : "Suma, Lt";
+  for (const auto& item : currencies_) item->ticked = item->tag == money.code;
+}
+
 bool CoverSideBox::read(VXObjectUIO& operation, DateTime date) {
   const MethodResult read = operation.Properties(
       DebtsMethodName(addressee(), 0), debtsParameters(account(), date, addressee(), direction()));
@@ -92,16 +125,19 @@ bool CoverSideBox::read(VXObjectUIO& operation, DateTime date) {
 }
 
 void CoverSideBox::fill(const RateOf& rateOf, const InfluenceAccounts& accounts) {
+  CoverMoney money = list.money();
+  if (isCurrency(money.code)) money.rate = rateOf(money.code);
+  list.payIn(money);
   ComputeInfluence(debts_, rateOf);
-  list.show(FillDebtList(debts_, accounts, {}, typedLt_));
+  list.show(FillDebtList(debts_, accounts, money, typed_));
   showSum();
 }
 
 void CoverSideBox::clear() {
   debts_.clear();
   list.show({});
-  typedLt_ = 0;
-  list.limitLt(0);
+  typed_ = 0;
+  list.limit(0);
   sum_.clear();
 }
 
@@ -111,18 +147,18 @@ CoverParty CoverSideBox::party() {
 
 // What is posted is neither offered nor spent again.
 void CoverSideBox::posted() {
-  const double before = list.tickedLt();
+  const double before = list.ticked();
   debts_.clear();
   for (const DebtRow& row : list.rows()) debts_.push_back(row.debt);
   list.redraw();
-  if (typedLt_ > 0) typedLt_ = std::max(0.0, roundHalfEven(typedLt_ - before + list.tickedLt(), 2));
-  list.limitLt(typedLt_);
+  if (typed_ > 0) typed_ = std::max(0.0, roundHalfEven(typed_ - before + list.ticked(), 2));
+  list.limit(typed_);
   showSum();
 }
 
 void CoverSideBox::showSum() {
-  if (list.tickedLt() > 0) return sum_.show(list.tickedLt());
-  if (typedLt_ > 0) return sum_.show(typedLt_);
+  if (list.ticked() > 0) return sum_.show(list.ticked());
+  if (typed_ > 0) return sum_.show(typed_);
   sum_.clear();
 }
 

@@ -1,10 +1,12 @@
-// One side of the debts cover: the account and side its debts lie on, the addressee, the sum, and
-// the list of debts to tick.
+// One side of the debts cover: the account and side its debts lie on, the addressee, the sum and
+// its currency, and the list of debts to tick.
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "debts/cover_posting.h"
 #include "debts/debt_list.h"
@@ -26,12 +28,17 @@ class CoverSideBox {
   bool onCredit() const { return optCred.on(); }
   int direction() const { return onCredit() ? -1 : 1; }  // as the store is asked
   void chooseSide(bool credit);
+  // The currencies that the side may be covered in, besides litas.
+  void offerCurrencies(const std::vector<std::string>& codes);
+  // The sum is in that money from now on. The list keeps its rows until it is filled.
+  void payIn(const CoverMoney& money);
 
   // Reads the open debts at the date; false when the store refused, which has been shown.
   bool read(VXObjectUIO& operation, DateTime date);
-  // Brings what was read to the rates and fills the list anew; a typed sum is spent on it.
+  // Brings what was read and the currency of the cover to the rates and fills the list anew; a
+  // typed sum is spent on it.
   void fill(const RateOf& rateOf, const InfluenceAccounts& accounts);
-  void clear();  // the list and the sum
+  void clear();  // the list and the sum; the currency stays
   CoverParty party();
   // After a posting that took something off the rows of party(), or all of it.
   void posted();
@@ -41,6 +48,7 @@ class CoverSideBox {
   std::function<void()> onTicks;                       // something was ticked or released
   std::function<void(const std::string&)> onComplain;  // why a tick was taken back
   std::function<void()> onSide, onPick;
+  std::function<void(const std::string& code)> onCurrency;  // three blanks: litas
 
   ui::Panel fraSide;
   ui::ComboBox cmbAcc;
@@ -49,14 +57,18 @@ class CoverSideBox {
   ui::Button cmdAddr, cmdCleanAddr;
   ui::TextBox txtSum;
   ui::Label lblCurrCode;
+  ui::Button cmdCurr;
+  ui::Menu menuCurr;
   ui::ListView lvw;
   ui::Button optAll, optDrop;
   DebtList list;
 
  private:
   void wire();
+  void offerCurrency(const std::string& code);
   NumberBox sum_;
-  double typedLt_ = 0;
+  double typed_ = 0;
+  std::vector<std::unique_ptr<ui::MenuItem>> currencies_;
   std::vector<Debt> debts_;
 };
 

@@ -16,23 +16,36 @@ std::string rateText(double rate, const NumberFormat& format) {
 
 }  // namespace
 
+std::string noRate(std::string_view code) {
+  return "Nenurodytas " + std::string(code) + " kursas !";
+}
+
 DebtList::DebtList(ui::ListView& view, NumberFormat format)
     : view_(view), format_(std::move(format)) {
   view_.checkBoxes = true;
 }
 
-std::vector<ui::Column> DebtList::columns() {
+void DebtList::payIn(CoverMoney money) {
+  money_ = std::move(money);
+  view_.columns = columns(money_);
+  view_.touch();
+}
+
+std::vector<ui::Column> DebtList::columns(const CoverMoney& money) {
   using ui::Align;
-  return {{"Data", 10, Align::Left, false, "Data"},
-          {"Nr", 16, Align::Left, true, "Nr"},
-          {"Likutis, Lt", 12, Align::Right, false, "LikutisLt"},
-          {"Likutis valiuta", 12, Align::Right, false, "LikutisCurr"},
-          {"Valiuta", 6, Align::Left, false, "LikutisCurrCode"},
-          {"Apm., Lt", 12, Align::Right, false, "PaymentLt"},
-          {"Apm. valiuta", 11, Align::Right, false, "PaymentSumCurr"},
-          {"Valiuta", 6, Align::Left, false, "PaymentCurrCode"},
-          {"Kursas", 8, Align::Right, false, "PaymentCurrRate"},
-          {"Kurso įtaka", 9, Align::Right, false, "InfluenceSum"}};
+  std::vector<ui::Column> columns = {{"Data", 10, Align::Left, false, "Data"},
+                                     {"Nr", 16, Align::Left, true, "Nr"},
+                                     {"Likutis, Lt", 12, Align::Right, false, "LikutisLt"},
+                                     {"Likutis valiuta", 12, Align::Right, false, "LikutisCurr"},
+                                     {"Valiuta", 6, Align::Left, false, "LikutisCurrCode"},
+                                     {"Apm., Lt", 12, Align::Right, false, "PaymentLt"},
+                                     {"Apm. valiuta", 11, Align::Right, false, "PaymentSumCurr"},
+                                     {"Valiuta", 6, Align::Left, false, "PaymentCurrCode"},
+                                     {"Kursas", 8, Align::Right, false, "PaymentCurrRate"},
+                                     {"Kurso įtaka", 9, Align::Right, false, "InfluenceSum"}};
+  if (isCurrency(money.code))
+    columns.push_back({money.code, 11, Align::Right, false, "CoverSumCurr"});
+  return columns;
 }
 
 ui::Row DebtList::shown(const DebtRow& row) const {
@@ -61,6 +74,7 @@ ui::Row DebtList::shown(const DebtRow& row) const {
                row.PaymentSumCurr > 0 ? row.LikutisCurrCode : kBlank,
                rateText(row.PaymentCurrRate, format_),
                tagged(FormatSum(row.influence(), format_), FormatSum(row.InfluenceSum, format_))};
+  if (isCurrency(money_.code)) out.cells.push_back(sum(row.CoverSumCurr));
   return out;
 }
 
@@ -81,12 +95,15 @@ const DebtRow* DebtList::current() const {
              : nullptr;
 }
 
-double DebtList::tickedLt() const { return tickedLt_; }
+void DebtList::count(const DebtRow& row) {
+  if (!row.ticked) return;
+  ticked_ = roundHalfEven(ticked_ + row.taken(), 2);
+  tickedLt_ = roundHalfEven(tickedLt_ + row.PaymentLt, 2);
+}
 
 void DebtList::recount() {
-  tickedLt_ = 0;
-  for (const DebtRow& row : rows_)
-    if (row.ticked) tickedLt_ = roundHalfEven(tickedLt_ + row.PaymentLt, 2);
+  ticked_ = tickedLt_ = 0;
+  for (const DebtRow& row : rows_) count(row);
 }
 
 void DebtList::redraw() {
@@ -100,16 +117,25 @@ void DebtList::redraw(int index) {
   view_.edit()[at] = shown(rows_[at]);
 }
 
-std::string DebtList::tick(DebtRow& row, std::set<std::string>& toldCodes) {
+bool DebtList::mayCover(const DebtRow& row, std::set<std::string>& toldCodes,
+                        std::string& why) const {
   const DebtCheck check = CheckDebtRow(row, toldCodes);
-  if (check.code != DebtCheck::Good) return check.message;
+  why = check.message;
+  if (check.code != DebtCheck::Good) return false;
+  if (!isCurrency(money_.code) || money_.rate > 0) return true;
+  if (toldCodes.insert(money_.code).second) why = noRate(money_.code);
+  return false;
+}
+
+std::string DebtList::tick(DebtRow& row, std::set<std::string>& toldCodes) {
+  if (std::string why; !mayCover(row, toldCodes, why)) return why;
   double left = 0;
-  if (limitLt_ > 0) {
-    left = roundHalfEven(limitLt_ - tickedLt_, 2);
+  if (limit_ > 0) {
+    left = roundHalfEven(limit_ - ticked_, 2);
     if (left <= 0) return {};  // a spent sum is not "all"
   }
-  const Covered covered = ApplyCover(row, {}, left);
-  tickedLt_ = roundHalfEven(tickedLt_ + row.PaymentLt, 2);
+  const Covered covered = ApplyCover(row, money_, left);
+  count(row);
   return covered.message;
 }
 
@@ -149,15 +175,24 @@ void DebtList::releaseAll() {
   redraw();
 }
 
+std::string DebtList::currentRefused() const {
+  std::string why;
+  if (!current()) return why;
+  DebtRow whole = *current();  // a cover that left some currency over is no bad rest
+  ReleaseCover(whole);
+  std::set<std::string> toldCodes;
+  (void)mayCover(whole, toldCodes, why);
+  return why;
+}
+
 std::string DebtList::coverCurrent(double lt, double curr) {
   if (!current()) return {};
   const int index = view_.current;
+  if (std::string why = currentRefused(); !why.empty()) return why;
   DebtRow& row = rows_[static_cast<std::size_t>(index)];
-  std::set<std::string> toldCodes;
-  const DebtCheck check = CheckDebtRow(row, toldCodes);
-  if (check.code == DebtCheck::NoRate) return check.message;
   ReleaseCover(row);
-  const Covered covered = ApplyCover(row, {}, lt, curr);
+  const Covered covered =
+      isCurrency(money_.code) ? ApplyCover(row, money_, curr) : ApplyCover(row, money_, lt, curr);
   recount();
   redraw(index);
   return covered.message;
@@ -166,7 +201,7 @@ std::string DebtList::coverCurrent(double lt, double curr) {
 void DebtList::coverCurrentExactly() {
   if (!current()) return;
   const int index = view_.current;
-  (void)coverExactly(rows_[static_cast<std::size_t>(index)], {});
+  (void)coverExactly(rows_[static_cast<std::size_t>(index)], money_);
   recount();
   redraw(index);
 }

@@ -1,8 +1,10 @@
-// A list of debts with ticks: rows of debts as the user sees and covers them, in litas.
+// A list of debts with ticks: rows of debts as the user sees and covers them, in litas or in a
+// currency that he has chosen.
 #pragma once
 
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "debts/debt_rows.h"
@@ -11,10 +13,18 @@
 
 namespace tolvex {
 
+// The message of a currency that has no rate to cover at.
+std::string noRate(std::string_view code);
+
 class DebtList {
  public:
   DebtList(ui::ListView& view, NumberFormat format);
-  static std::vector<ui::Column> columns();
+
+  // What ticks pay in from now on; in a currency a column of its sums stands at the end. Rows that
+  // are ticked stay as they are: the caller shows others.
+  void payIn(CoverMoney money);
+  const CoverMoney& money() const { return money_; }
+  static std::vector<ui::Column> columns(const CoverMoney& money = {});
 
   void show(std::vector<DebtRow> rows);
   const std::vector<DebtRow>& rows() const { return rows_; }
@@ -22,24 +32,31 @@ class DebtList {
   std::vector<DebtRow>& edit() { return rows_; }
   void redraw();                   // the current row stays
   const DebtRow* current() const;  // null when none
-  double tickedLt() const;
+  double tickedLt() const { return tickedLt_; }
+  double ticked() const { return ticked_; }  // in the money that is paid in
 
-  // The sum that ticks may spend; 0 lets them take all.
-  void limitLt(double sum) { limitLt_ = sum; }
+  // The sum that ticks may spend, in that money; 0 lets them take all.
+  void limit(double sum) { limit_ = sum; }
 
   // Follows the user's tick on the current row, or takes it back; why, or "".
   std::string takeTick();
   // Ticks all rows in their order, telling each missing rate once; the messages.
   std::vector<std::string> tickAll();
   void releaseAll();
-  // Covers the current row by given sums; a currency sum of 0 follows from the litas.
+  // Why the current row could not be covered, or "".
+  std::string currentRefused() const;
+  // Covers the current row by given sums. In litas a currency sum of 0 follows from the litas; a
+  // cover in a currency takes `curr` alone.
   std::string coverCurrent(double lt, double curr);
   void coverCurrentExactly();
   // The first row whose litas are covered while its currency is not, or null.
   const DebtRow* leftOver() const;
 
  private:
+  // "" with a rate that was told already, too: nothing then is taken.
+  bool mayCover(const DebtRow& row, std::set<std::string>& toldCodes, std::string& why) const;
   std::string tick(DebtRow& row, std::set<std::string>& toldCodes);
+  void count(const DebtRow& row);
   void recount();
   void redraw(int index);
   ui::Row shown(const DebtRow& row) const;
@@ -47,8 +64,9 @@ class DebtList {
   ui::ListView& view_;
   NumberFormat format_;
   std::vector<DebtRow> rows_;
-  double limitLt_ = 0;
-  double tickedLt_ = 0;
+  CoverMoney money_;
+  double limit_ = 0;
+  double ticked_ = 0, tickedLt_ = 0;
 };
 
 }  // namespace tolvex

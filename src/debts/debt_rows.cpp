@@ -19,6 +19,10 @@ void clearCover(DebtRow& row) {
 
 double smaller(double offered, double rest) { return offered < rest ? offered : rest; }
 
+double restLt(const DebtRow& row) {
+  return row.inCurrency() ? roundLt(row.PaymentCurrRate * row.LikutisCurr) : row.LikutisLt;
+}
+
 // A cover in litas; `rest` is the row's worth at its rate.
 double coverInLt(DebtRow& row, double rest, double offered, double offeredCurr) {
   if (offered == 0) offered = rest;
@@ -131,28 +135,24 @@ double DebtRow::influence() const {
   return round2(debt.InfluenceSign * InfluenceSum + debt.CurrInfluence);
 }
 
+double restIn(const DebtRow& row, const CoverMoney& money) {
+  if (!isCurrency(money.code)) return restLt(row);
+  if (row.inCurrency() && money.code == row.LikutisCurrCode) return row.LikutisCurr;
+  return money.rate > 0 ? round2(restLt(row) / money.rate) : 0;
+}
+
 Covered CoverRow(DebtRow& row, const CoverMoney& money, double offered, double offeredCurr) {
   clearCover(row);
   row.PaymentCurrCode = money.code;
   row.CoverRate = money.rate;
-  const bool foreign = isCurrency(money.code);
-  double restLt = row.LikutisLt;
-  double restCover = 0;  // the row in the currency of the cover
-  if (row.inCurrency()) {
-    if (row.PaymentCurrRate == 0) {
-      Covered none;
-      if (offered == 0) none.message = "Nenurodytas " + row.LikutisCurrCode + " kursas !";
-      return none;
-    }
-    restLt = roundLt(row.PaymentCurrRate * row.LikutisCurr);
+  if (row.inCurrency() && row.PaymentCurrRate == 0) {
+    Covered none;
+    if (offered == 0) none.message = "Nenurodytas " + row.LikutisCurrCode + " kursas !";
+    return none;
   }
-  if (foreign && row.inCurrency() && money.code == row.LikutisCurrCode) {
-    restCover = row.LikutisCurr;
-  } else if (foreign && money.rate > 0) {
-    restCover = round2(restLt / money.rate);
-  }
-  const double taken = foreign ? coverInCurrency(row, restCover, offered, money)
-                               : coverInLt(row, restLt, offered, offeredCurr);
+  const double rest = restIn(row, money);
+  const double taken = isCurrency(money.code) ? coverInCurrency(row, rest, offered, money)
+                                              : coverInLt(row, rest, offered, offeredCurr);
   if (taken <= 0) {
     clearCover(row);
     return {};

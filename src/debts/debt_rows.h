@@ -79,7 +79,12 @@ struct DebtRow {
   // Gained (below 0: lost) by this cover.
   double influence() const;
   bool covered() const { return PaymentLt > 0 || PaymentSumCurr > 0; }
+  // What the cover took, in its own money.
+  double taken() const { return isCurrency(PaymentCurrCode) ? CoverSumCurr : PaymentLt; }
 };
+
+// What is open of a row in the money of a cover; 0 when a rate is missing.
+double restIn(const DebtRow& row, const CoverMoney& money);
 
 struct Covered {
   double taken = 0;     // in the unit of the cover

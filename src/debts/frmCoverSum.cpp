@@ -5,20 +5,24 @@
 
 namespace tolvex {
 
-frmCoverSum::frmCoverSum(HostContext& host, const DebtRow& row)
+frmCoverSum::frmCoverSum(HostContext& host, const DebtRow& row, const CoverMoney& money)
     : Form(host, "frmCoverSum"),
       row_(row),
+      money_(money),
+      currency_(money),
       lt_(txtSumLt, 2, host.numbers(), NumberBox::Input::Arithmetic),
       curr_(txtSumCurr, 2, host.numbers(), NumberBox::Input::Arithmetic) {
-  const double lt = row.PaymentLt, curr = row.PaymentSumCurr;
   ReleaseCover(row_);
+  if (!isCurrency(money.code) && row_.inCurrency()) {
+    currency_ = {row_.LikutisCurrCode, row_.PaymentCurrRate};
+  }
+  wholeCurr_ = restIn(row_, currency_);
   setTitle("Sumos įvedimas");
-  const bool inCurrency = row_.inCurrency();
-  txtSumCurr.visible = inCurrency;
-  if (inCurrency) txtSumCurr.caption = "Suma, " + row_.LikutisCurrCode;
-  lt_.show(lt > 0 ? lt : row_.LikutisLt);
-  curr_.show(lt > 0 ? curr : row_.LikutisCurr);
-  bySumCurr_ = inCurrency;
+  txtSumCurr.visible = withCurrency();
+  if (withCurrency()) txtSumCurr.caption = "Suma, " + currency_.code;
+  lt_.show(row.ticked ? row.PaymentLt : row_.LikutisLt);
+  curr_.show(row.ticked ? row.CoverSumCurr : wholeCurr_);
+  bySumCurr_ = withCurrency();
   cmdOK.isDefault = true;
   cmdCancel.isCancel = true;
   txtSumLt.onChange = [this] {
@@ -33,8 +37,8 @@ frmCoverSum::frmCoverSum(HostContext& host, const DebtRow& row)
   txtSumCurr.onLeave = [this] { curr_.normalise(); };
   cmdAll.onClick = [this] {
     lt_.show(row_.LikutisLt);
-    curr_.show(row_.LikutisCurr);
-    bySumCurr_ = row_.inCurrency();
+    curr_.show(wholeCurr_);
+    bySumCurr_ = withCurrency();
     refresh();
   };
   cmdOK.onClick = [this] {
@@ -65,19 +69,26 @@ void frmCoverSum::opened() {
   setFocus(txtSumLt);
 }
 
-double frmCoverSum::curr() const { return bySumCurr_ ? curr_.value() : 0; }
+double frmCoverSum::curr() const {
+  return bySumCurr_ || isCurrency(money_.code) ? curr_.value() : 0;
+}
+
+double frmCoverSum::ltOf(double curr) const {
+  if (!isCurrency(money_.code)) return roundLt(curr * currency_.rate);
+  DebtRow trial = row_;
+  (void)CoverRow(trial, money_, curr, 0);
+  return curr > 0 ? trial.PaymentLt : 0;
+}
 
 // The box that was not typed in follows; a sum of nothing or of more than the debt is no cover.
 void frmCoverSum::refresh() {
-  if (row_.inCurrency()) {
-    if (bySumCurr_) {
-      lt_.show(roundLt(curr_.value() * row_.PaymentCurrRate));
-    } else {
-      curr_.show(roundHalfEven(lt_.value() / row_.PaymentCurrRate, 2));
-    }
+  if (withCurrency() && bySumCurr_) {
+    lt_.show(ltOf(curr_.value()));
+  } else if (withCurrency()) {
+    const bool whole = lt_.value() == row_.LikutisLt;
+    curr_.show(whole ? wholeCurr_ : roundHalfEven(lt_.value() / currency_.rate, 2));
   }
-  const bool tooMuch =
-      lt_.value() > row_.LikutisLt || (bySumCurr_ && curr_.value() > row_.LikutisCurr);
+  const bool tooMuch = bySumCurr_ ? curr_.value() > wholeCurr_ : lt_.value() > row_.LikutisLt;
   cmdOK.enabled = lt_.value() > 0 && !tooMuch;
 }
 

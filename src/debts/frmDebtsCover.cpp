@@ -66,11 +66,11 @@ cmbVariants cmdVariants | optMutual | optSuppliers | optBuyers | >>
 dtpDate | optDateByBROper | optDateByCoveredOperations | >>
 lblFirms | cmbAddr> cmdFirms | cmdGo
 [fraSideC]
-  cmbAccC | optDebC | optCredC | txtAddrC> cmdAddrC cmdCleanAddrC | txtSumC lblCurrCodeC
+  cmbAccC | optDebC | optCredC | txtAddrC> cmdAddrC cmdCleanAddrC | txtSumC lblCurrCodeC cmdCurrC
   lvwBRPrimary>
   optAllC | optDropC | >>
 [fraSideD]
-  cmbAccD | optDebD | optCredD | txtAddrD> cmdAddrD cmdCleanAddrD | txtSumD lblCurrCodeD
+  cmbAccD | optDebD | optCredD | txtAddrD> cmdAddrD cmdCleanAddrD | txtSumD lblCurrCodeD cmdCurrD
   lvwBRSecondary>
   optAllD | optDropD | >>
 lblStatus> | cmdPrint | cmdExit | cmdOK
@@ -113,6 +113,7 @@ void frmDebtsCover::wireSide(CoverSideBox& side, CoverSideBox& other) {
     other.chooseSide(!side.onCredit());
     clearLists();
   };
+  side.onCurrency = [this, &side](const std::string& code) { chooseCurrency(side, code); };
   side.onPick = [this, &side] { pickAddressees(side); };
   side.onTicks = [this] { refresh(); };
   side.onComplain = [this](const std::string& message) { tell(message); };
@@ -143,6 +144,7 @@ void frmDebtsCover::opened() {
 
 void frmDebtsCover::loadRates() {
   if (dtpDate.value()) rates_.load(*operation_, *dtpDate.value());
+  for (CoverSideBox* side : {&primary, &secondary}) side->offerCurrencies(rates_.codes());
 }
 
 double frmDebtsCover::rateOf(std::string_view code) const { return rates_.rate(code).value_or(0); }
@@ -252,8 +254,11 @@ void frmDebtsCover::go() {
 }
 
 void frmDebtsCover::refill() {
-  const RateOf rates = [this](std::string_view code) { return rateOf(code); };
-  for (CoverSideBox* side : {&primary, &secondary}) side->fill(rates, accounts_);
+  for (CoverSideBox* side : {&primary, &secondary}) refill(*side);
+}
+
+void frmDebtsCover::refill(CoverSideBox& side) {
+  side.fill([this](std::string_view code) { return rateOf(code); }, accounts_);
   refresh();
 }
 
@@ -317,11 +322,8 @@ void frmDebtsCover::enterSum() {
     lblStatus.caption = "Nėra skolos !";
     return;
   }
-  std::set<std::string> toldCodes;
-  if (const DebtCheck check = CheckDebtRow(*row, toldCodes); check.code == DebtCheck::NoRate) {
-    return tell(check.message);
-  }
-  frmCoverSum dialog(host(), *row);
+  if (const std::string why = side.list.currentRefused(); !why.empty()) return tell(why);
+  frmCoverSum dialog(host(), *row, side.list.money());
   host().screens().runModal(dialog);
   if (!dialog.accepted) return;
   const std::string message = side.list.coverCurrent(dialog.lt(), dialog.curr());
@@ -330,21 +332,37 @@ void frmDebtsCover::enterSum() {
   if (!message.empty()) tell(message);
 }
 
-// A rate by hand serves this sitting only; the rates of the day stay as they are stored.
 void frmDebtsCover::enterRate() {
   const DebtRow* row = clickedSide().list.current();
-  if (!row || !isCurrency(row->LikutisCurrCode)) return;
-  const std::string code = row->LikutisCurrCode;
+  if (row && isCurrency(row->LikutisCurrCode)) (void)askRate(row->LikutisCurrCode);
+}
+
+// A rate by hand serves this sitting only; the rates of the day stay as they are stored. Gives
+// whether there is a rate now.
+bool frmDebtsCover::askRate(const std::string& code) {
   const double before = rateOf(code);
   const auto typed =
       host().dialogs().input(code + " kursas, Lt:", "Kurso įvedimas",
                              before > 0 ? shortNumber(before, host().numbers()) : "");
-  if (!typed) return;
+  if (!typed) return before > 0;
   const double rate = TextToDouble(*typed);
-  if (rate <= 0) return warn(host(), "Klaidingas valiutos kursas !");
-  if (rate == before) return;
+  if (rate <= 0) {
+    warn(host(), "Klaidingas valiutos kursas !");
+    return before > 0;
+  }
+  if (rate == before) return true;
   rates_.setByHand(code, rate);
   refill();
+  return true;
+}
+
+// A currency without a rate may be given one; without it no sum could be covered in it.
+void frmDebtsCover::chooseCurrency(CoverSideBox& side, const std::string& code) {
+  if (code == side.list.money().code) return;
+  if (isCurrency(code) && rateOf(code) <= 0 && !askRate(code)) return tell(noRate(code));
+  side.payIn({code, rateOf(code)});
+  refill(side);
+  setFocus(side.txtSum);
 }
 
 // --- result -----------------------------------------------------------------------------------

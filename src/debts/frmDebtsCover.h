@@ -74,6 +74,7 @@ class frmDebtsCover final : public ui::Form {
   bool accountsGiven();
   void go();
   void refill();
+  void refill(CoverSideBox& side);
   void clearLists();
   void dateChanged();
   void tell(const std::string& message);
@@ -82,6 +83,8 @@ class frmDebtsCover final : public ui::Form {
   void prepareMenu();
   void enterSum();
   void enterRate();
+  bool askRate(const std::string& code);
+  void chooseCurrency(CoverSideBox& side, const std::string& code);
   // result
   bool mayPost();
   void save();

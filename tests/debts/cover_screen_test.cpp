@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "debts/cover_forms.h"
 #include "debts/frmCoverSum.h"
 #include "debts/frmDebtsCover.h"
@@ -146,6 +148,68 @@ TEST_F(CoverScreen, ARestOfCheapCurrencyIsShownAndClosedExactly) {
   DO(user.pick(form->mnuExact));
   EXPECT_EQ(cell(form->secondary, 1, 3), " ");
   EXPECT_EQ(cell(form->secondary, 1, 6), "1,10");
+}
+
+TEST_F(CoverScreen, ASideIsCoveredInACurrency) {
+  auto form = filled(newOperation());
+  CoverSideBox& side = form->primary;
+  ui::Input user(*form);
+  const auto pay = [&](const char* code) {
+    DO(user.click(side.cmdCurr));
+    const auto& items = side.menuCurr.items;
+    const auto item =
+        std::ranges::find(items, code, [](ui::MenuItem* one) { return one->caption(); });
+    ASSERT_NE(item, items.end()) << code;
+    DO(user.pick(**item));
+  };
+  pay("USD");
+  EXPECT_EQ(side.lblCurrCode.caption(), "USD");
+  EXPECT_EQ(side.lvw.columns.back().caption, "USD");
+  EXPECT_EQ(form->secondary.lvw.columns.size(), 10U);
+  DO(user.check(side.lvw, 0, true));
+  EXPECT_EQ(cell(side, 0, 5), "99,99") << "36,36 dollars";
+  EXPECT_EQ(cell(side, 0, 9), "0,01");
+  EXPECT_EQ(cell(side, 0, 10), "36,36");
+  DO(user.check(side.lvw, 1, true));
+  EXPECT_EQ(side.txtSum.text(), "136,36");
+  DO(user.click(side.optDrop));
+  DO(user.enter(side.txtSum, "50"));
+  DO(user.click(side.optAll));
+  (void)told();
+  EXPECT_EQ(cell(side, 1, 10), "13,64") << "what the first debt leaves of the sum";
+  EXPECT_EQ(cell(side, 1, 5), "37,51");
+  DO(user.click(form->cmdGo));
+  EXPECT_EQ(side.txtSum.text(), "50,00") << "the sum and its currency stay";
+  // The sum of one debt: 20 of the dollars, then all of it by its litas.
+  host.screens().users.push_back([](ui::Form& shown) {
+    auto& dialog = dynamic_cast<frmCoverSum&>(shown);
+    ui::Input typing(dialog);
+    EXPECT_EQ(dialog.txtSumCurr.caption(), "Suma, USD");
+    DO(typing.enter(dialog.txtSumCurr, "36,37"));
+    EXPECT_FALSE(dialog.cmdOK.enabled) << "more than the debt";
+    DO(typing.enter(dialog.txtSumLt, "100"));
+    EXPECT_EQ(dialog.txtSumCurr.text(), "36,36");
+    DO(typing.enter(dialog.txtSumCurr, "20"));
+    EXPECT_EQ(dialog.txtSumLt.text(), "55,00");
+    DO(typing.click(dialog.cmdOK));
+  });
+  DO(user.activate(side.lvw, 0));
+  EXPECT_EQ(cell(side, 0, 2), "45,00");
+  EXPECT_EQ(cell(side, 0, 10), "20,00");
+  // A currency without a rate is told, or is given one.
+  host.dialogs().inputs = {std::nullopt, "0,3"};
+  pay("SEK");
+  EXPECT_EQ(told(), Texts{"Nenurodytas SEK kursas !"});
+  EXPECT_EQ(side.lblCurrCode.caption(), "USD");
+  pay("SEK");
+  EXPECT_EQ(side.txtSum.text(), "") << "the sum was in dollars";
+  DO(user.click(side.optAll));
+  EXPECT_EQ(told(), Texts{});
+  EXPECT_EQ(cell(side, 2, 10), "4,00") << "its own currency";
+  EXPECT_EQ(cell(side, 2, 5), "1,20");
+  pay("Lt");
+  EXPECT_EQ(side.lblCurrCode.caption(), "   ");
+  EXPECT_EQ(side.lvw.columns.size(), 10U);
 }
 
 TEST_F(CoverScreen, SumsAndRatesByHand) {
