@@ -39,14 +39,13 @@ void ExchangeSideBox::wire() {
     takeRate();
     changed();
   };
-  for (NumberBox* number : {&rate_, &sum_}) {
-    number->box.onChange = [this] { changed(); };
-    number->box.onLeave = [this, number] {
-      if (number->box.text().empty()) return;
-      number->normalise();
-      changed();
-    };
-  }
+  txtRate.onChange = txtSum.onChange = [this] { changed(); };
+  // A rate stays as it was typed: of small currencies more than four decimals count.
+  txtSum.onLeave = [this] {
+    if (txtSum.text().empty()) return;
+    sum_.normalise();
+    changed();
+  };
 }
 
 void ExchangeSideBox::changed() {

@@ -54,10 +54,13 @@ void frmCurrencyExchange::opened() {
   datesOperation_ = (kind.empty() ? operation_->OType() : kind) == kOperationKind;
   const Variant date = header()["DateD"].Value();
   dtpDate.value = date.IsDate() ? date.AsDate() : host().clock().today();
-  const MethodResult banks = operation_->Properties("MyFirmAccounts", "");
+  const auto read = [this](const char* key) {
+    return told(host(), [&] { return operation_->Properties(key, ""); });
+  };
+  const MethodResult banks = read("MyFirmAccounts");
   if (banks.Code == kDone && banks.Value.IsRows()) books_.bankAccounts = banks.Value.AsRows();
   const InfluenceAccounts influence = readInfluenceAccounts(host());
-  const MethodResult accounts = operation_->Properties("AccountList", "");
+  const MethodResult accounts = read("AccountList");
   if (accounts.Value.IsDictionary()) books_.accounts = *accounts.Value.AsDictionary();
   fillAccounts(cmbAcc536, books_.accounts);
   fillAccounts(cmbAcc636, books_.accounts);
