@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <optional>
 
 #include "debts/operation_select.h"
 #include "framework/conversions.h"
@@ -13,6 +14,7 @@
 #include "operations/screen/pointers.h"
 #include "operations/screen/preset_accounts.h"
 #include "operations/screen/rate_book.h"
+#include "platform/save_outcome.h"
 
 namespace tolvex {
 namespace {
@@ -35,15 +37,15 @@ void mirrorParties(Variant::Array& pointers) {
   }
 }
 
-Variant::Array pointersOf(VXObjectUIO& object, const DebtsRequest& request, RowSet& selected) {
-  Variant::Array pointers;
+// False when the addressees of the debt could not be read.
+bool readPointers(VXObjectUIO& object, const DebtsRequest& request, RowSet& selected,
+                  Variant::Array& pointers) {
   const std::string debt = text(selected, "OIDR");
-  if (!isRef(debt)) return pointers;
+  if (!isRef(debt)) return true;
   const int sign = static_cast<int>(selected["DebtSign"].Number());
   addAddressee(pointers, sign, debt, selected["Comment"].Text());
-  AddDebtAddressees(object, pointers, debt, request.ownAccount(), selected["AddrOIDR"].Text(),
-                    sign);
-  return pointers;
+  return AddDebtAddressees(object, pointers, debt, request.ownAccount(),
+                           selected["AddrOIDR"].Text(), sign);
 }
 
 MethodResult add(UIO0201500& operation, const NewEntry& entry) {
@@ -88,17 +90,21 @@ struct ReadyLine {
   InfluenceAccounts accounts;
 };
 
-std::vector<ReadyLine> readyLines(UIO0201500& operation, const DebtsRequest& request,
-                                  RowSet& selected) {
+// Nothing when the addressees of a debt could not be read.
+std::optional<std::vector<ReadyLine>> readyLines(UIO0201500& operation, const DebtsRequest& request,
+                                                 RowSet& selected) {
   std::vector<ReadyLine> lines;
+  bool complete = true;
   ForEachRow(selected, [&](RowSet& row) {
+    if (!complete) return;
     ReadyLine& line = lines.emplace_back();
     line.payment = debtPayment(row);
-    line.pointers = pointersOf(operation, request, row);
+    complete = readPointers(operation, request, row, line.pointers);
     line.debtSign = static_cast<int>(row["DebtSign"].Number());
     line.difference = row["ExtSum"].Number();
     line.accounts = {text(row, "Acc536"), text(row, "Acc636")};
   });
+  if (!complete) return std::nullopt;
   return lines;
 }
 
@@ -171,6 +177,14 @@ MethodResult withoutValue(MethodResult failure) {
   return failure;
 }
 
+// An empty set of the selection's parameters, or a failure without the text, as that was told.
+MethodResult selectParameters(UIO0201500& operation) {
+  MethodResult read =
+      told(hostContext(), [&] { return operation.Properties("SelectParameters", ""); });
+  if (read.Code == kDone) return read;
+  return {read.Code, {}, {}};
+}
+
 void writeParameters(RowSet& row, UIO0201500& operation, const DebtsRequest& request) {
   row["OIDR"] = operation.OIDR();
   row["FOIDR"] = request.clientReference;
@@ -218,7 +232,10 @@ DebtPayment debtPayment(RowSet& selected) {
   if (payment.paidRate == 0) return payment;
   payment.paidSumCurr = roundHalfEven(payment.sumLt / payment.paidRate, 2);
   if (roundLt(payment.paidSumCurr * payment.paidRate) != payment.sumLt) {
-    expect(payment.paidSumCurr > 0, "a payment is worth a cent of its currency");
+    if (payment.paidSumCurr <= 0) {
+      throw RowSetError(RowSetError::Unexpected,
+                        "Mokama suma nesiekia " + payment.paidCode + " cento!");
+    }
     payment.paidRate = roundHalfEven(payment.sumLt / payment.paidSumCurr, 9);
   } else if (roundHalfEven(payment.paidRate * paid, 2) == payment.sumLt) {
     payment.paidSumCurr = paid;
@@ -227,19 +244,20 @@ DebtPayment debtPayment(RowSet& selected) {
 }
 
 MethodResult addDebtEntries(UIO0201500& operation, const DebtsRequest& request, RowSet& selected) {
-  const std::vector<ReadyLine> lines = readyLines(operation, request, selected);
+  const auto lines = readyLines(operation, request, selected);
+  if (!lines) return refused(kUnreadAddressees);
   selected.MoveFirst();
   const Party party{text(selected, "AddrOIDR"), text(selected, "AddrName")};
   MethodResult cleared = operation.Methods(
       "DeleteBR",
       {request.ownAccount(), request.ownSign(), request.clearWholeAccount ? "" : party.reference});
   if (cleared.Code != kDone) return withoutValue(std::move(cleared));
-  for (const ReadyLine& line : lines) {
+  for (const ReadyLine& line : *lines) {
     MethodResult added = addLine(operation, request, line);
     if (added.Code != kDone) return withoutValue(std::move(added));
   }
-  if (const double rest = restOfRate(request, lines); rest != 0) {
-    MethodResult added = addRestOfRate(operation, request, party, rest, lines.back().accounts);
+  if (const double rest = restOfRate(request, *lines); rest != 0) {
+    MethodResult added = addRestOfRate(operation, request, party, rest, lines->back().accounts);
     if (added.Code != kDone) return withoutValue(std::move(added));
   }
   return done(true);
@@ -247,8 +265,8 @@ MethodResult addDebtEntries(UIO0201500& operation, const DebtsRequest& request, 
 
 MethodResult Debts(UIO0201500& operation, Arguments par) {
   const DebtsRequest request = DebtsRequest::from(par);
-  MethodResult read = operation.Properties("SelectParameters", "");
-  if (read.Code != kDone) return withoutValue(std::move(read));
+  const MethodResult read = selectParameters(operation);
+  if (read.Code != kDone) return read;
   const RowSetPtr parameters = read.Value.AsRows();
   parameters->AddNew();
   writeParameters(*parameters, operation, request);
@@ -259,8 +277,8 @@ MethodResult Debts(UIO0201500& operation, Arguments par) {
 }
 
 MethodResult BROperSelect(UIO0201500& operation, Arguments par) {
-  MethodResult read = operation.Properties("SelectParameters", "");
-  if (read.Code != kDone) return withoutValue(std::move(read));
+  const MethodResult read = selectParameters(operation);
+  if (read.Code != kDone) return read;
   const RowSetPtr parameters = read.Value.AsRows();
   RowSet& row = *parameters;
   row.AddNew();

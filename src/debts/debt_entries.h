@@ -52,12 +52,12 @@ struct DebtPayment {
 DebtPayment debtPayment(RowSet& selected);
 
 // Puts a selection into the operation in place of the entries of an earlier one. Value is true.
-// Stops at the first entry that is refused, with its code and text: what was added until then
-// stays.
+// Nothing changes when the addressees of a debt cannot be read. Stops at the first entry that is
+// refused, with its code and text: what was added until then stays.
 MethodResult addDebtEntries(UIO0201500& operation, const DebtsRequest& request, RowSet& selected);
 
 // Lets the user choose debts and adds their entries. Value is true when they were made, empty when
-// the user gave up or something was refused.
+// the user gave up or something was refused. The text of a refusal has not been shown yet.
 MethodResult Debts(UIO0201500& operation, Arguments par);
 
 // The selection alone: debit account, credit account, addressee, date. Value is the set of

@@ -29,6 +29,7 @@ struct Debt {
   std::string Number, Comment, Info, AccountD, AccountC;
   int InfluenceSign = 0;         // -1: the item lies on the debit of its account, 1: on the credit
   double SumA = 0, SumCurr = 0;  // the item's full sums
+  std::string SumCurrCode;       // of SumCurr where it is not that of the rest: in trade operations
   double LikutisLt = 0, LikutisCurr = 0;  // rests, positive on the item's own side
   std::string FCurrencyCode = std::string(kNoCurrency);
   double RateCurr = 0;  // booked

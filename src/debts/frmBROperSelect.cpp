@@ -5,6 +5,8 @@
 
 #include "debts/frmBROperSelect_ChangeRate.h"
 #include "debts/frmBROperSelect_Find.h"
+#include "debts/frmCoverSum.h"
+#include "debts/operation_lines.h"
 #include "framework/conversions.h"
 #include "framework/parameters.h"
 #include "framework/references.h"
@@ -12,51 +14,12 @@
 #include "framework/text.h"
 #include "operations/screen/account_combo.h"
 #include "operations/screen/addressee_pick.h"
+#include "platform/save_outcome.h"
 
 namespace tolvex {
 namespace {
 
 constexpr const char* kFirms = "O0000100";
-
-std::vector<ui::Column> debtColumns() {
-  constexpr auto right = ui::Align::Right;
-  return {{"Data", 10},
-          {"Informacija", 26},
-          {"Suma, Lt", 11, right},
-          {"Suma valiuta", 11, right},
-          {"Balansas, Lt", 11, right},
-          {"Balansas val.", 11, right},
-          {"Apm., Lt", 11, right},
-          {"Apm. valiuta", 11, right},
-          {"Valiuta", 6},
-          {"Kursas", 8, right},
-          {"Kurso įtaka", 10, right}};
-}
-
-std::vector<ui::Column> tradeColumns(bool offers) {
-  constexpr auto right = ui::Align::Right;
-  return {{"Data", 10},
-          {"Nr", 10},
-          {"Suma, Lt", 13, right},
-          {"Suma valiuta", 13, right},
-          {"Valiuta", 6},
-          {offers ? "Apmokėta, Lt" : "Likutis, Lt", 13, right},
-          {offers ? "Apmokėta valiuta" : "Likutis valiuta", 13, right},
-          {"Valiuta", 6},
-          {"Informacija", 30, ui::Align::Left, true},
-          {"Kursas", 9, right},
-          {"Apm., Lt", 13, right}};
-}
-
-std::string information(const Debt& debt) {
-  std::string text = debt.Number;
-  for (const std::string* part : {&debt.Comment, &debt.AddrName}) {
-    if (part->empty()) continue;
-    if (!text.empty()) text += ", ";
-    text += *part;
-  }
-  return text;
-}
 
 }  // namespace
 
@@ -76,6 +39,7 @@ frmBROperSelect::frmBROperSelect(const OperationSelectRequest& request)
   lvwBROper.menu = &menuRow;
   cmdCleanAddr.tip = "Visi adresatai";
   cmdGo.shortcut = "F5";
+  mnuFind.shortcut = "Ctrl+F";
   cmdOK.isDefault = true;
   cmdCancel.isCancel = true;
   wire();
@@ -102,41 +66,39 @@ void frmBROperSelect::wire() {
   mnuPerson.onClick = [this] { pickParty("O0001402"); };
   mnuPersonal.onClick = [this] { pickParty("O0001401"); };
   mnuFind.onClick = [this] { findByNumber(); };
-  optDebtOpers.onChange = optTradeDocOpers.onChange = [this] { enableByState(); };
+  cmbAcc.onChange = optDeb.onChange = optCred.onChange = [this] { askedChanged(); };
+  optDebtOpers.onChange = optTradeDocOpers.onChange = dtpDate.onChange =
+      chkByFirmChildrens.onChange = group_.onChange = [this] { askedChanged(); };
   cmdGo.onClick = [this] { fill(); };
-  lvwBROper.onCheck = [this] { tickChanged(); };
-  lvwBROper.onActivate = mnuSum.onClick = [this] { enterSum(); };
-  mnuRates.onClick = [this] { enterRate(); };
-  mnuAll.onClick = [this] { tickAll(true); };
-  mnuDrop.onClick = [this] { tickAll(false); };
-  menuRow.onPopup = [this] {
-    const DebtRow* row = currentRow();
-    const bool currency = row && isCurrency(row->LikutisCurrCode);
-    mnuSum.caption = currency ? row->LikutisCurrCode + " sumos įvedimas" : "Sumos įvedimas";
-    mnuRates.caption =
-        currency ? row->LikutisCurrCode + " kursų žinynas" : "Kurso įvedimas (žinynas)";
-    mnuSum.enabled = row != nullptr;
-    mnuRates.enabled = currency && !trade_;
-  };
   sum_.box.onLeave = [this] { sumChanged(); };
   cmdOK.onClick = [this] { accept(); };
   cmdCancel.onClick = [this] { close(); };
+  wireList();
+}
+
+void frmBROperSelect::wireList() {
+  lvwBROper.onCheck = [this] { tickChanged(); };
+  lvwBROper.onActivate = mnuSum.onClick = [this] { enterSum(); };
+  menuRow.onPopup = [this] { prepareMenu(); };
+  mnuExact.onClick = [this] { coverWholeCurrency(); };
+  mnuRates.onClick = [this] { enterRate(); };
+  mnuAll.onClick = [this] { tickAll(true); };
+  mnuDrop.onClick = [this] { tickAll(false); };
 }
 
 // --- opening ----------------------------------------------------------------------------------
 
 void frmBROperSelect::opened() {
-  const MethodResult accounts = operation_->Properties("AccountList", "");
+  const MethodResult accounts = read("AccountList");
   if (accounts.Code == kDone && accounts.Value.IsDictionary())
     accounts_ = *accounts.Value.AsDictionary();
   fillAccounts(cmbAcc, accounts_);
   influence_ = markedInfluenceAccounts(host());
   rates_.load(*operation_, asked_.rateDate);
+  if (asked_.money.rate > 0) rates_.setByHand(asked_.money.code, asked_.money.rate);
   optDebtOpers.choose();
-  setColumns();
   showAsked();
-  enableByState();
-  refreshTotals();
+  askedChanged();
   if (!asked_.accountFree()) fill();
   setFocus(asked_.accountFree() ? static_cast<ui::Control&>(cmbAcc) : lvwBROper);
 }
@@ -171,7 +133,13 @@ void frmBROperSelect::takeParty(std::string reference, std::string name) {
   txtAddr.tag = std::move(reference);
   txtAddr.text = std::move(name);
   cmdCleanAddr.enabled = !txtAddr.tag.empty();
+  askedChanged();
+}
+
+void frmBROperSelect::askedChanged() {
   enableByState();
+  listed_ = wanted();
+  listDebts({});
 }
 
 void frmBROperSelect::pickParty(const char* kind) {
@@ -199,7 +167,7 @@ void frmBROperSelect::findByNumber() {
     return;
   }
   rows->MoveFirst();
-  FoundParty found{std::string((*rows)["FOIDR"].Text()), std::string((*rows)["ClientName"].Text())};
+  FoundDocument found = foundDocument(*rows);
   if (rows->RecordCount() > 1) {
     frmBROperSelect_Find choice(host(), rows);
     host().screens().runModal(choice);
@@ -208,23 +176,30 @@ void frmBROperSelect::findByNumber() {
   }
   takeParty(found.reference, found.name);
   fill();
+  const auto& lines = lvwBROper.rows();
+  const auto line = std::ranges::find(lines, found.operation, &ui::Row::tag);
+  if (line != lines.end()) lvwBROper.current = static_cast<int>(line - lines.begin());
 }
 
-std::vector<std::string> frmBROperSelect::parties() {
+std::optional<std::vector<std::string>> frmBROperSelect::parties() {
   std::vector<std::string> all = {txtAddr.tag};
   if (!chkByFirmChildrens.enabled() || !chkByFirmChildrens.on()) return all;
-  HostResult read;
+  HostResult branches;
   operation_->BO()->CallBO("DO0201500_GetFirmChildrens", Parameters().text(txtAddr.tag).str(),
-                           nullptr, read);
-  if (read.Code != kDone) {
-    warn(host(), read.Text);
-  } else if (read.Data.IsRows()) {
-    ForEachRow(*read.Data.AsRows(), [&](RowSet& row) { all.emplace_back(row["OIDR"].Text()); });
+                           nullptr, branches);
+  if (branches.Code != kDone) {
+    warn(host(), branches.Text);
+    return std::nullopt;
   }
+  ForEachRow(*branches.Data.AsRows(), [&](RowSet& row) { all.emplace_back(row["OIDR"].Text()); });
   return all;
 }
 
 // --- the list -----------------------------------------------------------------------------------
+
+MethodResult frmBROperSelect::read(const char* key, std::string parameters) {
+  return told(host(), [&] { return operation_->Properties(key, std::move(parameters)); });
+}
 
 void frmBROperSelect::fill() {
   if (!accounts_.Exists(accountIn(cmbAcc))) {
@@ -235,47 +210,55 @@ void frmBROperSelect::fill() {
   if (optTradeDocOpers.on()) {
     if (!readTrade(debts)) return;
   } else {
-    for (const std::string& party : parties())
+    const auto owners = parties();
+    if (!owners) return;
+    for (const std::string& party : *owners)
       if (!readDebtsOf(party, debts)) return;
     // Branches are paid with their firm: the oldest debt first, whosever it is.
     std::stable_sort(debts.begin(), debts.end(),
                      [](const Debt& a, const Debt& b) { return a.DateD < b.DateD; });
   }
-  trade_ = optTradeDocOpers.on();
+  listDebts(std::move(debts));
+  if (!rows_.empty()) setFocus(lvwBROper);
+}
+
+void frmBROperSelect::listDebts(std::vector<Debt> debts) {
   debts_ = std::move(debts);
-  setColumns();
+  lvwBROper.columns = operationColumns(listed_);
   split();
 }
 
 bool frmBROperSelect::readDebtsOf(const std::string& party, std::vector<Debt>& debts) {
   const std::string group = group_.reference().empty() ? "0" : group_.reference();
-  const MethodResult read =
-      operation_->Properties(DebtsMethodName(party, side()),
-                             debtsParameters(accountIn(cmbAcc), asked_.date, party, side(), group));
-  if (read.Code != kDone || !read.Value.IsRows()) return false;
-  const std::vector<Debt> more = readDebts(*read.Value.AsRows());
+  const MethodResult answer =
+      read(DebtsMethodName(party, side()).c_str(),
+           debtsParameters(accountIn(cmbAcc), asked_.date, party, side(), group));
+  if (answer.Code != kDone || !answer.Value.IsRows()) return false;
+  const std::vector<Debt> more = readDebts(*answer.Value.AsRows());
   debts.insert(debts.end(), more.begin(), more.end());
   return true;
 }
 
-bool frmBROperSelect::offers() const {
+// A document that pays out covers orders, one that takes money offers.
+ListedOperations frmBROperSelect::wanted() const {
+  if (!optTradeDocOpers.on()) return ListedOperations::Debts;
   const std::string kind = operation_->OType();
-  if (kind == "O0201502" || kind == "O0201504") return true;
-  if (kind == "O0201501" || kind == "O0201503") return false;
-  return optDeb.on();
+  const bool offers = kind == "O0201502" || kind == "O0201504" ||
+                      (kind != "O0201501" && kind != "O0201503" && optDeb.on());
+  return offers ? ListedOperations::Offers : ListedOperations::Orders;
 }
 
 bool frmBROperSelect::readTrade(std::vector<Debt>& debts) {
-  const MethodResult read = operation_->Properties(offers() ? "Offer_BROpers" : "Order_BROpers",
-                                                   Parameters()
-                                                       .text("0")
-                                                       .date(dtpDate.value().value_or(asked_.date))
-                                                       .text(txtAddr.tag)
-                                                       .number(side())
-                                                       .str());
-  if (read.Code != kDone || !read.Value.IsRows()) return false;
-  debts = readTradeOperations(*read.Value.AsRows(), offers() ? TradeRest::Paid : TradeRest::Left,
-                              -side());
+  const MethodResult answer =
+      read(listed_ == ListedOperations::Offers ? "Offer_BROpers" : "Order_BROpers",
+           Parameters()
+               .text("0")
+               .date(dtpDate.value().value_or(asked_.date))
+               .text(txtAddr.tag)
+               .number(side())
+               .str());
+  if (answer.Code != kDone || !answer.Value.IsRows()) return false;
+  debts = readTradeOperations(*answer.Value.AsRows(), listed_, -side());
   for (Debt& debt : debts) {
     debt.AddrOIDR = txtAddr.tag;
     debt.AddrName = txtAddr.text;
@@ -283,22 +266,12 @@ bool frmBROperSelect::readTrade(std::vector<Debt>& debts) {
   return true;
 }
 
-double frmBROperSelect::rateOf(const std::string& code) const {
-  if (const auto given = givenRates_.find(code); given != givenRates_.end()) return given->second;
-  if (code == asked_.money.code && asked_.money.rate > 0) return asked_.money.rate;
-  return rates_.rate(code).value_or(0);
-}
-
 void frmBROperSelect::split() {
-  if (!trade_)
-    ComputeInfluence(debts_, [this](std::string_view code) { return rateOf(std::string(code)); });
+  if (listed_ == ListedOperations::Debts)
+    ComputeInfluence(debts_, [this](std::string_view code) { return rateOf(code); });
   splitSum_ = sum_.value();
   rows_ = FillDebtList(debts_, influence_, money(), splitSum_);
   showRows();
-}
-
-void frmBROperSelect::setColumns() {
-  lvwBROper.columns = trade_ ? tradeColumns(offers()) : debtColumns();
 }
 
 void frmBROperSelect::showRows() {
@@ -310,69 +283,44 @@ void frmBROperSelect::showRows() {
 }
 
 ui::Row frmBROperSelect::lineOf(std::size_t index) const {
-  const DebtRow& row = rows_[index];
-  const Debt& debt = row.debt;
-  const NumberFormat& format = numbers_;
-  const auto sum = [&](double value) { return ui::Cell(FormatSum(value, format)); };
-  const auto rate = [&](double value) {
-    return ui::Cell(value > 0 ? formatNumber(value, 4, format) : std::string(" "));
-  };
-  const auto code = [](const std::string& text, bool shown) {
-    return ui::Cell(shown ? text : " ");
-  };
-  const std::string& currency = row.LikutisCurrCode;
-  ui::Row line;
+  ui::Row line = operationLine(rows_[index], listed_, numbers_);
   line.key = std::to_string(index);
-  line.tag = debt.OIDR;
-  line.checked = row.ticked;
-  if (trade_) {
-    line.cells = {debt.DateD.Text(),
-                  debt.Number,
-                  sum(debt.SumA),
-                  sum(debt.SumCurr),
-                  code(currency, isCurrency(currency)),
-                  sum(offers() ? debt.SumA - debt.LikutisLt : row.LikutisLt),
-                  sum(offers() ? debt.SumCurr - debt.LikutisCurr : row.LikutisCurr),
-                  code(currency, isCurrency(currency)),
-                  debt.Comment,
-                  rate(debt.RateCurr),
-                  sum(row.PaymentLt)};
-    return line;
-  }
-  line.cells = {
-      debt.DateD.Text(),         information(debt),       sum(debt.SumA),
-      sum(debt.SumCurr),         sum(row.LikutisLt),      sum(row.LikutisCurr),
-      sum(row.PaymentLt),        sum(row.PaymentSumCurr), code(currency, isCurrency(currency)),
-      rate(row.PaymentCurrRate), sum(row.influence()),    information(debt)};
-  line.hint = debt.Info;
   return line;
 }
 
 void frmBROperSelect::refreshTotals() {
-  double debtLt = 0, paidLt = 0, paidCurr = 0;
+  double debtLt = 0;
+  for (const DebtRow& row : rows_) debtLt += row.LikutisLt + row.PaymentLt + row.InfluenceSum;
+  txtSkolaLt.text = formatNumber(debtLt, 2, numbers_);
+  const CoverMoney payment = money();
+  if (isCurrency(payment.code)) {
+    txtPaymentLt.text = formatNumber(roundLt(sum_.value() * payment.rate), 2, numbers_);
+    txtRate.text = formatNumber(payment.rate, 4, numbers_, false);
+  }
+  const auto left = std::ranges::find_if(rows_, leavesCurrency);
+  lblTotals.caption =
+      left == rows_.end() ? totals() : leftOverText(*left, mnuExact.caption(), numbers_);
+  cmdOK.enabled = std::ranges::any_of(rows_, &DebtRow::ticked);
+}
+
+// What is ticked, and what that leaves of the sum.
+std::string frmBROperSelect::totals() const {
+  double paidLt = 0, paidCurr = 0;
   int ticked = 0;
   for (const DebtRow& row : rows_) {
-    debtLt += row.LikutisLt + row.PaymentLt + row.InfluenceSum;
     if (!row.ticked) continue;
     ++ticked;
     paidLt += row.PaymentLt;
     paidCurr += row.CoverSumCurr;
   }
   const auto shown = [this](double sum) { return formatNumber(sum, 2, numbers_); };
-  const CoverMoney payment = money();
-  const bool currency = isCurrency(payment.code);
-  txtSkolaLt.text = shown(debtLt);
-  if (currency) {
-    txtPaymentLt.text = shown(roundLt(sum_.value() * payment.rate));
-    txtRate.text = formatNumber(payment.rate, 4, numbers_, false);
-  }
-  const std::string unit = currency ? payment.code : "Lt";
+  const bool currency = isCurrency(asked_.money.code);
+  const std::string unit = currency ? asked_.money.code : "Lt";
   std::string text =
       "Pažymėta: " + std::to_string(ticked) + "     Apmokama: " + shown(paidLt) + " Lt";
   if (currency) text += " (" + shown(paidCurr) + " " + unit + ")";
   if (sum_.value() > 0) text += "     Lieka: " + shown(leftOf(rows_, sum_.value())) + " " + unit;
-  lblTotals.caption = std::move(text);
-  cmdOK.enabled = ticked > 0;
+  return text;
 }
 
 // --- rows ---------------------------------------------------------------------------------------
@@ -428,41 +376,71 @@ void frmBROperSelect::inform(const std::string& text) {
   show(host(), box);
 }
 
+void frmBROperSelect::prepareMenu() {
+  const DebtRow* row = currentRow();
+  const bool currency = row && isCurrency(row->LikutisCurrCode);
+  mnuSum.caption = currency ? row->LikutisCurrCode + " sumos įvedimas" : "Sumos įvedimas";
+  mnuRates.caption =
+      currency ? row->LikutisCurrCode + " kursų žinynas" : "Kurso įvedimas (žinynas)";
+  mnuSum.enabled = row != nullptr;
+  mnuExact.enabled = row && leavesCurrency(*row);
+  mnuRates.enabled = currency && listed_ == ListedOperations::Debts;
+}
+
 // How much of the payment goes to one row, whatever the others took of it.
 void frmBROperSelect::enterSum() {
   DebtRow* row = currentRow();
   if (!row) return;
-  const bool currency = isCurrency(asked_.money.code);
-  const double now = currency ? row->CoverSumCurr : row->PaymentLt;
-  const std::string unit = currency ? asked_.money.code : "Lt";
-  const auto typed =
-      host().dialogs().input("Apmokama suma, " + unit, "Sumos įvedimas",
-                             now > 0 ? formatNumber(now, 2, numbers_, false) : std::string());
-  double sum = 0;
-  if (!typed || !evaluateSum(*typed, sum)) return;
-  sum = roundHalfEven(sum, 2);
-  ReleaseCover(*row);
-  std::string refusal;
-  if (sum_.value() > 0 && sum > leftOf(rows_, sum_.value())) {
-    refusal = "Suma didesnė už likusią mokėjimo sumą!";
-  } else if (sum > 0) {
-    std::set<std::string> told;
-    const DebtCheck check = CheckDebtRow(*row, told);
-    refusal =
-        check.code == DebtCheck::Good ? ApplyCover(*row, money(), sum).message : check.message;
+  std::set<std::string> told;
+  const DebtCheck check = CheckDebtRow(*row, told);
+  if (check.code != DebtCheck::Good) return inform(check.message);
+  enterSumOf(*row);
+}
+
+// Litas are split as the debts cover does it; of a payment in a currency its own sum is asked.
+void frmBROperSelect::enterSumOf(DebtRow& row) {
+  double sum = 0, sumCurr = 0;
+  if (isCurrency(asked_.money.code)) {
+    const auto typed = host().dialogs().input(
+        "Apmokama suma, " + asked_.money.code, "Sumos įvedimas",
+        row.ticked ? formatNumber(row.CoverSumCurr, 2, numbers_, false) : std::string());
+    if (!typed || !evaluateSum(*typed, sum)) return;
+  } else {
+    frmCoverSum dialog(host(), row);
+    host().screens().runModal(dialog);
+    if (!dialog.accepted) return;
+    sum = dialog.lt();
+    sumCurr = dialog.curr();
   }
+  const std::string refusal = coverBy(row, roundHalfEven(sum, 2), sumCurr);
   rowChanged();
   inform(refusal);
 }
 
+// Why the row was left unticked, or "".
+std::string frmBROperSelect::coverBy(DebtRow& row, double sum, double sumCurr) {
+  ReleaseCover(row);
+  if (sum <= 0) return {};
+  if (sum_.value() > 0 && sum > leftOf(rows_, sum_.value()))
+    return "Suma didesnė už likusią mokėjimo sumą!";
+  return ApplyCover(row, money(), sum, sumCurr).message;
+}
+
+void frmBROperSelect::coverWholeCurrency() {
+  DebtRow* row = currentRow();
+  if (!row) return;
+  inform(coverExactly(*row, money()).message);
+  rowChanged();
+}
+
 void frmBROperSelect::enterRate() {
   const DebtRow* row = currentRow();
-  if (!row || trade_ || !isCurrency(row->LikutisCurrCode)) return;
+  if (!row || listed_ != ListedOperations::Debts || !isCurrency(row->LikutisCurrCode)) return;
   const std::string code = row->LikutisCurrCode;
   frmBROperSelect_ChangeRate dialog(host(), operation_, code, asked_.rateDate, rateOf(code));
   host().screens().runModal(dialog);
   if (!dialog.chosen() || *dialog.chosen() == rateOf(code)) return;
-  givenRates_[code] = *dialog.chosen();
+  rates_.setByHand(code, *dialog.chosen());
   const int current = lvwBROper.current;
   split();
   lvwBROper.current = current;

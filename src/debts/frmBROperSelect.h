@@ -6,8 +6,8 @@
 // other currencies at those of the rate date, unless the user gives a rate.
 #pragma once
 
-#include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -59,13 +59,15 @@ class frmBROperSelect final : public ui::Form {
   ui::MenuItem mnuFind{this, "mnuFind", "Dokumento paieška"};
   ui::Menu menuAddr{{&mnuFirm, &mnuPerson, &mnuPersonal, nullptr, &mnuFind}, {}};
   ui::MenuItem mnuSum{this, "mnuSum", "Sumos įvedimas"};
+  ui::MenuItem mnuExact{this, "mnuExact", "Padengti visą valiutos likutį"};
   ui::MenuItem mnuRates{this, "mnuRates", "Kurso įvedimas (žinynas)"};
   ui::MenuItem mnuAll{this, "mnuAll", "Parinkti viską"};
   ui::MenuItem mnuDrop{this, "mnuDrop", "Atšaukti"};
-  ui::Menu menuRow{{&mnuSum, &mnuRates, nullptr, &mnuAll, &mnuDrop}, {}};
+  ui::Menu menuRow{{&mnuSum, &mnuExact, &mnuRates, nullptr, &mnuAll, &mnuDrop}, {}};
 
  private:
   void wire();
+  void wireList();
   void showAsked();
   void enableByState();
 
@@ -74,19 +76,23 @@ class frmBROperSelect final : public ui::Form {
   void takeParty(std::string reference, std::string name);
   void findByNumber();
   int side() const { return optDeb.on() ? 1 : -1; }  // on which the debts lie
-  std::vector<std::string> parties();                // with the branches of a firm
+  // With the branches of a firm; nothing when these could not be read, which was told.
+  std::optional<std::vector<std::string>> parties();
+  void askedChanged();  // the list is no answer to it any more
+  ListedOperations wanted() const;
 
   // The list.
   void fill();
   bool readDebtsOf(const std::string& party, std::vector<Debt>& debts);
   bool readTrade(std::vector<Debt>& debts);
-  bool offers() const;  // trade operations that tell what is paid
-  void split();         // the sum over the debts, anew
-  void setColumns();
+  void listDebts(std::vector<Debt> debts);
+  void split();  // the sum over the debts, anew
   void showRows();
   ui::Row lineOf(std::size_t index) const;
   void refreshTotals();
-  double rateOf(const std::string& code) const;
+  std::string totals() const;
+  MethodResult read(const char* key, std::string parameters = "");
+  double rateOf(std::string_view code) const { return rates_.rate(code).value_or(0); }
   CoverMoney money() const { return {asked_.money.code, rateOf(asked_.money.code)}; }
 
   // Rows.
@@ -94,7 +100,11 @@ class frmBROperSelect final : public ui::Form {
   void rowChanged();
   void tickChanged();
   void tickAll(bool on);
+  void prepareMenu();
   void enterSum();
+  void enterSumOf(DebtRow& row);
+  std::string coverBy(DebtRow& row, double sum, double sumCurr);
+  void coverWholeCurrency();
   void enterRate();
   void sumChanged();
   void accept();
@@ -106,8 +116,7 @@ class frmBROperSelect final : public ui::Form {
   ParamDictionary accounts_;
   InfluenceAccounts influence_;
   RateBook rates_;
-  std::map<std::string, double> givenRates_;  // by the user
-  bool trade_ = false;                        // what the list shows now
+  ListedOperations listed_ = ListedOperations::Debts;  // what the list shows now
   std::vector<Debt> debts_;
   std::vector<DebtRow> rows_;
   GroupBox group_{txtOperGroup, cmdOperGroup, &cmdCleanGroup, "O0201400", false};

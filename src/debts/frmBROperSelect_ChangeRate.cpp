@@ -3,6 +3,7 @@
 #include "framework/parameters.h"
 #include "framework/recordset.h"
 #include "operations/entry_rules.h"
+#include "platform/save_outcome.h"
 
 namespace tolvex {
 
@@ -19,7 +20,6 @@ frmBROperSelect_ChangeRate::frmBROperSelect_ChangeRate(HostContext& host,
   dtpDate.value = day;
   if (rateLtPerUnit > 0) rate_.show(rateLtPerUnit);
   dtpDate.onChange = [this] { ChangeCurrencyDate(); };
-  txtRate.onLeave = [this] { rate_.normalise(); };
   cmdOK.onClick = [this] { accept(); };
   cmdCancel.onClick = [this] { close(); };
 }
@@ -38,7 +38,8 @@ void frmBROperSelect_ChangeRate::opened() {
 
 void frmBROperSelect_ChangeRate::ChangeCurrencyDate() {
   if (!dtpDate.value()) return;
-  const MethodResult read = operation_->Properties("CurrencyList", dtpDate.value()->Text());
+  const MethodResult read =
+      told(host(), [&] { return operation_->Properties("CurrencyList", dtpDate.value()->Text()); });
   if (read.Code != kDone || !read.Value.IsRows()) return;
   const RowSetPtr rows = read.Value.AsRows()->Clone();
   rows->SetFilter("Code = " + quoted(code_));

@@ -4,6 +4,11 @@
 
 namespace tolvex {
 
+FoundDocument foundDocument(RowSet& found) {
+  const auto text = [&](const char* column) { return std::string(found[column].Text()); };
+  return {text("OIDR"), text("FOIDR"), text("ClientName")};
+}
+
 frmBROperSelect_Find::frmBROperSelect_Find(HostContext& host, RowSetPtr found)
     : Form(host, "frmBROperSelect_Find"), found_(std::move(found)) {
   setTitle("Pasirinkite įmonę");
@@ -22,11 +27,12 @@ lvwFound>
 
 void frmBROperSelect_Find::opened() {
   std::vector<ui::Row> rows;
+  documents_.clear();
   ForEachRow(*found_, [&](RowSet& row) {
+    documents_.push_back(foundDocument(row));
     ui::Row& line = rows.emplace_back();
     line.key = std::to_string(rows.size());
-    line.tag = row["FOIDR"].Text();
-    line.cells = {std::string(row["ClientName"].Text()), row["DateD"].Value().Show(),
+    line.cells = {documents_.back().name, row["DateD"].Value().Show(),
                   std::string(row["Number"].Text()),
                   FormatSum(row["SumA"].Number(), host().numbers())};
   });
@@ -36,9 +42,9 @@ void frmBROperSelect_Find::opened() {
 }
 
 void frmBROperSelect_Find::choose() {
-  const ui::Row* row = lvwFound.currentRow();
-  if (!row) return;
-  chosen_ = FoundParty{row->tag, row->cells[0].text};
+  const int row = lvwFound.current;
+  if (row < 0) return;
+  chosen_ = documents_[static_cast<std::size_t>(row)];
   close();
 }
 

@@ -3,16 +3,18 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "framework/recordset.h"
 #include "platform/host.h"
 
 namespace tolvex {
 
-// Whom a document that was found by its number is with.
-struct FoundParty {
-  std::string reference, name;
+// A document that was found by its number: the operation, and whom it is with.
+struct FoundDocument {
+  std::string operation, reference, name;
 };
+FoundDocument foundDocument(RowSet& found);  // of the current row
 
 class frmBROperSelect_Find final : public ui::Form {
  public:
@@ -22,7 +24,7 @@ class frmBROperSelect_Find final : public ui::Form {
   const char* picture() const override;
   void opened() override;
 
-  const std::optional<FoundParty>& chosen() const { return chosen_; }
+  const std::optional<FoundDocument>& chosen() const { return chosen_; }
 
   ui::ListView lvwFound{this,
                         "lvwFound",
@@ -37,7 +39,8 @@ class frmBROperSelect_Find final : public ui::Form {
   void choose();
 
   RowSetPtr found_;
-  std::optional<FoundParty> chosen_;
+  std::vector<FoundDocument> documents_;  // one a line
+  std::optional<FoundDocument> chosen_;
 };
 
 }  // namespace tolvex

@@ -72,7 +72,7 @@ SelectionAsked readSelectParameters(RowSet& parameters, DateTime today) {
   return asked;
 }
 
-std::vector<Debt> readTradeOperations(RowSet& rows, TradeRest rest, int sign) {
+std::vector<Debt> readTradeOperations(RowSet& rows, ListedOperations listed, int sign) {
   std::vector<Debt> debts;
   ForEachRow(rows, [&](RowSet& row) {
     Debt debt;
@@ -86,10 +86,11 @@ std::vector<Debt> readTradeOperations(RowSet& rows, TradeRest rest, int sign) {
     debt.SumCurr = row["SumCurr"].Number();
     debt.LikutisLt = row["SumRest"].Number();
     debt.LikutisCurr = row["SumRestCurr"].Number();
-    if (rest == TradeRest::Paid) {
+    if (listed == ListedOperations::Offers) {
       debt.LikutisLt = roundHalfEven(debt.SumA - debt.LikutisLt, 2);
       debt.LikutisCurr = roundHalfEven(debt.SumCurr - debt.LikutisCurr, 2);
     }
+    if (isCurrency(row["CurrCode"].Text())) debt.SumCurrCode = row["CurrCode"].Text();
     if (isCurrency(row["RestCurrCode"].Text())) debt.FCurrencyCode = row["RestCurrCode"].Text();
     debt.RateCurr = debt.CurrentRate = row["CurrRate"].Number();
     debts.push_back(std::move(debt));

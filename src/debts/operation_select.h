@@ -70,10 +70,12 @@ struct SelectionAsked {
 };
 SelectionAsked readSelectParameters(RowSet& parameters, DateTime today);
 
-// Orders and offers of the trade, as debts: what is left to pay of each. Sales tell what is paid
-// instead of the rest. `sign` is that of the side they are paid from.
-enum class TradeRest { Left, Paid };
-std::vector<Debt> readTradeOperations(RowSet& rows, TradeRest rest, int sign);
+// What there is to choose from: debts, or operations of the trade. Orders tell what is left of
+// them, offers what is paid.
+enum class ListedOperations { Debts, Orders, Offers };
+// The trade's answer as debts: what is left to pay of each. `sign` is that of the side they are
+// paid from.
+std::vector<Debt> readTradeOperations(RowSet& rows, ListedOperations listed, int sign);
 
 // What the ticked rows leave of the sum, in the money of the payment.
 double leftOf(const std::vector<DebtRow>& rows, double sum);

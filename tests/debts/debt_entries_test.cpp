@@ -288,11 +288,27 @@ TEST_F(DebtEntries, PointersTakeOneAddresseeOfAKind) {
                              " -1 O00001003 -1 O00014017"});
   EXPECT_EQ(host.store().calls.back().parameters, "'O02015005','443','O00001003',-1");
 
-  (void)call("DeleteBR", {""});
+  serveAddressees({});
+  EXPECT_EQ(put(expense(), {{}}).Code, kDone);
+  EXPECT_EQ(entries(), Texts{"443-2711 100; 1 O02015005"}) << "a debt of nobody";
+}
+
+TEST_F(DebtEntries, NothingChangesWhenAddresseesCannotBeRead) {
+  (void)add("443", "2711", 4);
+  const auto expectNothing = [&] {
+    const MethodResult result = put(expense(), {{.OIDR = ""}, {}});
+    EXPECT_NE(result.Code, kDone);
+    EXPECT_EQ(result.Text, "Nepavyko perskaityti skolos adresatų !");
+    EXPECT_TRUE(result.Value.IsEmpty());
+    EXPECT_EQ(column(BR(), "SumA"), "4");
+  };
   host.store().failNext(1299, "Duomenų bazės klaida!");
-  EXPECT_TRUE(put(expense(), {{}}).Value == Variant(true)) << "the pointer alone will do";
-  EXPECT_EQ(entries(), Texts{"443-2711 100; 1 O02015005"});
+  expectNothing();
   EXPECT_EQ(texts(), Texts{"Duomenų bazės klaida!"});
+  host.store().serve("GetBRPropertiesByAcc", [](const std::string&) -> HostResult {
+    throw std::runtime_error("ryšys nutrūko");
+  });
+  expectNothing();
 }
 
 TEST_F(DebtEntries, AnEarlierSelectionGoesFirst) {
@@ -329,7 +345,12 @@ TEST_F(DebtEntries, StopsAtTheFirstRefusal) {
                                      .PaymentCurrCode = "XAU",
                                      .PaymentCurrRate = 1000}});
   tiny->MoveFirst();
-  EXPECT_THROW((void)debtPayment(*tiny), RowSetError);
+  try {
+    (void)debtPayment(*tiny);
+    ADD_FAILURE() << "a sum that is none";
+  } catch (const RowSetError& error) {
+    EXPECT_STREQ(error.what(), "Mokama suma nesiekia XAU cento!");
+  }
 }
 
 // Stands in for the screen: notes the parameters and answers with a selection.
@@ -398,7 +419,9 @@ TEST_F(DebtsCall, AnswersOnlyWhenEntriesWereMade) {
   const MethodResult chosen = call("BROperSelect", {"", "443", "", "2003.02.09"});
   EXPECT_EQ(chosen.Value.AsRows(), answer);
   host.store().failNext(1299, "Duomenų bazės klaida!");
-  EXPECT_EQ(call("Debts", par).Code, 1299);
+  const MethodResult failed = call("Debts", par);
+  EXPECT_EQ(failed.Code, 1299);
+  EXPECT_EQ(failed.Text, "") << "told already";
   EXPECT_EQ(texts(), Texts{"Duomenų bazės klaida!"});
 }
 

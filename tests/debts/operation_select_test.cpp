@@ -174,14 +174,14 @@ TEST(TradeOperations, ArePaidLikeDebts) {
   const RowSetPtr rows = rowsOf(std::string(columns) +
                                 "O10001001|~|U-1|Užsakymas|100|~|~|30|~|~|~\n"
                                 "O10001002|~|U-2||270|100|USD|81|30|USD|2.7");
-  const auto rests = [&](TradeRest rest) {
+  const auto rests = [&](ListedOperations listed) {
     std::string text;
-    for (const Debt& d : readTradeOperations(*rows, rest, 1))
+    for (const Debt& d : readTradeOperations(*rows, listed, 1))
       text += plainNumber(d.LikutisLt) + " " + plainNumber(d.LikutisCurr) + d.FCurrencyCode + "; ";
     return text;
   };
-  EXPECT_EQ(rests(TradeRest::Left), "30 0   ; 81 30USD; ");
-  EXPECT_EQ(rests(TradeRest::Paid), "70 0   ; 189 70USD; ");
+  EXPECT_EQ(rests(ListedOperations::Orders), "30 0   ; 81 30USD; ");
+  EXPECT_EQ(rests(ListedOperations::Offers), "70 0   ; 189 70USD; ");
 }
 
 // --- the screen ---------------------------------------------------------------------------------
@@ -302,21 +302,69 @@ TEST_F(SelectionScreen, ATypedSumIsSplitAnew) {
 TEST_F(SelectionScreen, ASumForOneRow) {
   auto form = select(kPaysLitas);
   ui::Input user(*form);
+  const auto enter = [&](int row, const char* box, const char* sum) {
+    host.screens().users.push_back([box, sum](ui::Form& shown) {
+      ui::Input act(shown);
+      DO(act.enter(*shown.find<ui::TextBox>(box), sum));
+      DO(act.click(*shown.find<ui::Button>("cmdOK")));
+    });
+    DO(user.activate(form->lvwBROper, row));
+  };
+  enter(0, "txtSumLt", "100,50");
+  EXPECT_EQ(ticked(*form), (Texts{"100,50/ ", "19,99/7,27"}));
+  enter(1, "txtSumCurr", "60");
+  EXPECT_EQ(ticked(*form), (Texts{"100,50/ ", "165,00/60,00"})) << "in the debt's own currency";
+  enter(0, "txtSumLt", "600");
+  EXPECT_EQ(told(), Texts{"Suma didesnė už likusią mokėjimo sumą!"});
+  EXPECT_EQ(ticked(*form), Texts{"165,00/60,00"});
+  DO(user.activate(form->lvwBROper, 2));
+  EXPECT_EQ(told(), Texts{"Nenurodytas NOK kursas!"});
+}
+
+TEST_F(SelectionScreen, OfACurrencyPaymentItsOwnSumIsAsked) {
+  auto form = select(kPaysDollars);
+  ui::Input user(*form);
   const auto enter = [&](int row, const char* sum) {
     host.dialogs().inputs.push_back(sum);
     DO(user.activate(form->lvwBROper, row));
   };
-  enter(0, "100,50");
+  enter(0, "20");
   EXPECT_EQ(host.dialogs().inputsShown.back(),
-            (Texts{"Apmokama suma, Lt", "Sumos įvedimas", "680,00"}));
-  EXPECT_EQ(ticked(*form), (Texts{"100,50/ ", "19,99/7,27"}));
-  enter(0, "700");
+            (Texts{"Apmokama suma, USD", "Sumos įvedimas", "50,00"}));
+  EXPECT_EQ(ticked(*form), Texts{"56,00/ "});
+  enter(1, "31");
   EXPECT_EQ(told(), Texts{"Suma didesnė už likusią mokėjimo sumą!"});
-  EXPECT_EQ(ticked(*form), Texts{"19,99/7,27"});
-  enter(1, "0");
-  EXPECT_EQ(ticked(*form), Texts{});
-  enter(2, "5");
-  EXPECT_EQ(told(), Texts{"Nenurodytas NOK kursas!"});
+  enter(1, "20+10");
+  EXPECT_EQ(ticked(*form), (Texts{"56,00/ ", "84,00/30,00"}));
+  enter(0, "0");
+  EXPECT_EQ(ticked(*form), Texts{"84,00/30,00"});
+}
+
+// 11,40 at 0,03 are 34 cents, and 34 cents are 11,33: seven hundredths would stay for ever.
+TEST_F(SelectionScreen, WhatLitasCannotCoverIsOfferedInItsOwnCurrency) {
+  serveDebts(
+      "OIDR|FOIDR|DateD:date|Number|Comment|Info|AccountD|AccountC|InfluenceSign:int|SumA:double|"
+      "SumCurr:double|LikutisLt:double|LikutisCurr:double|FCurrencyCode|RateCurr:double|AddrOIDR|"
+      "AddrName\n"
+      "O02015007|O02015007|~|S-3|||240|443|1|0.34|11.4|0.34|11.4|NOK|0.03|O00001003|UAB Beržas");
+  host.store().serve("GetCurrencyList", rowsOf("Code|Rate:double|BaseCurrency:int\nNOK|0.03|0"));
+  auto form = select(kPaysAny);
+  ui::Input user(*form);
+  form->menuRow.onPopup();
+  EXPECT_FALSE(form->mnuExact.enabled);
+  DO(user.check(form->lvwBROper, 0, true));
+  EXPECT_EQ(ticked(*form), Texts{"0,34/11,33"});
+  EXPECT_EQ(form->lvwBROper.rows()[0].mark, ui::Mark::Bad);
+  EXPECT_EQ(form->lblTotals.caption(),
+            "Litais nepadengta 0,07 NOK (S-3): eilutės meniu „Padengti visą valiutos likutį“");
+  form->menuRow.onPopup();
+  DO(user.pick(form->mnuExact));
+  EXPECT_EQ(ticked(*form), Texts{"0,34/11,40"});
+  EXPECT_EQ(form->lvwBROper.rows()[0].mark, ui::Mark::None);
+  EXPECT_EQ(form->lblTotals.caption(), "Pažymėta: 1     Apmokama: 0,34 Lt");
+  DO(user.click(form->cmdOK));
+  EXPECT_EQ((*answer)["DebtSumCurr"].Number(), 11.4);
+  EXPECT_EQ((*answer)["ExtSum"].Number(), 0);
 }
 
 TEST_F(SelectionScreen, APaymentInACurrencyCountsAtItsOwnRate) {
@@ -407,6 +455,14 @@ TEST_F(SelectionScreen, AFreeAccountAndOtherParties) {
   host.store().failNext(1299, "Duomenų bazės klaida!");
   DO(user.click(form->cmdGo));
   EXPECT_EQ(told(), Texts{"Duomenų bazės klaida!"});
+  EXPECT_EQ(form->lvwBROper.rows().size(), 9U) << "it is still the answer to what is asked";
+  host.store().serve("GetDebtsByDebit", [](const std::string&) -> HostResult {
+    throw std::runtime_error("ryšys nutrūko");
+  });
+  DO(user.check(form->chkByFirmChildrens, false));
+  EXPECT_EQ(form->lvwBROper.rows().size(), 0U) << "of another question";
+  DO(user.click(form->cmdGo));
+  EXPECT_EQ(told(), Texts{"Klaida!\r\nryšys nutrūko"});
 }
 
 TEST_F(SelectionScreen, FindsThePartyByADocument) {
@@ -416,6 +472,7 @@ TEST_F(SelectionScreen, FindsThePartyByADocument) {
       rows->AddNew();
       (*rows)["ClientName"] = name;
       (*rows)["FOIDR"] = reference;
+      (*rows)["OIDR"] = "O02015006";
       (*rows)["Number"] = "S-1";
       (*rows)["SumA"] = 680.0;
     }
@@ -434,6 +491,7 @@ TEST_F(SelectionScreen, FindsThePartyByADocument) {
             (Texts{"Dokumento numeris:", "Dokumento paieška", ""}));
   EXPECT_EQ(asked(routine), "'S-1',-1; ");
   EXPECT_EQ(form->txtAddr.text() + " " + form->txtAddr.tag, "UAB Klevas O00001004");
+  EXPECT_EQ(form->lvwBROper.current(), 1) << "the document itself";
   host.store().serve(routine, found({{"UAB Klevas", "O00001004"}, {"UAB Uosis", "O00001008"}}));
   host.screens().users.push_back([](ui::Form& shown) {
     auto& choice = dynamic_cast<frmBROperSelect_Find&>(shown);

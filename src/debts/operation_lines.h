@@ -1,0 +1,21 @@
+// The lines of the selection of operations, as its list shows them: debts with what a payment takes
+// of each, or the orders and offers of the trade.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "debts/operation_select.h"
+#include "platform/controls.h"
+#include "platform/numbers.h"
+
+namespace tolvex {
+
+std::vector<ui::Column> operationColumns(ListedOperations listed);
+// A row whose currency litas cannot cover is marked, its hint says what is left.
+ui::Row operationLine(const DebtRow& row, ListedOperations listed, const NumberFormat& format);
+// How a screen tells of such a row: what is left of which debt, and the command that covers it.
+std::string leftOverText(const DebtRow& row, const std::string& command,
+                         const NumberFormat& format);
+
+}  // namespace tolvex
