@@ -79,9 +79,9 @@ Turnovers turnoversOf(Database& db, const char* sql, const Successors& successor
   return all;
 }
 
-// What one of its accounts is matched with documents for, a counterpart is as well: for good when one
-// of them is, else as long as a group asks. Answers the accounts, by their successors, whose open
-// items are to be made anew.
+// What one of its accounts is matched with documents for, a counterpart is as well: for good when
+// one of them is, else as long as a group asks. Answers the accounts, by their successors, whose
+// open items are to be made anew.
 std::set<int> moveTracking(Database& db, const Successors& successors) {
   run(db,
       "UPDATE account SET track_items = (SELECT MIN(a.track_items) FROM account a"

@@ -1,6 +1,7 @@
 #include "currency/frmCurrencyExchange.h"
 
 #include "framework/references.h"
+#include "framework/told.h"
 #include "operations/UIO0201500.h"
 #include "operations/entries.h"
 #include "operations/screen/account_combo.h"
@@ -54,14 +55,11 @@ void frmCurrencyExchange::opened() {
   datesOperation_ = (kind.empty() ? operation_->OType() : kind) == kOperationKind;
   const Variant date = header()["DateD"].Value();
   dtpDate.value = date.IsDate() ? date.AsDate() : host().clock().today();
-  const auto read = [this](const char* key) {
-    return told(host(), [&] { return operation_->Properties(key, ""); });
-  };
-  const MethodResult banks = read("MyFirmAccounts");
-  if (banks.Code == kDone && banks.Value.IsRows()) books_.bankAccounts = banks.Value.AsRows();
+  books_.bankAccounts = toldRows(operation_->Properties("MyFirmAccounts", ""));
   const InfluenceAccounts influence = readInfluenceAccounts(host());
-  const MethodResult accounts = read("AccountList");
-  if (accounts.Value.IsDictionary()) books_.accounts = *accounts.Value.AsDictionary();
+  if (const DictionaryPtr accounts = toldDictionary(operation_->Properties("AccountList", ""))) {
+    books_.accounts = *accounts;
+  }
   fillAccounts(cmbAcc536, books_.accounts);
   fillAccounts(cmbAcc636, books_.accounts);
   showAccount(cmbAcc536, influence.gain);

@@ -14,7 +14,6 @@
 #include "operations/screen/pointers.h"
 #include "operations/screen/preset_accounts.h"
 #include "operations/screen/rate_book.h"
-#include "platform/save_outcome.h"
 
 namespace tolvex {
 namespace {
@@ -177,14 +176,6 @@ MethodResult withoutValue(MethodResult failure) {
   return failure;
 }
 
-// An empty set of the selection's parameters, or a failure without the text, as that was told.
-MethodResult selectParameters(UIO0201500& operation) {
-  MethodResult read =
-      told(hostContext(), [&] { return operation.Properties("SelectParameters", ""); });
-  if (read.Code == kDone) return read;
-  return {read.Code, {}, {}};
-}
-
 void writeParameters(RowSet& row, UIO0201500& operation, const DebtsRequest& request) {
   row["OIDR"] = operation.OIDR();
   row["FOIDR"] = request.clientReference;
@@ -265,8 +256,8 @@ MethodResult addDebtEntries(UIO0201500& operation, const DebtsRequest& request, 
 
 MethodResult Debts(UIO0201500& operation, Arguments par) {
   const DebtsRequest request = DebtsRequest::from(par);
-  const MethodResult read = selectParameters(operation);
-  if (read.Code != kDone) return read;
+  MethodResult read = operation.Properties("SelectParameters", "");
+  if (read.Code != kDone) return withoutValue(std::move(read));
   const RowSetPtr parameters = read.Value.AsRows();
   parameters->AddNew();
   writeParameters(*parameters, operation, request);
@@ -277,8 +268,8 @@ MethodResult Debts(UIO0201500& operation, Arguments par) {
 }
 
 MethodResult BROperSelect(UIO0201500& operation, Arguments par) {
-  const MethodResult read = selectParameters(operation);
-  if (read.Code != kDone) return read;
+  MethodResult read = operation.Properties("SelectParameters", "");
+  if (read.Code != kDone) return withoutValue(std::move(read));
   const RowSetPtr parameters = read.Value.AsRows();
   RowSet& row = *parameters;
   row.AddNew();

@@ -12,6 +12,7 @@
 #include "framework/references.h"
 #include "framework/rounding.h"
 #include "framework/text.h"
+#include "framework/told.h"
 #include "operations/screen/account_combo.h"
 #include "operations/screen/addressee_pick.h"
 #include "platform/save_outcome.h"
@@ -89,9 +90,9 @@ void frmBROperSelect::wireList() {
 // --- opening ----------------------------------------------------------------------------------
 
 void frmBROperSelect::opened() {
-  const MethodResult accounts = read("AccountList");
-  if (accounts.Code == kDone && accounts.Value.IsDictionary())
-    accounts_ = *accounts.Value.AsDictionary();
+  if (const DictionaryPtr accounts = toldDictionary(operation_->Properties("AccountList", ""))) {
+    accounts_ = *accounts;
+  }
   fillAccounts(cmbAcc, accounts_);
   influence_ = markedInfluenceAccounts(host());
   rates_.load(*operation_, asked_.rateDate);
@@ -197,10 +198,6 @@ std::optional<std::vector<std::string>> frmBROperSelect::parties() {
 
 // --- the list -----------------------------------------------------------------------------------
 
-MethodResult frmBROperSelect::read(const char* key, std::string parameters) {
-  return told(host(), [&] { return operation_->Properties(key, std::move(parameters)); });
-}
-
 void frmBROperSelect::fill() {
   if (!accounts_.Exists(accountIn(cmbAcc))) {
     warn(host(), "Neužduota sąskaita !");
@@ -230,11 +227,11 @@ void frmBROperSelect::listDebts(std::vector<Debt> debts) {
 
 bool frmBROperSelect::readDebtsOf(const std::string& party, std::vector<Debt>& debts) {
   const std::string group = group_.reference().empty() ? "0" : group_.reference();
-  const MethodResult answer =
-      read(DebtsMethodName(party, side()).c_str(),
-           debtsParameters(accountIn(cmbAcc), asked_.date, party, side(), group));
-  if (answer.Code != kDone || !answer.Value.IsRows()) return false;
-  const std::vector<Debt> more = readDebts(*answer.Value.AsRows());
+  const RowSetPtr rows = toldRows(operation_->Properties(
+      DebtsMethodName(party, side()),
+      debtsParameters(accountIn(cmbAcc), asked_.date, party, side(), group)));
+  if (!rows) return false;
+  const std::vector<Debt> more = readDebts(*rows);
   debts.insert(debts.end(), more.begin(), more.end());
   return true;
 }
@@ -249,16 +246,16 @@ ListedOperations frmBROperSelect::wanted() const {
 }
 
 bool frmBROperSelect::readTrade(std::vector<Debt>& debts) {
-  const MethodResult answer =
-      read(listed_ == ListedOperations::Offers ? "Offer_BROpers" : "Order_BROpers",
-           Parameters()
-               .text("0")
-               .date(dtpDate.value().value_or(asked_.date))
-               .text(txtAddr.tag)
-               .number(side())
-               .str());
-  if (answer.Code != kDone || !answer.Value.IsRows()) return false;
-  debts = readTradeOperations(*answer.Value.AsRows(), listed_, -side());
+  const RowSetPtr rows = toldRows(operation_->Properties(
+      listed_ == ListedOperations::Offers ? "Offer_BROpers" : "Order_BROpers",
+      Parameters()
+          .text("0")
+          .date(dtpDate.value().value_or(asked_.date))
+          .text(txtAddr.tag)
+          .number(side())
+          .str()));
+  if (!rows) return false;
+  debts = readTradeOperations(*rows, listed_, -side());
   for (Debt& debt : debts) {
     debt.AddrOIDR = txtAddr.tag;
     debt.AddrName = txtAddr.text;
@@ -406,7 +403,7 @@ void frmBROperSelect::enterSumOf(DebtRow& row) {
         row.ticked ? formatNumber(row.CoverSumCurr, 2, numbers_, false) : std::string());
     if (!typed || !evaluateSum(*typed, sum)) return;
   } else {
-    frmCoverSum dialog(host(), row);
+    frmCoverSum dialog(host(), row, money());
     host().screens().runModal(dialog);
     if (!dialog.accepted) return;
     sum = dialog.lt();

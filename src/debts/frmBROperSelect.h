@@ -91,7 +91,6 @@ class frmBROperSelect final : public ui::Form {
   ui::Row lineOf(std::size_t index) const;
   void refreshTotals();
   std::string totals() const;
-  MethodResult read(const char* key, std::string parameters = "");
   double rateOf(std::string_view code) const { return rates_.rate(code).value_or(0); }
   CoverMoney money() const { return {asked_.money.code, rateOf(asked_.money.code)}; }
 

@@ -2,6 +2,7 @@
 
 #include "framework/parameters.h"
 #include "framework/recordset.h"
+#include "framework/told.h"
 #include "operations/entry_rules.h"
 #include "platform/save_outcome.h"
 
@@ -38,10 +39,9 @@ void frmBROperSelect_ChangeRate::opened() {
 
 void frmBROperSelect_ChangeRate::ChangeCurrencyDate() {
   if (!dtpDate.value()) return;
-  const MethodResult read =
-      told(host(), [&] { return operation_->Properties("CurrencyList", dtpDate.value()->Text()); });
-  if (read.Code != kDone || !read.Value.IsRows()) return;
-  const RowSetPtr rows = read.Value.AsRows()->Clone();
+  const RowSetPtr read = toldRows(operation_->Properties("CurrencyList", dtpDate.value()->Text()));
+  if (!read) return;
+  const RowSetPtr rows = read->Clone();
   rows->SetFilter("Code = " + quoted(code_));
   rate_.clear();
   if (rows->RecordCount() == 0 || (*rows)["Rate"].Number() <= 0) return;
