@@ -1,22 +1,14 @@
 #include "operations/frmBROper.h"
 
-#include <algorithm>
-#include <array>
-
-#include "framework/conversions.h"
 #include "framework/references.h"
 #include "framework/text.h"
 #include "operations/BRLog.h"
-#include "operations/UIO0201400.h"
-#include "operations/autonumber.h"
-#include "operations/comment_list.h"
 #include "operations/copy_operation.h"
 #include "operations/document_form.h"
 #include "operations/entry_editor.h"
 #include "operations/frmBRCopyByMonthes.h"
 #include "operations/operation_log.h"
 #include "operations/screen/balance_list.h"
-#include "operations/screen/document_date.h"
 #include "operations/screen/operation_rows.h"
 #include "operations/screen/related_list.h"
 #include "operations/spread_entry.h"
@@ -24,11 +16,6 @@
 #include "platform/save_outcome.h"
 
 namespace tolvex {
-namespace {
-
-constexpr std::size_t kCommentLength = 1000;
-
-}  // namespace
 
 frmBROper::frmBROper(const ObjectFormRequest& request, const FormRegistry& forms)
     : Form(request.host, "frmBROper"),
@@ -37,13 +24,8 @@ frmBROper::frmBROper(const ObjectFormRequest& request, const FormRegistry& forms
       ClickedParameters(request.ClickedParameters),
       forms_(forms) {
   SOPanel.titleBand = true;
-  txtGroup.readOnly = true;
-  // Blank means that the operation is in neither register.
-  cmbVAT.setTexts({"", "Gauta PVM sąskaita faktūra", "Išrašyta PVM sąskaita faktūra"});
-  lblNumber.tip = "Dukart spustelėkite, kad gautumėte kitą numerį";
   cmdWrite.shortcut = "Ctrl+S";
   SSCNew.shortcut = "Ctrl+N";
-  cmdOperGroup.shortcut = "F4";
   cmdNewEntry.shortcut = "Ctrl+Ins";
   lvwBRRecords.menu = &entryMenu.menu;
   cmdTools.menu = &menuTools;
@@ -68,16 +50,8 @@ SSCClose | cmdTools | >> | SSCNew | cmdCancel | cmdWrite
 }
 
 void frmBROper::wire() {
-  dtpDate.onChange = [this] { dateChanged(); };
-  for (ui::TextBox* box : {&txtSerija, &txtNumber, &txtComment}) {
-    box->onChange = [this] { touch(); };
-  }
-  cmbVAT.onChange = [this] { touch(); };
-  lblNumber.onDoubleClick = [this] {
-    if (!readOnly) takeNumber();
-  };
-  cmdOperGroup.onClick = [this] { groupClicked(); };
-  cmdCommentList.onClick = [this] { pickComment(); };
+  header.onChange = [this] { touch(); };
+  header.onRedate = [this] { refreshLists(); };
   lvwBRRecords.onActivate = [this] { editEntry(entries_.current()); };
   lvwBRRecords.onInsert = cmdNewEntry.onClick = [this] { addEntry(); };
   lvwBRRecords.onDelete = [this] { deleteEntries(entries_.current()); };
@@ -112,7 +86,7 @@ void frmBROper::wireMenus() {
   mnuUndo.onClick = [this] { undo(); };
   mnuCopyOper.shortcut = "Ctrl+Shift+D";
   mnuCopyOper.onClick = [this] { copyToNew(); };
-  mnuAutoNumber.onClick = [this] { askNumber(); };
+  mnuAutoNumber.onClick = [this] { header.askNumber(); };
   mnuPayDebts.onClick = [this] { chooseDebts(MoneyGoes::Out); };
   mnuReceiveDebts.onClick = [this] { chooseDebts(MoneyGoes::In); };
   for (ui::MenuItem* item : {&mnuDebtsCover, &mnuCurrencyInfluence, &mnuCurrencyExchange}) {
@@ -136,57 +110,33 @@ void frmBROper::openObject() {
   rights_ = boolModalForm ? DocumentRights{} : documentRights(host(), *VXObjectUIO);
   readOnly = VXObjectUIO->Preview() || !rights_.change;
   block_ = Block::BR;
-  const int groupId = static_cast<int>(header()["BROperGroupID"].Number());
-  group_ = readDocumentGroup(host(), *VXObjectUIO, refOf(kGroupKind, groupId),
-                             GroupFit::OwnKindOrGeneric);
-  if (!isStored(*VXObjectUIO) && !boolModalForm) startNew();
-  dateOpen_ = !isStored(*VXObjectUIO);
+  const bool begins = !isStored(*VXObjectUIO) && !boolModalForm;
+  header.open(begins);
+  if (begins) addDefaultTemplate();
   changed_ = false;
-  showHeader();
+  showTitle();
+  header.show();
   enableByState();
   refreshLists();
-  setFocus(readOnly ? static_cast<ui::Control&>(lvwBRRecords) : txtComment);
+  setFocus(readOnly ? static_cast<ui::Control&>(lvwBRRecords) : header.txtComment);
 }
 
-void frmBROper::startNew() {
-  RowSet& row = header();
-  row["DateD"] = host().clock().today();
-  row["Serija"] = group_.series;
-  if (const auto number = nextNumber(*VXObjectUIO, group_)) row["Number"] = *number;
-  if (group_.defaultTemplateId > 0 && entriesOf(*VXObjectUIO)->RecordCount() == 0) {
-    const MethodResult added =
-        VXObjectUIO->Methods("AddTemplate", {group_.defaultTemplateId, 0, Variant::Array{}});
-    if (!showFailure(host(), added)) block_ = Block::TemplateBR;
-  }
+void frmBROper::addDefaultTemplate() {
+  const int id = header.group().defaultTemplateId;
+  if (id <= 0 || entriesOf(*VXObjectUIO)->RecordCount() > 0) return;
+  const MethodResult added = VXObjectUIO->Methods("AddTemplate", {id, 0, Variant::Array{}});
+  if (!showFailure(host(), added)) block_ = Block::TemplateBR;
 }
 
-void frmBROper::showHeader() {
-  RowSet& row = header();
+void frmBROper::showTitle() {
   const bool stored = isStored(*VXObjectUIO);
   SOPanel.caption = stored ? " Finansinė operacija" : " Nauja finansinė operacija";
   setTitle(stored ? documentName(*VXObjectUIO) : trim(SOPanel.caption()));
-  const Variant date = row["DateD"].Value();
-  dtpDate.value = date.IsDate() ? std::optional(date.AsDate()) : std::nullopt;
-  txtSerija.text = std::string(row["Serija"].Text());
-  txtNumber.text = std::string(row["Number"].Text());
-  txtComment.text = std::string(row["Comment"].Text());
-  const int register_ = static_cast<int>(row["VATRegisterIndication"].Number());
-  cmbVAT.index = register_ >= 0 && register_ <= 2 ? register_ : 0;
-  showGroup();
-}
-
-void frmBROper::showGroup() {
-  txtGroup.text = group_.name;
-  txtGroup.tip = group_.path;
-  txtSerija.visible = group_.showsSeries || !txtSerija.text().empty();
 }
 
 void frmBROper::enableByState() {
   const bool stored = isStored(*VXObjectUIO);
-  dtpDate.enabled = !readOnly;
-  cmbVAT.enabled = !readOnly;
-  for (ui::TextBox* box : {&txtSerija, &txtNumber, &txtComment}) box->readOnly = readOnly;
-  cmdOperGroup.enabled = !readOnly;
+  header.enable(!readOnly);
   cmdNewEntry.enabled = !readOnly;
   cmdWrite.enabled = !readOnly;
   SSCNew.visible = !boolModalForm;
@@ -198,7 +148,6 @@ void frmBROper::enableByState() {
   mnuLog.enabled = stored;
   mnuUndo.enabled = stored && !readOnly && !boolModalForm;
   mnuCopyOper.enabled = SSCNew.enabled && stored;
-  cmdCommentList.enabled = !readOnly;
   mnuAutoNumber.enabled = !readOnly;
   for (ui::MenuItem* item : {&entryMenu.mnuAddTemplate, &entryMenu.mnuOperTemplate}) {
     item->enabled = !readOnly && forms_.has(kTemplateChoice);
@@ -230,68 +179,6 @@ void frmBROper::refreshView() {
   }
 }
 
-// --- header -----------------------------------------------------------------------------------
-
-void frmBROper::takeNumber() {
-  const std::optional<std::string> number = nextNumber(*VXObjectUIO, group_);
-  if (!number) return;
-  txtNumber.text = *number;
-  touch();
-}
-
-void frmBROper::groupClicked() {
-  const auto picked = pickDocumentGroup(host(), group_.reference);
-  if (!picked || *picked == group_.reference) return;
-  DocumentGroup group =
-      readDocumentGroup(host(), *VXObjectUIO, *picked, GroupFit::OwnKindOrGeneric);
-  if (group.reference.empty()) return;
-  group_ = std::move(group);
-  header()["BROperGroupID"] = group_.id();
-  if (!isStored(*VXObjectUIO)) txtSerija.text = group_.series;
-  showGroup();
-  takeNumber();
-  touch();
-}
-
-void frmBROper::dateChanged() {
-  if (!dtpDate.value()) return;
-  const DateTime date = *dtpDate.value();
-  const Variant before = header()["DateD"].Value();
-  if (before.IsDate() && before.AsDate() == date) return;
-  const RowSetPtr entries = entriesOf(*VXObjectUIO);
-  if (!dateFitsReferences(host(), *entries, date)) {
-    warn(host(), "Data neatitinka esančių nuorodų datoms!");
-    dtpDate.value = before.IsDate() ? std::optional(before.AsDate()) : std::nullopt;
-    return;
-  }
-  header()["DateD"] = date;
-  dateOpen_ = false;
-  touch();
-  if (entries->RecordCount() > 0 &&
-      ask(host(), "Pakeisti įrašų datas į operacijos datą?", Answer::Yes)) {
-    redateEntries(*entries, date);
-  }
-  refreshLists();
-}
-
-void frmBROper::pickComment() {
-  const MethodResult picked = VXObjectUIO->Methods("GetCommentList", {txtComment.text()});
-  if (showFailure(host(), picked) || NullToText(picked.Value).empty()) return;
-  txtComment.text = withComment(txtComment.text(), NullToText(picked.Value));
-  setFocus(txtComment);
-  touch();
-}
-
-void frmBROper::askNumber() {
-  const MethodResult asked = VXObjectUIO->Methods("CheckAutoNumber");
-  if (showFailure(host(), asked)) return;
-  if (!asked.Value.IsBool() || !asked.Value.AsBool()) return;
-  // The save reads the counter out of the text again.
-  txtNumber.text = withCounter(group_.numberMask, txtNumber.text(),
-                               static_cast<int>(header()["AutoNumber"].Number()));
-  touch();
-}
-
 // --- entries ----------------------------------------------------------------------------------
 
 void frmBROper::editEntry(const std::string& guid) {
@@ -305,7 +192,7 @@ void frmBROper::editEntry(const std::string& guid) {
     return;
   }
   touch();
-  fixDate();
+  header.followFirstEntry();
   refreshLists();
   entries_.select(guid);
   const bool saved = code == kEntrySaved || save();
@@ -342,13 +229,13 @@ void frmBROper::changeTemplate() {
 bool frmBROper::useTemplate() {
   if (readOnly) return false;
   ChosenTemplate chosen;
+  const DocumentGroup& group = header.group();
   const auto form = forms_.make(
       kTemplateChoice,
-      TemplateChoiceRequest{host(), group_.templateId, group_.defaultTemplateId, 0, chosen});
+      TemplateChoiceRequest{host(), group.templateId, group.defaultTemplateId, 0, chosen});
   if (!form) return false;
   host().screens().runModal(*form);
   if (!isRef(chosen.reference)) return false;
-  if (dtpDate.value()) header()["DateD"] = *dtpDate.value();
   if (!entries_.addTemplate(*VXObjectUIO, idOf(chosen.reference), chosen.sumLt)) return false;
   block_ = Block::TemplateBR;
   return true;
@@ -381,45 +268,22 @@ void frmBROper::spreadEntry() {
   entries_.select(guid);
 }
 
-void frmBROper::fixDate() {
-  if (!dateOpen_) return;
-  dateOpen_ = false;
-  const RowSetPtr entries = entriesOf(*VXObjectUIO)->Clone();
-  if (entries->RecordCount() == 0) return;
-  const Variant date = (*entries)["DateD"].Value();
-  if (!date.IsDate()) return;
-  header()["DateD"] = date;
-  dtpDate.value = date.AsDate();
-}
-
 // --- saving and leaving -----------------------------------------------------------------------
-
-void frmBROper::writeHeader() {
-  RowSet& row = header();
-  txtComment.text = CutToChars(txtComment.text(), kCommentLength);
-  row["BROperGroupID"] = group_.id();
-  if (dtpDate.value()) row["DateD"] = *dtpDate.value();
-  row["Comment"] = txtComment.text();
-  row["Serija"] = txtSerija.text();
-  row["Number"] = txtNumber.text();
-  row["VATRegisterIndication"] = std::max<int>(cmbVAT.index, 0);
-  row.Update();
-}
 
 bool frmBROper::save() {
   if (readOnly) return false;
-  writeHeader();
+  header.write();
   bool saved = false;
   {
     ui::BusyScope busy(*this, SOPanel);
-    saved = saveDocument(host(), *VXObjectUIO, group_.numberMask, txtNumber.text);
+    saved = saveDocument(host(), *VXObjectUIO, header.group().numberMask, header.txtNumber.text);
   }
   if (!saved) return false;
   changed_ = false;
-  dateOpen_ = false;
   rights_ = documentRights(host(), *VXObjectUIO);
   readOnly = VXObjectUIO->Preview() || !rights_.change;
-  showHeader();
+  showTitle();
+  header.show();
   enableByState();
   refreshLists();
   return true;
@@ -462,7 +326,7 @@ void frmBROper::deleteOperation() {
 // --- tools ------------------------------------------------------------------------------------
 
 void frmBROper::openTool(const OperationTool& tool) {
-  writeHeader();  // the tool starts from what was typed
+  header.write();  // the tool starts from what was typed
   const auto form = forms_.make(tool.form, OperationToolRequest{host(), VXObjectUIO, *this});
   if (form) host().screens().runModal(*form);
 }
@@ -470,13 +334,13 @@ void frmBROper::openTool(const OperationTool& tool) {
 // A menu, or the operation's own parameters, may ask for a tool as soon as the screen stands.
 void frmBROper::openAskedTool() {
   const OperationTool* tool = operationTool(ClickedParameters);
-  if (!tool) tool = operationTool(header()["Parameters"].Text());
+  if (!tool) tool = operationTool(VXObjectUIO->Fields()["Parameters"].Text());
   if (tool && !readOnly && forms_.has(tool->form)) openTool(*tool);
 }
 
 // The marked entry is put on debts of its client, which take its place.
 void frmBROper::chooseDebts(MoneyGoes way) {
-  writeHeader();
+  header.write();
   const std::vector<Variant> arguments = debtsArguments(*VXObjectUIO, entries_.current(), way);
   if (arguments.empty()) return warn(host(), "Pirmiausia pažymėkite įrašą!");
   const MethodResult made = VXObjectUIO->Methods("Debts", std::span<const Variant>(arguments));
@@ -485,8 +349,7 @@ void frmBROper::chooseDebts(MoneyGoes way) {
 }
 
 void frmBROper::setDate(DateTime date) {
-  dtpDate.value = date;
-  dateOpen_ = false;
+  header.setDate(date);
   touch();
 }
 

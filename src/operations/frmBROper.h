@@ -11,9 +11,9 @@
 #include "framework/form_registry.h"
 #include "operations/operation_tools.h"
 #include "operations/screen/debts_of_entry.h"
-#include "operations/screen/document_group.h"
 #include "operations/screen/document_save.h"
 #include "operations/screen/entry_list.h"
+#include "operations/screen/operation_header.h"
 #include "platform/form.h"
 
 namespace tolvex {
@@ -33,16 +33,7 @@ class frmBROper final : public ui::Form, private OperationLink {
   std::string ClickedParameters;
 
   ui::Panel SOPanel{this, "SOPanel"};
-  ui::Panel fraHeader{this, "fraHeader"};
-  ui::DatePicker dtpDate{this, "dtpDate", "Data"};
-  ui::Label lblNumber{this, "lblNumber", "Operacijos Nr"};
-  ui::TextBox txtSerija{this, "txtSerija", {}, 6};
-  ui::TextBox txtNumber{this, "txtNumber", {}, 16};
-  ui::ComboBox cmbVAT{this, "cmbVAT", "PVM sąsk. faktūrų registras", 28};
-  ui::TextBox txtGroup{this, "txtGroup", "Grupė"};
-  ui::Button cmdOperGroup{this, "cmdOperGroup", "…", ui::Role::Small};
-  ui::TextBox txtComment{this, "txtComment", "Komentaras"};
-  ui::Button cmdCommentList{this, "cmdCommentList", "…", ui::Role::Small};
+  OperationHeader header{this, VXObjectUIO};
 
   ui::ListView lvwBRRecords{this,
                             "lvwBRRecords",
@@ -105,15 +96,11 @@ class frmBROper final : public ui::Form, private OperationLink {
   void wire();
   void wireMenus();
   void openObject();
-  void showHeader();
-  void showGroup();
-  void startNew();
+  void showTitle();
+  void addDefaultTemplate();
   void enableByState();
   void refreshLists();
   void refreshView();
-  void takeNumber();
-  void groupClicked();
-  void dateChanged();
   void editEntry(const std::string& guid);
   void addEntry();
   void addByTemplate();
@@ -121,32 +108,27 @@ class frmBROper final : public ui::Form, private OperationLink {
   bool useTemplate();
   void deleteEntries(const std::string& guid);
   void spreadEntry();
-  void fixDate();
-  void writeHeader();
   bool save();
   void openNext();
   void copyToNew();
   void undo();
-  void pickComment();
   void deleteOperation();
   void openTool(const OperationTool& tool);
   void openAskedTool();
   void chooseDebts(MoneyGoes way);
   void setDate(DateTime date) override;
-  void setComment(std::string_view comment) override { txtComment.text = std::string(comment); }
+  void setComment(std::string_view comment) override {
+    header.txtComment.text = std::string(comment);
+  }
   void refreshEntries() override;
-  void askNumber();
   void leave();
   void touch() { changed_ = true; }
-  RowSet& header() const { return *VXObjectUIO->RsFields(); }
 
   const FormRegistry& forms_;
   EntryList entries_{lvwBRRecords, EntryList::Columns::WithDate};
   DocumentRights rights_;
-  DocumentGroup group_;
   Block block_ = Block::BR;
-  bool dateOpen_ = false;  // the date of a new operation follows its first entry, once
-  bool changed_ = false;   // since the record was read or saved
+  bool changed_ = false;  // since the record was read or saved
 };
 
 }  // namespace tolvex

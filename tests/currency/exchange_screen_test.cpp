@@ -221,7 +221,7 @@ TEST_F(ExchangeScreen, TheOperationTakesWhatItsToolDid) {
   auto form = open(newOperation());
   ui::Input user(*form);
   ASSERT_TRUE(form->mnuCurrencyExchange.enabled);
-  DO(user.enter(form->txtComment, "Mano komentaras"));
+  DO(user.enter(form->header.txtComment, "Mano komentaras"));
   host.screens().users.push_back([](ui::Form& shown) {
     auto& tool = dynamic_cast<frmCurrencyExchange&>(shown);
     ui::Input inTool(tool);
@@ -232,8 +232,8 @@ TEST_F(ExchangeScreen, TheOperationTakesWhatItsToolDid) {
   DO(user.pick(form->mnuCurrencyExchange));
   EXPECT_EQ(told(), Texts{});
   EXPECT_EQ(form->lvwBRRecords.rows().size(), 2U);
-  EXPECT_EQ(form->dtpDate.value()->Text(), "2003.02.10");
-  EXPECT_EQ(form->txtComment.text(), "Mano komentaras");
+  EXPECT_EQ(form->header.dtpDate.value()->Text(), "2003.02.10");
+  EXPECT_EQ(form->header.txtComment.text(), "Mano komentaras");
   host.dialogs().answers.push_back(Answer::No);
   user.close();
   EXPECT_EQ(told().size(), 1U) << "entries are there to be saved";

@@ -23,7 +23,7 @@ TEST_F(ScreenTexts, OperationNewStoredAndReadOnly) {
   add(*object, "?", "?", 0);
   auto form = open(object);
   ui::Input user(*form);
-  DO(user.enter(form->txtNumber, "7"));
+  DO(user.enter(form->header.txtNumber, "7"));
   DO(user.click(form->cmdWrite));
   expectScreen(*form, "frmBROper_stored");
   host.rights().table["CBROperRights3"] = {1, 0, 0, 0, 0};

@@ -37,7 +37,7 @@ class OperationScreen : public ScreenTest {
     add(*object, "6001", "2711", 40);
     auto form = open(object);
     ui::Input user(*form);
-    DO(user.enter(form->txtNumber, "7"));
+    DO(user.enter(form->header.txtNumber, "7"));
     DO(user.click(form->cmdWrite));
     EXPECT_EQ(told(), Texts{});
     return form;
@@ -49,9 +49,9 @@ TEST_F(OperationScreen, NewOperationIsFilledSavedAndNamed) {
   auto form = open(newOperation());
   ui::Input user(*form);
   EXPECT_EQ(form->SOPanel.caption(), " Nauja finansinė operacija");
-  EXPECT_EQ(form->txtGroup.text(), "Pirkimai");
-  EXPECT_EQ(form->txtSerija.text(), "PIR");
-  EXPECT_EQ(form->dtpDate.value()->Text(), "2003.02.09");
+  EXPECT_EQ(form->header.txtGroup.text(), "Pirkimai");
+  EXPECT_EQ(form->header.txtSerija.text(), "PIR");
+  EXPECT_EQ(form->header.dtpDate.value()->Text(), "2003.02.09");
   DO(user.close());
   EXPECT_EQ(told(), Texts{}) << "nothing typed, nothing asked";
 
@@ -61,8 +61,8 @@ TEST_F(OperationScreen, NewOperationIsFilledSavedAndNamed) {
   DO(second.insertKey(form->lvwBRRecords));
   ASSERT_EQ(form->lvwBRRecords.rows().size(), 1U);
   EXPECT_EQ(form->lvwBRRecords.rows()[0].mark, ui::Mark::Good);
-  DO(second.enter(form->txtNumber, "7"));
-  DO(second.choose(form->cmbVAT, 2));
+  DO(second.enter(form->header.txtNumber, "7"));
+  DO(second.choose(form->header.cmbVAT, 2));
   DO(second.click(form->cmdWrite));
   EXPECT_EQ(told(), Texts{});
   EXPECT_EQ(form->SOPanel.caption(), " Finansinė operacija");
@@ -80,11 +80,11 @@ TEST_F(OperationScreen, FailedSaveKeepsAllAndTheSecondSaveWorks) {
   ui::Input user(*form);
   willFill("240", "500", "100");
   DO(user.click(form->cmdNewEntry));
-  DO(user.enter(form->txtComment, "Nuoma"));
+  DO(user.enter(form->header.txtComment, "Nuoma"));
   host.shelf().saves.push_back({1205, "Saugykla užimta."});
   DO(user.click(form->cmdWrite));
   EXPECT_EQ(told(), Texts{"Saugykla užimta.\r\n\r\nĮrašymas neatliktas !"});
-  EXPECT_EQ(form->txtComment.text(), "Nuoma");
+  EXPECT_EQ(form->header.txtComment.text(), "Nuoma");
   EXPECT_TRUE(form->isOpen());
   host.dialogs().answers = {Answer::No};
   EXPECT_NE(user.close(), "");
@@ -102,7 +102,7 @@ TEST_F(OperationScreen, CommentIsCutNotRefused) {
   ui::Input user(*form);
   std::string longText;
   for (int i = 0; i < 1001; ++i) longText += "ė";
-  DO(user.enter(form->txtComment, longText));
+  DO(user.enter(form->header.txtComment, longText));
   DO(user.click(form->cmdWrite));
   EXPECT_EQ(header(*form)["Comment"].Text().size(), 2000U);
 }
@@ -111,16 +111,16 @@ TEST_F(OperationScreen, GroupOfAnotherKindIsToldAndGivesNothing) {
   serveGroup("O0201504");
   auto form = open(newOperation());
   EXPECT_EQ(told(), Texts{"Grupės tipas neatitinka operacijos tipo!"});
-  EXPECT_EQ(form->txtGroup.text(), "");
-  EXPECT_EQ(form->txtSerija.text(), "");
+  EXPECT_EQ(form->header.txtGroup.text(), "");
+  EXPECT_EQ(form->header.txtSerija.text(), "");
 
   serveGroup("O0201500");
   ui::Input user(*form);
   host.pickers().answers = {Picked{"O02014003", "Pirkimai", true}};
-  DO(user.click(form->cmdOperGroup));
+  DO(user.click(form->header.cmdOperGroup));
   EXPECT_EQ(host.pickers().requests.back().prompt, "Pažymėkite norimą grupę");
-  EXPECT_EQ(form->txtGroup.text(), "Pirkimai");
-  EXPECT_EQ(form->txtSerija.text(), "PIR");
+  EXPECT_EQ(form->header.txtGroup.text(), "Pirkimai");
+  EXPECT_EQ(form->header.txtSerija.text(), "PIR");
 }
 
 TEST_F(OperationScreen, NumberComesFromTheGroupsCounter) {
@@ -132,8 +132,8 @@ TEST_F(OperationScreen, NumberComesFromTheGroupsCounter) {
   serveGroup("O0201500", "Prefix_AutoNumber");
   auto form = open(newOperation());
   ui::Input user(*form);
-  EXPECT_EQ(form->txtNumber.text(), "A-0012");
-  DO(user.enter(form->txtNumber, "A-15"));
+  EXPECT_EQ(form->header.txtNumber.text(), "A-0012");
+  DO(user.enter(form->header.txtNumber, "A-15"));
   DO(user.click(form->cmdWrite));
   EXPECT_EQ(header(*form)["AutoNumber"].Number(), 15);
 }
@@ -151,11 +151,11 @@ TEST_F(OperationScreen, DateMustNotLieBeforeAPointedOperation) {
   (*pointed->RsFields())["DateD"] = DateTime::Of(2003, 2, 5);
   host.objects().opened["O0201500900"] = pointed;
 
-  DO(user.date(form->dtpDate, DateTime::Of(2003, 2, 4)));
+  DO(user.date(form->header.dtpDate, DateTime::Of(2003, 2, 4)));
   EXPECT_EQ(told(), Texts{"Data neatitinka esančių nuorodų datoms!"});
-  EXPECT_EQ(form->dtpDate.value()->Text(), "2003.02.09");
+  EXPECT_EQ(form->header.dtpDate.value()->Text(), "2003.02.09");
   host.dialogs().answers = {Answer::No};
-  DO(user.date(form->dtpDate, DateTime::Of(2003, 2, 5)));
+  DO(user.date(form->header.dtpDate, DateTime::Of(2003, 2, 5)));
   EXPECT_EQ(told(), Texts{"Pakeisti įrašų datas į operacijos datą?"});
   EXPECT_EQ(header(*form)["DateD"].Value().AsDate().Text(), "2003.02.05");
   EXPECT_EQ(form->lvwBRRecords.rows()[0].cells[0].text, "2003.02.09");
@@ -169,7 +169,7 @@ TEST_F(OperationScreen, RedatedEntriesTakeTheirCurrencyRowsAlong) {
   writeCurrencySides(*entries, {"EUR", 3.4528, 28.96}, {});
   form->VXObjectUIO->RsFields()->AcceptChanges();
   host.dialogs().answers = {Answer::Yes};
-  DO(user.date(form->dtpDate, DateTime::Of(2003, 3, 1)));
+  DO(user.date(form->header.dtpDate, DateTime::Of(2003, 3, 1)));
   for (const ui::Row& row : form->lvwBRRecords.rows()) {
     EXPECT_EQ(row.cells[0].text, "2003.03.01");
   }
@@ -270,8 +270,9 @@ TEST_F(OperationScreen, ShownOnlyWithoutTheRightInPreviewAndModally) {
     auto shown = open(object, modal);
     EXPECT_TRUE(shown->readOnly);
     for (const ui::Control* c : std::initializer_list<const ui::Control*>{
-             &shown->cmdWrite, &shown->dtpDate, &shown->cmdNewEntry, &shown->cmdOperGroup,
-             &shown->entryMenu.mnuBRDelete, &shown->entryMenu.mnuFreeTemplate}) {
+             &shown->cmdWrite, &shown->header.dtpDate, &shown->cmdNewEntry,
+             &shown->header.cmdOperGroup, &shown->entryMenu.mnuBRDelete,
+             &shown->entryMenu.mnuFreeTemplate}) {
       EXPECT_FALSE(c->usable()) << c->name;
     }
     EXPECT_EQ(shown->SSCClose.visible(), !modal);
@@ -284,7 +285,7 @@ TEST_F(OperationScreen, ModalOverAnotherScreenLeavesItsObjectAlone) {
   (*object->RsFields())["DateD"] = DateTime::Of(2003, 1, 2);
   add(*object, "240", "500", 100);
   auto form = open(object, true);
-  EXPECT_EQ(form->dtpDate.value()->Text(), "2003.01.02");
+  EXPECT_EQ(form->header.dtpDate.value()->Text(), "2003.01.02");
   ui::Input user(*form);
   DO(user.click(form->cmdCancel));
   EXPECT_FALSE(form->isOpen());
@@ -322,13 +323,13 @@ TEST_F(OperationScreen, ToolsWorkOnWhatWasTypedAndTellTheScreenBelow) {
   });
   auto form = open(newOperation());
   ui::Input user(*form);
-  DO(user.enter(form->txtComment, "Užskaita"));
+  DO(user.enter(form->header.txtComment, "Užskaita"));
   host.screens().users.push_back([](ui::Form&) {});
   DO(user.pick(form->mnuDebtsCover));
   EXPECT_EQ(AddingTool::comment, "Užskaita");
   EXPECT_EQ(form->lvwBRRecords.rows().size(), 1U);
-  EXPECT_EQ(form->dtpDate.value()->Text(), "2003.01.05");
-  EXPECT_EQ(form->txtComment.text(), "Skolų dengimas - UAB Pirkėjas");
+  EXPECT_EQ(form->header.dtpDate.value()->Text(), "2003.01.05");
+  EXPECT_EQ(form->header.txtComment.text(), "Skolų dengimas - UAB Pirkėjas");
   host.dialogs().answers.push_back(Answer::No);
   EXPECT_NE(user.close(), "") << "what a tool added is not lost without a question";
 }
