@@ -129,10 +129,7 @@ bool CardForm::save() {
 void CardForm::openNext() {
   if (!mayClose()) return;
   const auto next = host().objects().create(spec_.kind);
-  if (!next) {
-    warn(host(), "Naujo įrašo pradėti nepavyko!");
-    return;
-  }
+  if (!next) return;
   object_ = next;
   opened();
 }

@@ -7,7 +7,7 @@
 
 namespace tolvex {
 
-Objects::Objects(HostContext& host, Module& module, store::StorePort& store, const CardSet& cards)
+Objects::Objects(HostContext& host, Module& module, WatchedStore& store, const CardSet& cards)
     : host_(host), module_(module), store_(store), cards_(cards) {}
 
 void Objects::addClass(const std::string& code, const std::string& caption) {
@@ -50,9 +50,12 @@ std::shared_ptr<VXObjectUIO> Objects::open(std::string_view reference) {
 
 std::shared_ptr<VXObjectUIO> Objects::create(std::string_view code) {
   auto object = kind(code)->GetVXObject("");
-  if (!object || object->OType() == code) return object;
-  object->OType(std::string(code));
-  if (object->Read().Code != kDone) return nullptr;
+  if (object && object->OType() != code) {
+    object->OType(std::string(code));
+    if (object->Read().Code != kDone) object = nullptr;
+  }
+  if (!object)
+    warn(host_, store_.refusal().empty() ? "Naujas objektas nesukurtas!" : store_.refusal());
   return object;
 }
 

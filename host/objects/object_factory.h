@@ -6,7 +6,7 @@
 #include <string>
 
 #include "host/objects/card_set.h"
-#include "host/store/store_port.h"
+#include "host/objects/watched_store.h"
 #include "platform/host.h"
 #include "platform/registration.h"
 
@@ -14,7 +14,7 @@ namespace tolvex {
 
 class Objects final : public ObjectFactory {
  public:
-  Objects(HostContext& host, Module& module, store::StorePort& store, const CardSet& cards);
+  Objects(HostContext& host, Module& module, WatchedStore& store, const CardSet& cards);
 
   // From the module's registration: kinds that its library serves.
   void addClass(const std::string& code, const std::string& caption);
@@ -29,7 +29,7 @@ class Objects final : public ObjectFactory {
  private:
   HostContext& host_;
   Module& module_;
-  store::StorePort& store_;
+  WatchedStore& store_;
   const CardSet& cards_;
   std::map<std::string, std::string, std::less<>> classes_;  // code -> caption
   std::map<std::string, std::shared_ptr<VXObjectUI>, std::less<>> kinds_;

@@ -1,5 +1,7 @@
 #include "host/objects/services.h"
 
+#include <utility>
+
 #include "framework/parameters.h"
 #include "framework/text.h"
 #include "host/objects/inner_uio.h"
@@ -10,15 +12,6 @@ namespace {
 constexpr std::string_view kAskedKind = "O0201500";
 constexpr std::string_view kPeriodKey = "ViewPeriod";
 
-// The first row of an answer, or null when the store refused or had none.
-RowSetPtr firstRow(HostResult result) {
-  if (result.Code != kDone || !result.Data.IsRows()) return nullptr;
-  RowSetPtr rows = result.Data.AsRows();
-  if (rows->RecordCount() == 0) return nullptr;
-  rows->MoveFirst();
-  return rows;
-}
-
 std::string textOf(RowSet& row, const char* column) {
   if (!row.Fields().contains(column)) return {};
   return row[column].Value().Show();
@@ -26,10 +19,25 @@ std::string textOf(RowSet& row, const char* column) {
 
 }  // namespace
 
+RowSetPtr Enquiry::firstRow(std::string_view kind, std::string_view routine,
+                            const std::string& parameters) {
+  const HostResult result = store_.call(kind, routine, parameters);
+  if (result.Code != kDone) {
+    if (!std::exchange(told_, true)) warn(host_, result.Text);
+    return nullptr;
+  }
+  told_ = false;
+  if (!result.Data.IsRows()) return nullptr;
+  RowSetPtr rows = result.Data.AsRows();
+  if (rows->RecordCount() == 0) return nullptr;
+  rows->MoveFirst();
+  return rows;
+}
+
 RightFlags RightsService::of(std::string_view component) {
   if (const auto known = known_.find(component); known != known_.end()) return known->second;
   const RowSetPtr row =
-      firstRow(store_.call(kAskedKind, "GetRights", Parameters().text(component).str()));
+      store_.firstRow(kAskedKind, "GetRights", Parameters().text(component).str());
   RightFlags flags;  // no answer: no right, and asked again next time
   if (!row) return flags;
   const auto flag = [&row](const char* column) {
@@ -46,8 +54,8 @@ void RightsService::addComponent(std::string, std::string) {
 
 std::string SettingsService::get(std::string_view section, std::string_view key,
                                  std::string_view fallback) {
-  const RowSetPtr row = firstRow(store_.call(
-      kAskedKind, "GetSetting", Parameters().text(section).text(key).text(fallback).str()));
+  const RowSetPtr row = enquiry_.firstRow(
+      kAskedKind, "GetSetting", Parameters().text(section).text(key).text(fallback).str());
   return row ? textOf(*row, "Value") : std::string(fallback);
 }
 
@@ -59,20 +67,19 @@ void SettingsService::set(std::string_view section, std::string_view key, std::s
 
 std::optional<UserRow> UserService::row() const {
   if (row_) return row_;
-  const RowSetPtr row = firstRow(store_.call(kAskedKind, "GetUser", kNoParameters));
+  const RowSetPtr row = store_.firstRow(kAskedKind, "GetUser", kNoParameters);
   if (!row) return std::nullopt;
   row_ = UserRow{static_cast<std::int32_t>((*row)["ID"].Number()), textOf(*row, "UserPref"),
                  textOf(*row, "OIDR"), textOf(*row, "Name")};
   return row_;
 }
 
-WorkplaceService::WorkplaceService(store::StorePort& store, UserSettings& settings,
-                                   AskPeriod askPeriod)
+WorkplaceService::WorkplaceService(Enquiry& store, UserSettings& settings, AskPeriod askPeriod)
     : store_(store), settings_(settings), askPeriod_(std::move(askPeriod)), lockKey_(makeGuid()) {}
 
 FirmRecord WorkplaceService::firm() {
   FirmRecord firm;
-  const RowSetPtr row = firstRow(store_.call("O0000100", "GetMyFirm", kNoParameters));
+  const RowSetPtr row = store_.firstRow("O0000100", "GetMyFirm", kNoParameters);
   if (!row) return firm;
   const std::pair<std::string FirmRecord::*, const char*> fields[] = {
       {&FirmRecord::reference, "OIDR"},

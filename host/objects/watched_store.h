@@ -1,5 +1,5 @@
 // WatchedStore: passes every call on and tells which kinds were changed, so that lists on the
-// screen follow what was saved wherever it was saved from.
+// screen follow what was saved wherever it was saved from. It remembers why the last call failed.
 #pragma once
 
 #include <functional>
@@ -19,6 +19,8 @@ class WatchedStore final : public store::StorePort {
   WatchedStore(store::StorePort& inner, Listener listener)
       : inner_(inner), listener_(std::move(listener)) {}
 
+  const std::string& refusal() const { return refusal_; }  // of the last call; "": it was done
+
   HostResult call(std::string_view kind, std::string_view method,
                   std::string_view parameters) override {
     return seen(inner_.call(kind, method, parameters));
@@ -32,12 +34,12 @@ class WatchedStore final : public store::StorePort {
   store::SaveOutcome save(std::string_view kind, std::string_view otype, RowSet& header,
                           RowSet* second, RowSet* third) override {
     store::SaveOutcome outcome = inner_.save(kind, otype, header, second, third);
-    note(kind, outcome.reference, outcome.Code);
+    note(kind, outcome.reference, outcome.Code, outcome.Text);
     return outcome;
   }
   HostResult erase(std::string_view kind, std::string_view reference) override {
     HostResult result = inner_.erase(kind, reference);
-    note(kind, reference, result.Code);
+    note(kind, reference, result.Code, result.Text);
     return result;
   }
   HostResult list(std::string_view kind, std::string_view first, std::string_view second,
@@ -49,17 +51,23 @@ class WatchedStore final : public store::StorePort {
   static constexpr std::int32_t kNoSaveRight = 1203;
   static constexpr std::int32_t kEpochChanged = 1208;
   HostResult seen(HostResult result) {
-    if (result.Code == kEpochChanged) listener_.outdated();
+    remember(result.Code, result.Text);
     return result;
   }
-  void note(std::string_view kind, std::string_view reference, std::int32_t code) {
-    if (code == kEpochChanged) listener_.outdated();
+  void note(std::string_view kind, std::string_view reference, std::int32_t code,
+            const std::string& text) {
+    remember(code, text);
     if (code == kDone) listener_.changed(kind, reference);
     if (code == kNoRight || code == kNoSaveRight) listener_.refused();
+  }
+  void remember(std::int32_t code, const std::string& text) {
+    refusal_ = code == kDone ? std::string() : text;
+    if (code == kEpochChanged) listener_.outdated();
   }
 
   store::StorePort& inner_;
   Listener listener_;
+  std::string refusal_;
 };
 
 }  // namespace tolvex

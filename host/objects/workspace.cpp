@@ -79,10 +79,11 @@ struct Workspace::Impl final : HostContext, ObjectTree, Navigator {
                               [this] { rightsService.forget(); }, [this] { outdated = true; }}),
         objectFactory(door, setup.module, watched, setup.cards),
         screenSet(door, setup.stage),
-        rightsService(watched),
-        settingsService(door, watched),
-        userService(watched),
-        workplaceService(watched, settingsService,
+        enquiry(door, watched),
+        rightsService(enquiry),
+        settingsService(door, watched, enquiry),
+        userService(enquiry),
+        workplaceService(enquiry, settingsService,
                          [this](std::string_view, ViewPeriod& period) { return ask(period); }),
         clockService(setup.clock),
         stagePump(setup.stage),
@@ -234,11 +235,9 @@ struct Workspace::Impl final : HostContext, ObjectTree, Navigator {
   }
 
   void readLocks() {
-    HostResult read = watched.call(kLocks, "GetLockedTo", kNoParameters);
-    if (read.Code != kDone || !read.Data.IsRows()) return;  // the status line says what it knows
-    const RowSetPtr rows = read.Data.AsRows();
-    rows->MoveFirst();
-    const Variant day = rows->Eof() ? Variant() : (*rows)["Date"].Value();
+    const RowSetPtr row = enquiry.firstRow(kLocks, "GetLockedTo", kNoParameters);
+    if (!row) return;  // the status line says what it knows
+    const Variant day = (*row)["Date"].Value();
     status.locked = day.IsDate() ? "Užblokuota iki " + day.AsDate().Text() : std::string();
   }
 
@@ -262,6 +261,7 @@ struct Workspace::Impl final : HostContext, ObjectTree, Navigator {
   std::vector<LayoutNode> layout;
   Objects objectFactory;
   ScreenSet screenSet;
+  Enquiry enquiry;
   RightsService rightsService;
   SettingsService settingsService;
   UserService userService;

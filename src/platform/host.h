@@ -27,7 +27,7 @@ class ObjectFactory {
   virtual std::shared_ptr<VXObjectUIO> open(
       std::string_view reference) = 0;  // null: no such object
   virtual std::shared_ptr<VXObjectUIO> create(
-      std::string_view kind) = 0;  // new, read; null on failure
+      std::string_view kind) = 0;  // new, read; null after a failure that was shown
   virtual std::shared_ptr<VXObjectUI> kind(std::string_view code) = 0;  // with BO and VXS set
   // The generic halves that the module's classes wrap; no module class is involved.
   virtual std::shared_ptr<VXObjectUI> innerUI(std::string_view code) = 0;

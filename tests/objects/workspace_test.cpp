@@ -299,6 +299,30 @@ TEST_F(WorkspaceTest, ABranchThatCouldNotBeReadOpensAgain) {
   EXPECT_EQ(boxes_, std::vector<std::string>{"lost"});
 }
 
+TEST_F(WorkspaceTest, WhatTheServicesCannotAskIsToldOnceUntilTheStoreAnswers) {
+  const auto failing = [this](const char* component) {
+    host().rights().addComponent("", "");  // what is known is forgotten
+    program_->faults().arm(1, 1205, "busy");
+    EXPECT_EQ(host().rights().of(component).view, 0);
+  };
+  failing("CFirms");
+  failing("CBanks");
+  program_->faults().arm(1, 1205, "busy");
+  EXPECT_EQ(host().settings().get("Tolvex", "Variants", "none"), "none");
+  EXPECT_EQ(boxes_, std::vector<std::string>{"busy"});
+  EXPECT_EQ(host().rights().of("CFirms").view, 1) << "asked again";
+  failing("CPerson");
+  EXPECT_EQ(boxes_.size(), 2u);
+}
+
+TEST_F(WorkspaceTest, AnObjectThatCouldNotBeMadeIsTold) {
+  for (const char* kind : {"O0201500", "O0200400", "O0000100", "O0000500"}) {
+    program_->faults().arm(1, 1205, "busy");
+    EXPECT_EQ(host().objects().create(kind), nullptr) << kind;
+  }
+  EXPECT_EQ(boxes_, std::vector<std::string>(4, "busy"));
+}
+
 TEST_F(WorkspaceTest, ALongListIsPrintedWholeOrNotAtAll) {
   store::run(program_->session().db(),
              "INSERT INTO oper (otype, group_id, day, number) WITH RECURSIVE n (i) AS (SELECT 1"
