@@ -12,10 +12,8 @@ class Engine;
 
 inline Engine& engineOf(lua_State* lua) { return **static_cast<Engine**>(lua_getextraspace(lua)); }
 
-[[noreturn]] inline void raise(lua_State* lua, const std::string& text) {
-  luaL_error(lua, "%s", text.c_str());
-  std::terminate();  // luaL_error does not return
-}
+// An error at the script's own line, also when it came through functions of the prelude.
+[[noreturn]] void raise(lua_State* lua, const std::string& text);
 
 // A function for scripts: its C++ exceptions become errors at the script's own line.
 template <int (*F)(lua_State*, Engine&)>

@@ -16,13 +16,47 @@ function expect(got, want, what)
   end
 end
 
-function expect_message(text, reply)
+-- Whether a text holds `part`, or a list holds it as an item.
+function has(holder, part)
+  if type(holder) == "string" then return holder:find(part, 1, true) ~= nil end
+  for _, item in ipairs(holder) do
+    if item == part then return true end
+  end
+  return false
+end
+
+function expect_part(text, part)
+  if not has(text, part) then error(show(part) .. " is not in\n" .. show(text), 2) end
+end
+
+function expect_no_part(text, part)
+  if has(text, part) then error(show(part) .. " is in\n" .. show(text), 2) end
+end
+
+local function expect_box(fits, text, reply)
   local box = message()
-  if not box then error("no message is open, expected " .. show(text), 2) end
-  if box.text ~= text then
-    error("expected message " .. show(text) .. ", got " .. show(box.text), 2)
+  if not box then error("no message is open, expected " .. show(text), 3) end
+  if not fits(box.text, text) then
+    error("expected message " .. show(text) .. ", got " .. show(box.text), 3)
   end
   if reply then answer(reply) end
+end
+
+function expect_message(text, reply)
+  expect_box(function(shown, whole) return shown == whole end, text, reply)
+end
+
+function expect_message_part(part, reply) expect_box(has, part, reply) end
+
+-- An entry of the menu of a row, and of a row in the list that a node of the tree shows.
+function command(control, row, entry)
+  right_click(control, row)
+  pick(entry)
+end
+
+function list_command(node, row, entry)
+  select("tvwLayout", node)
+  command("lvwObjects", row, entry)
 end
 
 function expect_screen(name)

@@ -15,7 +15,7 @@ constexpr const char* kActs[] = {
 
 // The script goes on after its act: an act that could not be done is an error at the script's line.
 int afterAct(lua_State* lua, int, lua_KContext) {
-  if (lua_type(lua, -1) == LUA_TSTRING) return luaL_error(lua, "%s", lua_tostring(lua, -1));
+  if (lua_type(lua, -1) == LUA_TSTRING) raise(lua, lua_tostring(lua, -1));
   return 0;
 }
 
@@ -92,6 +92,18 @@ void openLibraries(lua_State* lua) {
 }
 
 }  // namespace
+
+void raise(lua_State* lua, const std::string& text) {
+  std::string where;
+  lua_Debug at;
+  for (int level = 1; where.empty() && lua_getstack(lua, level, &at); ++level) {
+    lua_getinfo(lua, "Sl", &at);
+    if (*at.source == '@') where = std::string(at.short_src) + ":" + std::to_string(at.currentline);
+  }
+  push(lua, (where.empty() ? where : where + ": ") + text);
+  lua_error(lua);
+  std::terminate();  // lua_error does not return
+}
 
 Engine::Engine(ScriptWorld& world, Limits limits) : world_(world), limits_(limits) {
   lua_ = luaL_newstate();

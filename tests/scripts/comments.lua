@@ -14,13 +14,11 @@ test("a comment is kept, changed, chosen and deleted", function()
   click "cmdOk"
   expect_screen "frmCommentList"
   expect(count "lvwComments", before + 1)
-  right_click("lvwComments", "mėn. nuoma pagal ’A’, sutartį")
-  pick "Įrašo redagavimas"
+  command("lvwComments", "mėn. nuoma pagal ’A’, sutartį", "Įrašo redagavimas")
   expect(title(), "Įrašo redagavimas")
   enter("txtInput", "mėn. nuoma")
   click "cmdOk"
-  right_click("lvwComments", "mėn. nuoma")
-  pick "Įrašo redagavimas"
+  command("lvwComments", "mėn. nuoma", "Įrašo redagavimas")
   click "cmdCancel"
   expect(count "lvwComments", before + 1)
   double_click("lvwComments", "mėn. nuoma")
@@ -28,8 +26,7 @@ test("a comment is kept, changed, chosen and deleted", function()
   expect(text "txtComment", "Kovo mėn. nuoma")
 
   click "cmdCommentList"
-  right_click("lvwComments", "mėn. nuoma")
-  pick "Panaikinti įrašą"
+  command("lvwComments", "mėn. nuoma", "Panaikinti įrašą")
   expect_message("Ar tikrai norite panaikinti?", "yes")
   expect(count "lvwComments", before)
   click "cmdCancel"

@@ -1,12 +1,5 @@
 -- The books move to a new chart of accounts, and back again from the copy made before.
 
-local function openConversion()
-  select("tvwLayout", "Sąskaitų planas")
-  right_click "tvwLayout"
-  pick "Sąskaitų konvertavimas"
-  expect_screen "frmAccountNewPlan"
-end
-
 local ids = {}
 
 -- A node of the new plan through the object contract, below the node of `parent`.
@@ -31,7 +24,7 @@ end
 local before, references = {}, {}
 
 test("the new plan is made of the accounts in use", function()
-  openConversion()
+  command("tvwLayout", "Sąskaitų planas", "Sąskaitų konvertavimas")
   expect(row("lsvCovert", 1)[1], "1 Ilgalaikis turtas")
   expect(row("lsvCovert", 1).bold, true)
   expect(enabled "cmdConvert", false, "no account has a counterpart")
@@ -52,7 +45,7 @@ test("the new plan is made of the accounts in use", function()
 end)
 
 test("counterparts by drop, by the keyboard and all at once", function()
-  openConversion()
+  command("tvwLayout", "Sąskaitų planas", "Sąskaitų konvertavimas")
   select("lsvCovert", find_row("lsvCovert", { ["Sąskaitų planas"] = "2711 Atsiskaitomoji sąskaita litais" }))
   drop("lsvCovert", references["271"])
   expect(row("lsvCovert")["Naujas sąskaitos"], "271 Atsiskaitomoji sąskaita litais")
@@ -66,16 +59,14 @@ test("counterparts by drop, by the keyboard and all at once", function()
 
   local first = find_row("lsvCovert", { ["Sąskaitų planas"] = "2 Trumpalaikis turtas" })
   select("lsvCovert", first)
-  right_click("lsvCovert", first)
-  pick "Parinkti sąskaitas automatiškai"
+  command("lsvCovert", first, "Parinkti sąskaitas automatiškai")
   expect(current "lsvCovert", first, "the row stays")
   expect(enabled "cmdConvert", false, "the other classes lack theirs")
   for _, class in ipairs { "1 Ilgalaikis turtas", "3 Nuosavas kapitalas",
                            "4 Mokėtinos sumos ir įsipareigojimai", "5 Pajamos", "6 Sąnaudos" } do
     local at = find_row("lsvCovert", { ["Sąskaitų planas"] = class })
     select("lsvCovert", at)
-    right_click("lsvCovert", at)
-    pick "Parinkti sąskaitas automatiškai"
+    command("lsvCovert", at, "Parinkti sąskaitas automatiškai")
   end
   expect(enabled "cmdConvert", true)
   expect(visible "lblMissing", false)
@@ -90,7 +81,7 @@ test("counterparts by drop, by the keyboard and all at once", function()
 end)
 
 test("without a copy nothing is converted", function()
-  openConversion()
+  command("tvwLayout", "Sąskaitų planas", "Sąskaitų konvertavimas")
   fault(1, 1299, "Diske nebėra vietos!")
   click "cmdConvert"
   expect_message("Diske nebėra vietos!", "ok")
@@ -101,7 +92,7 @@ end)
 
 test("the books are converted, every balance at the counterpart", function()
   before = books.balances "2004.03.31"
-  openConversion()
+  command("tvwLayout", "Sąskaitų planas", "Sąskaitų konvertavimas")
   click "cmdConvert"
   expect_message("Sąskaitų planas pakeistas į naują sąskaitų planą.", "ok")
   expect(enabled "cmdConvert", false, "the new plan is empty again")
@@ -133,7 +124,7 @@ test("work goes on by the new numbers", function()
 end)
 
 test("back again from the copy", function()
-  openConversion()
+  command("tvwLayout", "Sąskaitų planas", "Sąskaitų konvertavimas")
   click "cmdRestore"
   expect_message("Atsarginė kopija atstatyta.", "ok")
   local after = books.balances "2004.03.31"

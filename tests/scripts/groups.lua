@@ -1,19 +1,14 @@
 -- Groups of operations: a common group and a group of documents in it, their numbers and
 -- templates, full sums of debts, and what is refused.
 
-local function command(name, entry)
-  right_click("tvwLayout", name)
-  pick(entry)
-end
-
 local function card(name)
-  command(name, "Padėti ant darbo stalo")
+  command("tvwLayout", name, "Padėti ant darbo stalo")
   expect_screen "frmBROperGroup"
 end
 
 test("a common group has a name alone", function()
   select("tvwLayout", "Finansinių operacijų apskaita")
-  command("Finansinių operacijų apskaita", "Naują bendra grupė")
+  command("tvwLayout", "Finansinių operacijų apskaita", "Naują bendra grupė")
   expect(caption "SOPanel", " Nauja bendra grupė")
   expect(text "txtParentGroup", "Finansinių operacijų apskaita")
   expect(visible "tabGroup", false)
@@ -29,7 +24,7 @@ test("a common group has a name alone", function()
 end)
 
 test("a group of documents with a number, a template and a series", function()
-  command("Filialas", "Naują operacijų grupė")
+  command("tvwLayout", "Filialas", "Naują operacijų grupė")
   expect(caption "SOPanel", " Nauja finansinių operacijų grupė")
   expect(text "txtParentGroup", "Filialas")
   enter("txtName", "Filialo pirkimai")
@@ -51,8 +46,7 @@ test("a group of documents with a number, a template and a series", function()
   click "cmdOk"
   expect(text "txtTemplate", "Pirkimai")
   select("trwTemplates", "Prekių pirkimas su PVM   (204-450, 2441-450)")
-  right_click("trwTemplates", "Prekių pirkimas su PVM   (204-450, 2441-450)")
-  pick "Nustatyti pagrindiniu"
+  command("trwTemplates", "Prekių pirkimas su PVM   (204-450, 2441-450)", "Nustatyti pagrindiniu")
   expect(text "txtMainTemplate", "Prekių pirkimas su PVM")
   click "cmdWrite"
   expect(message(), nil)
@@ -102,7 +96,7 @@ test("full sums are computed and dropped", function()
 end)
 
 test("groups go from below, the first one never", function()
-  command("Filialas", "Panaikinti")
+  command("tvwLayout", "Filialas", "Panaikinti")
   expect_message("Ar tikrai norite panaikinti?", "yes")
   expect_message("Įrašas turi pavaldžių įrašų: Filialo pirkimai", "ok")
   expand("tvwLayout", "Filialas")
@@ -111,7 +105,7 @@ test("groups go from below, the first one never", function()
   expect(message().preset, "no")
   expect_message("Ar tikrai norite panaikinti?\r\nFilialo pirkimai", "yes")
   expect_screen "frmList"
-  command("Filialas", "Panaikinti")
+  command("tvwLayout", "Filialas", "Panaikinti")
   answer "yes"
   expect(message(), nil)
   card "Finansinių operacijų apskaita"

@@ -26,8 +26,7 @@ local function open_dates(account)
 end
 
 test("the screen opens from the groups and is one only", function()
-  right_click("tvwLayout", "Finansinių operacijų apskaita")
-  pick "Sąskaitų blokavimas"
+  command("tvwLayout", "Finansinių operacijų apskaita", "Sąskaitų blokavimas")
   expect_screen "frmBRLock"
   expect(title(), "Sąskaitų blokavimas")
   expect(row("lsvBRLock", 1)["Sąskaita"], "0")

@@ -11,8 +11,7 @@ local function invoice(sum)
 end
 
 local function spread()
-  right_click("lvwBRRecords", 1)
-  pick "Išdėstyti pagal mėnesius"
+  command("lvwBRRecords", 1, "Išdėstyti pagal mėnesius")
   expect_screen "frmBRCopyByMonthes"
 end
 

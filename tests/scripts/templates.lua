@@ -3,13 +3,6 @@
 
 local kind = "Finansinių operacijų šablonai"
 
-local function command(name, entry)
-  select("tvwLayout", kind)
-  right_click("tvwLayout", kind)
-  if name then right_click("lvwObjects", name) end
-  pick(entry)
-end
-
 local function add_line(debit, credit, factor)
   click "cmdNewRow"
   expect_screen "frmBRTemplateAcc"
@@ -21,7 +14,7 @@ end
 local template
 
 test("a group in the tree, and a template in it", function()
-  command(nil, "Nauja šablonų grupė")
+  command("tvwLayout", kind, "Nauja šablonų grupė")
   expect(caption "SOPanel", "Šablonų grupė")
   expect(visible "lvwRows", false)
   expect(text "txtGroup", kind)
@@ -31,7 +24,7 @@ test("a group in the tree, and a template in it", function()
   expect(title(), "Paslaugos")
   close()
 
-  command("Paslaugos", "Naujas šablonas")
+  list_command(kind, "Paslaugos", "Naujas šablonas")
   expect(caption "SOPanel", "Finansinės operacijos šablonas")
   expect(text "txtGroup", "Paslaugos")
   enter("txtName", "Paslaugos per pusę")
@@ -89,7 +82,7 @@ test("entries by template, added and in place of others", function()
   select("trwTemplates", "Paslaugos")
   expect(enabled "cmdOK", false, "a group makes no entries")
   for _, node in ipairs(items "trwTemplates") do
-    if node:find("per pusę", 1, true) then select("trwTemplates", node) end
+    if has(node, "per pusę") then select("trwTemplates", node) end
   end
   expect(text "txtSelect", "Paslaugos per pusę")
   enter("txtSuma", "")
@@ -103,8 +96,7 @@ test("entries by template, added and in place of others", function()
   expect(row("lvwBRRecords", 2)["Suma, Lt"], "100,01")
   expect(row("lvwBRRecords", 2).mark, "bad", "its account is to be chosen")
 
-  right_click("lvwBRRecords", 1)
-  pick "Pakeisti šabloną"
+  command("lvwBRRecords", 1, "Pakeisti šabloną")
   click "cmdCancel"
   expect(count "lvwBRRecords", 2, "a choice that was left changes nothing")
   double_click("lvwBRRecords", 2)
@@ -124,10 +116,9 @@ test("entries by template, added and in place of others", function()
     240 4461 100,01
   ]]
 
-  right_click("lvwBRRecords", 1)
-  pick "Pakeisti šabloną"
+  command("lvwBRRecords", 1, "Pakeisti šabloną")
   for _, node in ipairs(items "trwTemplates") do
-    if node:find("Savikainos", 1, true) then select("trwTemplates", node) end
+    if has(node, "Savikainos") then select("trwTemplates", node) end
   end
   enter("txtSuma", "7")
   click "cmdOK"
@@ -142,28 +133,25 @@ test("what is used stays", function()
   open "O020160021"
   right_click "SSCClose"
   answer "yes"
-  expect(message().text:find("Šablonas nurodytas operacijų grupėje: ", 1, true) ~= nil, true)
-  answer "ok"
+  expect_message_part("Šablonas nurodytas operacijų grupėje: ", "ok")
   expect_screen "frmBRTemplate"
   close()
 end)
 
 test("others were faster", function()
-  command("Paslaugos", "Padėti ant darbo stalo")
+  list_command(kind, "Paslaugos", "Padėti ant darbo stalo")
   expect(title(), "Paslaugos")
   close()
   open(template)
   enter("txtName", " ")
   click "cmdWrite"
-  expect(message().text:find("Įrašymas neatliktas !", 1, true) ~= nil, true, "a name is needed")
-  answer "ok"
+  expect_message_part("Įrašymas neatliktas !", "ok")
   enter("txtName", "Mano vardas")
   local other = object(template)
   other:set("Name", "Kito vardas")
   expect(other:save().code, 0)
   click "cmdWrite"
-  expect(message().text:find("pakeitė kitas vartotojas", 1, true) ~= nil, true)
-  answer "ok"
+  expect_message_part("pakeitė kitas vartotojas", "ok")
   expect(text "txtName", "Mano vardas", "what was typed stays")
   close()
   expect_message("Finansinės operacijos šablonas\r\n\r\nUždaryti be išsaugojimo?", "yes")

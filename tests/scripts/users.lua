@@ -1,12 +1,5 @@
 -- Administration: users, roles and their rights. Passwords and locked logins: login.lua.
 
-local function has(list, wanted)
-  for _, text in ipairs(list) do
-    if text == wanted then return true end
-  end
-  return false
-end
-
 local function new(kind, entry)
   select("tvwLayout", kind)
   right_click "lvwObjects"
@@ -166,7 +159,7 @@ test("the protocol of administration tells it all", function()
   local made = find_row("lvwObjects", { ["Veiksmas"] = "Pakeistos teisės", ["Kam, ką"] = "Kasininkas" })
   double_click("lvwObjects", made)
   expect_screen "frmAdminLog"
-  expect(text "txtDetail":find("(CBROperRights2): paveldima -> P----", 1, true) ~= nil, true)
+  expect_part(text "txtDetail", "(CBROperRights2): paveldima -> P----")
   expect(visible "cmdWrite", false)
   close()
   right_click "lvwObjects"
