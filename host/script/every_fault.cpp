@@ -1,4 +1,5 @@
 // Every call of a scenario to the store fails once, each time on fresh books.
+#include <algorithm>
 #include <map>
 #include <ostream>
 #include <set>
@@ -87,15 +88,25 @@ class StateNotes final : public store::StorePort {
   std::set<Fingerprint>& states_;
 };
 
-// Runs the scenario to its first failure, then unwinds; notes the texts of all boxes.
+// Runs the scenario to its first failure, then unwinds. The call that is to fail is the store's
+// own, below the failures that the scenario arranges itself; noted is what was told from then on.
 class Attempt {
  public:
-  Attempt(Module& module, const Program::Options& options, const std::string& books)
-      : program_(module, at(options, books)) {}
+  // `states`, where given, gets what the books look like after every call.
+  Attempt(Module& module, const Program::Options& options, const std::string& books,
+          std::set<Fingerprint>* states = nullptr)
+      : program_(module, at(options, books)) {
+    program_.observe([this, states](store::Session& session) {
+      notes_ = states ? std::make_unique<StateNotes>(session, *states) : nullptr;
+      faults_.setInner(notes_ ? static_cast<store::StorePort*>(notes_.get()) : &session);
+      return &faults_;
+    });
+  }
   Program& program() { return program_; }
-  const std::vector<std::string>& boxes() const { return boxes_; }
+  FaultStore& faults() { return faults_; }
 
   bool run(const Scenario& scenario, std::ostream& out) {
+    stage_.setDriver([this] { return noteBox(), false; }, nullptr);
     workspace_ = program_.open(stage_, stage_);
     stage_.renewed(*workspace_);
     Engine engine(program_);
@@ -107,9 +118,15 @@ class Attempt {
       if (stuck_.empty()) stuck_ = closeAll();
       if (!engine.outcomes().back().failure.empty()) break;
     }
+    seen_ = engine.seenFailures();
+    seen_.push_back(engine.outcomes().back().failure);
     return report(engine, scenario, out);
   }
 
+  // Texts of all boxes; of those since the call failed; of the failures that the script looked at.
+  const std::set<std::string>& known() const { return known_; }
+  const std::vector<std::string>& boxes() const { return boxes_; }
+  const std::vector<std::string>& seen() const { return seen_; }
   const std::string& stuck() const { return stuck_; }
 
  private:
@@ -135,13 +152,19 @@ class Attempt {
   }
   void noteBox() {
     const Message* box = stage_.openMessage();
-    if (box && (boxes_.empty() || boxes_.back() != box->text)) boxes_.push_back(box->text);
+    if (!box) return;
+    known_.insert(box->text);
+    if (!faults_.fired().empty() && (boxes_.empty() || boxes_.back() != box->text))
+      boxes_.push_back(box->text);
   }
 
   Program program_;
+  std::unique_ptr<StateNotes> notes_;
+  FaultStore faults_;
   HeadlessStage stage_;
   std::unique_ptr<Workspace> workspace_;
-  std::vector<std::string> boxes_;
+  std::set<std::string> known_;
+  std::vector<std::string> boxes_, seen_;
   std::string stuck_;  // a screen that did not close
 };
 
@@ -156,18 +179,46 @@ void arm(FaultStore& faults, Way way, int call) {
   faults.arm(call, way == Way::Code ? kEngineFault : kDone, way == Way::Code ? kFaultText : "");
 }
 
-std::string whatBroke(Attempt& attempt, Way way, const std::set<Fingerprint>& states) {
-  const bool saveFailed = attempt.program().faults().firedOnSave();
-  bool told = false;
-  for (const std::string& box : attempt.boxes()) {
-    told = told || tellsFailedSave(box) || (way == Way::Throw && isException(box));
-    if (way == Way::Code && isException(box)) return "an exception reached the user: " + box;
+bool hasFault(const std::string& text) { return text.find(kFaultText) != std::string::npos; }
+
+// What the good run came to.
+struct GoodRun {
+  std::set<Fingerprint> states;  // of the books, after each call
+  std::set<std::string> boxes;
+  int calls = 0;
+};
+
+// The one who saved, a person or the script, learned why it was not done.
+bool toldFailedSave(const Attempt& attempt) {
+  return std::ranges::any_of(attempt.seen(), hasFault) ||
+         std::ranges::any_of(attempt.boxes(), [](const std::string& box) {
+           return hasFault(box) && (tellsFailedSave(box) || isException(box));
+         });
+}
+
+// Somebody learned that something failed, maybe in the screen's own words.
+bool toldFailure(const Attempt& attempt, const GoodRun& good) {
+  return std::ranges::any_of(attempt.seen(), hasFault) ||
+         std::ranges::any_of(attempt.boxes(), [&](const std::string& box) {
+           return hasFault(box) || !good.boxes.contains(box);
+         });
+}
+
+std::string whatBroke(Attempt& attempt, Way way, const GoodRun& good) {
+  if (way == Way::Code) {
+    const auto exception = std::ranges::find_if(attempt.boxes(), isException);
+    if (exception != attempt.boxes().end()) return "an exception reached the user: " + *exception;
   }
-  if (saveFailed && !told) return "a failed save was not told";
+  const std::string& failed = attempt.faults().fired();
+  if (failed == "save" && !toldFailedSave(attempt)) return "a failed save was not told";
+  // Records are also read for a name alone, or to begin anew behind the screen.
+  const bool shown = failed != "load" && failed != "create";
+  if (way != Way::NoData && shown && !toldFailure(attempt, good))
+    return "a failed call was not told";
   if (!attempt.stuck().empty()) return "a screen does not close: " + attempt.stuck();
   const auto findings = attempt.program().verify();
   if (!findings.empty()) return "the books are not clean: " + findings.front();
-  if (!states.contains(fingerprintOf(attempt.program().session().db())))
+  if (!good.states.contains(fingerprintOf(attempt.program().session().db())))
     return "the books stand as they never stood in the good run";
   return {};
 }
@@ -177,36 +228,31 @@ std::string whatBroke(Attempt& attempt, Way way, const std::set<Fingerprint>& st
 bool runEveryFault(Module& module, const Program::Options& options, const Scenario& scenario,
                    std::ostream& out) {
   const ScratchBooks original(options.place);
-  std::set<Fingerprint> states;
-  int calls = 0;
+  GoodRun good;
   {
     const ScratchBooks copy(original.place());
-    Attempt good(module, options, copy.place());
-    states.insert(fingerprintOf(good.program().session().db()));
-    std::unique_ptr<StateNotes> notes;
-    good.program().observe([&](store::Session& session) {
-      notes = std::make_unique<StateNotes>(session, states);
-      return notes.get();
-    });
-    if (!good.run(scenario, out)) return false;
-    calls = good.program().faults().calls();
+    Attempt attempt(module, options, copy.place(), &good.states);
+    good.states.insert(fingerprintOf(attempt.program().session().db()));
+    if (!attempt.run(scenario, out)) return false;
+    good.calls = attempt.faults().calls();
+    good.boxes = attempt.known();
   }
   int failures = 0;
   const auto failCall = [&](int n, Way way, const char* wayText) {
     const ScratchBooks copy(original.place());
     Attempt attempt(module, options, copy.place());
-    arm(attempt.program().faults(), way, n);
+    arm(attempt.faults(), way, n);
     std::ostream nowhere(nullptr);  // the scenario itself is expected to fail
     (void)attempt.run(scenario, nowhere);
-    const std::string broken = whatBroke(attempt, way, states);
+    const std::string broken = whatBroke(attempt, way, good);
     if (broken.empty()) return;
     ++failures;
-    out << "FAILED  call " << n << " of " << calls << " failed " << wayText << " ("
-        << attempt.program().faults().failedCall() << "): " << broken << '\n';
+    out << "FAILED  call " << n << " of " << good.calls << " failed " << wayText << " ("
+        << attempt.faults().failedCall() << "): " << broken << '\n';
   };
-  for (int n = 1; n <= calls; ++n)
+  for (int n = 1; n <= good.calls; ++n)
     for (const auto& [way, text] : kWays) failCall(n, way, text);
-  out << (failures ? "FAILED  " : "ok      ") << "each of " << calls
+  out << (failures ? "FAILED  " : "ok      ") << "each of " << good.calls
       << " calls to the store failed by code, without data and throwing\n";
   return failures == 0;
 }

@@ -60,7 +60,11 @@ class Engine {
   // is answered at once with its safest button.
   std::vector<std::string> takeShown() { return std::exchange(shown_, {}); }
 
+  // Texts of the failures that the script looked at in results of the object contract.
+  const std::vector<std::string>& seenFailures() const { return seenFailures_; }
+
   // For the parts of the engine.
+  void noteSeen(std::string failure) { seenFailures_.push_back(std::move(failure)); }
   ScriptWorld& world() { return world_; }
   lua_State* thread() const { return thread_; }
   ui::Form& front();                              // the form that acts and reads are about
@@ -93,7 +97,7 @@ class Engine {
   std::string reply_;  // of the act that the script waits for
   bool waiting_ = false;
   bool inScript_ = false;
-  std::vector<std::string> shown_;
+  std::vector<std::string> shown_, seenFailures_;
   std::vector<Outcome> outcomes_;
 };
 

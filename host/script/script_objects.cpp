@@ -19,6 +19,18 @@ int destroyObject(lua_State* lua) {
   return 0;
 }
 
+// A field of a failed result. Whoever reads its code or text has been told of the failure.
+int readFailure(lua_State* lua, Engine& engine) {
+  const int plain = lua_upvalueindex(1);
+  const std::string name = textAt(lua, 2);
+  if (name == "code" || name == "text") {
+    lua_getfield(lua, plain, "text");
+    engine.noteSeen(textAt(lua, -1));
+  }
+  lua_getfield(lua, plain, name.c_str());
+  return 1;
+}
+
 int pushResult(lua_State* lua, int code, const std::string& text, const Variant& value) {
   lua_newtable(lua);
   lua_pushinteger(lua, code);
@@ -26,6 +38,13 @@ int pushResult(lua_State* lua, int code, const std::string& text, const Variant&
   setField(lua, "text", text);
   pushValue(lua, value);
   lua_setfield(lua, -2, "value");
+  if (code == kDone) return 1;
+  lua_newtable(lua);
+  lua_newtable(lua);
+  lua_rotate(lua, -3, -1);
+  lua_pushcclosure(lua, guarded<readFailure>, 1);
+  lua_setfield(lua, -2, "__index");
+  lua_setmetatable(lua, -2);
   return 1;
 }
 

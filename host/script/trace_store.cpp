@@ -62,7 +62,8 @@ void FaultStore::arm(int n, std::int32_t code, std::string text) {
   left_ = n;
   code_ = code;
   text_ = std::move(text);
-  throws_ = fired_ = firedOnSave_ = false;
+  throws_ = false;
+  fired_.clear();
 }
 
 void FaultStore::armThrow(int n, std::string text) {
@@ -83,8 +84,7 @@ bool FaultStore::due(const char* what, std::string_view kind, std::string_view n
                      std::string_view parameters) {
   ++calls_;
   if (left_ == 0 || --left_ > 0) return false;
-  fired_ = true;
-  failedCall_ = what;
+  fired_ = failedCall_ = what;
   for (const std::string_view part : {kind, name, parameters})
     if (!part.empty()) failedCall_.append(" ").append(part);
   return true;
@@ -111,7 +111,6 @@ store::SaveOutcome FaultStore::save(std::string_view kind, std::string_view otyp
   // A save always answers with a code: success without a stored record cannot be meant.
   if (meansNothing()) ++left_;
   if (!due("save", kind, "", otype)) return inner_->save(kind, otype, header, second, third);
-  firedOnSave_ = true;
   return {failure({}).Code, text_, {}};
 }
 

@@ -50,8 +50,8 @@ class FaultStore final : public store::StorePort {
   // The n-th call from now throws, which no store does: it stands for a fault of the program.
   void armThrow(int n, std::string text);
   int calls() const { return calls_; }
-  bool fired() const { return fired_; }
-  bool firedOnSave() const { return firedOnSave_; }
+  // What failed: "save", "load", … as in StoreCall::what; "" as long as nothing did.
+  const std::string& fired() const { return fired_; }
   const std::string& failedCall() const { return failedCall_; }  // for reports
 
   HostResult call(std::string_view kind, std::string_view method,
@@ -75,8 +75,7 @@ class FaultStore final : public store::StorePort {
   std::int32_t code_ = 0;
   std::string text_;
   bool throws_ = false;
-  bool fired_ = false, firedOnSave_ = false;
-  std::string failedCall_;
+  std::string fired_, failedCall_;
 };
 
 }  // namespace tolvex

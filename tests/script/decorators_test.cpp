@@ -43,7 +43,7 @@ TEST(FaultStore, OnlyTheArmedCallFailsAndDoesNotArrive) {
   EXPECT_EQ(store.list("O0201400", "", "", "").Code, kDone);
   EXPECT_EQ(inner.arrived, 2);
   EXPECT_EQ(store.calls(), 3);
-  EXPECT_FALSE(store.firedOnSave());
+  EXPECT_EQ(store.fired(), "load");
   EXPECT_EQ(store.failedCall(), "load O0201500 O02015001");
 }
 
@@ -58,7 +58,7 @@ TEST(FaultStore, ASaveFailsWithACodeAndNeverForLackOfData) {
   EXPECT_EQ(inner.arrived, 2) << "and was made all the same";
   store.arm(1, 1299, "lost");
   EXPECT_EQ(store.save("O0201500", "O0201500", *header, nullptr, nullptr).Code, 1299);
-  EXPECT_TRUE(store.firedOnSave());
+  EXPECT_EQ(store.fired(), "save");
   store.armThrow(1, "gone");
   EXPECT_THROW((void)store.save("O0201500", "O0201500", *header, nullptr, nullptr),
                std::runtime_error);
