@@ -102,7 +102,7 @@ MenuAction UI0200400::newNode(const std::string& above) {
     parent = standing(above);
     if (!parent) return {};
   }
-  std::shared_ptr<VXObjectUIO> node = GetVXObject("");
+  std::shared_ptr<VXObjectUIO> node = standing("");
   if (!node) return {};
   if (parent) {
     node->Fields()["ParentID"] = parent->Fields()["ID"].Value();
@@ -172,7 +172,7 @@ PlanNode UI0200400::readNode(const std::string& id) {
   return found;
 }
 
-// The node that a command is given for; the user is told when there is none.
+// The node that a command is given for, a new one for ""; the user is told when there is none.
 std::shared_ptr<VXObjectUIO> UI0200400::standing(const std::string& id) {
   auto [node, read] = readNode(id);
   if (read.Code == kDone) return node;

@@ -37,10 +37,7 @@ bool deleteAsked(HostContext& host, VXObjectUIO& object) {
 
 std::shared_ptr<VXObjectUIO> newBeside(HostContext& host, VXObjectUIO& like, const char* type) {
   std::shared_ptr<VXObjectUIO> object = host.objects().create(type);
-  if (!object) {
-    warn(host, "Naujas objektas nesukurtas!");
-    return nullptr;
-  }
+  if (!object) return nullptr;
   object->Fields()["ParentID"] = like.Fields()["ParentID"].Value();
   object->Fields()["GroupFlag"] = 0;
   return object;

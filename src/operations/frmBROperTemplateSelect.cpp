@@ -51,7 +51,7 @@ void frmBROperTemplateSelect::opened() {
 void frmBROperTemplateSelect::fill() {
   tree_.clear();
   const std::shared_ptr<VXObjectUIO> groups = host().objects().create(kGroups);
-  if (!groups) return warn(host(), kUnread);
+  if (!groups) return;
   const std::string asked = Parameters().number(request_.templateGroupId).text(kNodeLetter).str();
   const RowSetPtr templates = toldRows(groups->Properties("TemplateList", asked), kUnread);
   if (templates) tree_.show(*templates);

@@ -89,10 +89,7 @@ DictionaryPtr GetCurrencyDictionary(VXObjectUIO& object, DateTime date) {
   std::shared_ptr<VXObjectUIO> operation;
   if (object.OType() != kOperationKind) {
     operation = hostContext().objects().create(kOperationKind);
-    if (!operation) {
-      warn(hostContext(), kNoRates);
-      return nullptr;
-    }
+    if (!operation) return nullptr;
   }
   VXObjectUIO& asked = operation ? *operation : object;
   const MethodResult read = asked.Methods("GetCurrencyList", {Variant(date.Text())});

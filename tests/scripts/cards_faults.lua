@@ -110,7 +110,8 @@ test("without the right to change a card is shown and the store refuses", functi
   choose("tabCard", "Banko sąskaitos")
   expect(enabled "cmdNewAccount", false)
   close()
-  open "O00016291"
+  select("tvwLayout", "PVM tarifai")
+  double_click("lvwObjects", 1)
   expect(enabled "cmdWrite", false)
   expect(enabled "cmdAdd", false)
   close()

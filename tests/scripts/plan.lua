@@ -18,6 +18,10 @@ local function ticked()
 end
 
 test("a class begins with its number", function()
+  right_click("tvwLayout", plan)
+  fault(1, 1205, "Duomenų bazė užimta, bandykite dar kartą!")
+  pick "Nauja klasė"
+  expect_message("Duomenų bazė užimta, bandykite dar kartą!", "ok")
   command("tvwLayout", plan, "Nauja klasė")
   expect(caption "SOPanel", "Nauja klasė")
   expect(focus(), "txtAccountClass")
