@@ -4,6 +4,7 @@
 
 #include "framework/date_time.h"
 #include "framework/text.h"
+#include "host/store/control_digit.h"
 
 namespace tolvex {
 namespace {
@@ -13,19 +14,8 @@ bool isLetter(char c) { return c >= 'A' && c <= 'Z'; }
 bool allDigits(std::string_view text) { return std::all_of(text.begin(), text.end(), isDigit); }
 int valueOf(char digit) { return digit - '0'; }
 
-// The registers of companies, taxpayers and residents count alike: weights 1, 2, … 9, 1, …; when
-// the remainder has two digits, weights that begin with 3; then 0.
 bool lastDigitControls(std::string_view digits) {
-  const std::string_view counted = digits.substr(0, digits.size() - 1);
-  int remainder = 10;
-  for (const std::size_t first : {0, 2}) {
-    int sum = 0;
-    for (std::size_t i = 0; i < counted.size(); ++i)
-      sum += static_cast<int>(1 + (i + first) % 9) * valueOf(counted[i]);
-    remainder = sum % 11;
-    if (remainder != 10) break;
-  }
-  return remainder % 10 == valueOf(digits.back());
+  return controlDigit(digits.substr(0, digits.size() - 1)) == valueOf(digits.back());
 }
 
 int number(std::string_view digits) {

@@ -149,16 +149,16 @@ void fillBanks(Database& db) {
   constexpr const char* kAccount =
       "INSERT INTO bank_account (id, bank_id, owner_ref, account_number, main_flag)"
       " VALUES ($1,$2,$3,$4,$5)";
-  run(db, kAccount, 1, 1, "O00001001", "LT001000000000000001", 1);
-  run(db, kAccount, 2, 1, "O00001001", "LT001000000000000002", 0);
-  run(db, kAccount, 3, 2, "O00001001", "LT002000000000000003", 0);
-  run(db, kAccount, 4, 2, "O00001002", "LT002000000000000004", 1);
-  run(db, kAccount, 5, 1, "O00001003", "LT001000000000000005", 1);
+  run(db, kAccount, 1, 1, "O00001001", "LT037010000000000001", 1);
+  run(db, kAccount, 2, 1, "O00001001", "LT737010000000000002", 0);
+  run(db, kAccount, 3, 2, "O00001001", "LT297020000000000003", 0);
+  run(db, kAccount, 4, 2, "O00001002", "LT027020000000000004", 1);
+  run(db, kAccount, 5, 1, "O00001003", "LT897010000000000005", 1);
 }
 
 void fillParties(Database& db) {
   run(db,
-      "UPDATE firm SET name = 'UAB Demo', code = '110000001', vat_code = 'LT100000001',"
+      "UPDATE firm SET name = 'UAB Demo', code = '110000003', vat_code = 'LT110000003',"
       " street = 'Gedimino pr. 1', city = 'Vilnius', country = 'Lietuva',"
       " director = 'Jonas Jonaitis', director_title = 'direktorius', financier = 'Ona Onaitė',"
       " cashier = 'Rasa Rasaitė' WHERE id = 1");
@@ -166,12 +166,12 @@ void fillParties(Database& db) {
       "INSERT INTO firm (id, parent_id, name, code, vat_code, street, city, country)"
       " VALUES ($1,$2,$3,$4,$5,$6,$7,'Lietuva')";
   const std::optional<int> noParent;
-  run(db, kFirm, 2, noParent, "UAB Tiekėjas", "120000002", "LT120000002", "Kauno g. 2", "Kaunas");
-  run(db, kFirm, 3, noParent, "UAB Pirkėjas", "130000003", "LT130000003", "Taikos pr. 3",
+  run(db, kFirm, 2, noParent, "UAB Tiekėjas", "120000005", "LT120000005", "Kauno g. 2", "Kaunas");
+  run(db, kFirm, 3, noParent, "UAB Pirkėjas", "130000007", "LT130000007", "Taikos pr. 3",
       "Klaipėda");
-  run(db, kFirm, 4, 3, "UAB Pirkėjo filialas", "130000004", "LT130000003", "Tilžės g. 4",
+  run(db, kFirm, 4, 3, "UAB Pirkėjo filialas", "130000014", "LT130000007", "Tilžės g. 4",
       "Šiauliai");
-  run(db, kFirm, 5, noParent, "AB Paslaugos", "150000005", "", "Laisvės al. 5", "Kaunas");
+  run(db, kFirm, 5, noParent, "AB Paslaugos", "150000000", "", "Laisvės al. 5", "Kaunas");
   run(db, "INSERT INTO person (id, name, last_name) VALUES (1, 'Petras', 'Petraitis')");
   constexpr const char* kEmployee =
       "INSERT INTO employee (id, name, last_name, title) VALUES ($1,$2,$3,$4)";

@@ -8,6 +8,7 @@
 #include "framework/references.h"
 #include "framework/rounding.h"
 #include "framework/text.h"
+#include "host/store/control_digit.h"
 #include "host/store/demo.h"
 #include "host/store/dimset.h"
 #include "host/store/numbering.h"
@@ -106,7 +107,8 @@ class Generator {
         " VALUES ($1,$2,$3,$4,$5,$6,'Lietuva')");
     for (int i = 0; i < kFirms; ++i) {
       const auto at = static_cast<std::size_t>(i);
-      const std::string code = std::to_string(200000000 + i * 37);
+      std::string code = std::to_string(20000000 + i * 37);
+      code += static_cast<char>('0' + controlDigit(code));
       names_.push_back(std::string(kForms[at % kForms.size()]) + " " +
                        kStems[at / 7 % kStems.size()] + " " + std::to_string(i + 1));
       insert->bind(1, kFirstFirm + i).bind(2, names_.back()).bind(3, code);

@@ -59,7 +59,7 @@ test("a code that another firm has is asked about, but not in its own branches",
   show "Įmonės"
   click "cmdNew"
   enter("txtName", "UAB Pirkėjas (dar kartą)")
-  enter("txtCode", "130000003")
+  enter("txtCode", "130000007")
   click "cmdWrite"
   expect_message_part("Įmonė su tokiu kodu jau yra: UAB Pirkėjas", "no")
   expect(focus(), "txtCode")
@@ -74,7 +74,7 @@ test("a code that another firm has is asked about, but not in its own branches",
   click "cmdNewBranch"
   expect(text "txtParentID", "UAB Pirkėjas")
   enter("txtName", "UAB Pirkėjo skyrius")
-  enter("txtCode", "130000003")
+  enter("txtCode", "130000007")
   click "cmdWrite"
   if message() then answer "yes" end -- the double one of above
   expect(title(), "UAB Pirkėjo skyrius")
@@ -208,7 +208,7 @@ test("an object is typed by its name or code, or picked", function()
   leave()
   expect(text "txtBankID", "bank", "several fit")
   expect(caption "lblRemarks", "Dėmesio: „bank“ tinka keliems, pasirinkite (F4).")
-  enter("txtAccountNumber", "LT001000000000000077")
+  enter("txtAccountNumber", "LT991000000000000077")
   click "cmdWrite"
   expect_message("„bank“ tinka keliems, pasirinkite (F4)!", "ok")
   expect(focus(), "txtBankID")
@@ -227,7 +227,7 @@ test("an object is typed by its name or code, or picked", function()
   expect(text "txtBankID", "Bankas A")
   click "cmdWrite"
   expect(message(), nil)
-  expect(title(), "Bankas A, LT001000000000000077")
+  expect(title(), "Bankas A, LT991000000000000077")
 end)
 
 test("the same account number of one owner is refused, the main account is one", function()
@@ -238,12 +238,12 @@ test("the same account number of one owner is refused, the main account is one",
   click "cmdNewAccount"
   click "cmdBankID"
   click "cmdOk"
-  enter("txtAccountNumber", "LT001000000000000001")
+  enter("txtAccountNumber", "LT037010000000000001")
   check "chkMainAccountFlag"
   click "cmdWrite"
   expect_message("Toks įrašas jau egzistuoja!\r\n\r\nĮrašymas neatliktas !", "ok")
-  expect(text "txtAccountNumber", "LT001000000000000001")
-  enter("txtAccountNumber", "LT001000000000000009")
+  expect(text "txtAccountNumber", "LT037010000000000001")
+  enter("txtAccountNumber", "LT991000000000000009")
   click "cmdWrite"
   click "cmdCancel"
   activate "UAB Demo"

@@ -188,20 +188,20 @@ constexpr Ask kLists[] = {
     {"the base currency by blanks", kOper, "GetCurrencyByCode", "'   '", "Code", "LTL"},
     {"own accounts, the main one first", kOper, "GetMyFirmAccounts", "None",
      "OIDR,AccOIDR,Preview,MainAccountFlag",
-     "O00003001|O00005001|Bankas A, LT001000000000000001|1\n"
-     "O00003001|O00005002|Bankas A, LT001000000000000002|0\n"
-     "O00003002|O00005003|Bankas B, LT002000000000000003|0"},
+     "O00003001|O00005001|Bankas A, LT037010000000000001|1\n"
+     "O00003001|O00005002|Bankas A, LT737010000000000002|0\n"
+     "O00003002|O00005003|Bankas B, LT297020000000000003|0"},
     {"accounts of a client, reference bare", kOper, "GetClientAccounts", "O00001003",
-     "AccountNumber,SWIFT", "LT001000000000000005|BNKALT2X"},
+     "AccountNumber,SWIFT", "LT897010000000000005|BNKALT2X"},
     {"the account last paid to", kOper, "GetClientLastAccount", "'O00001002'", "AccOIDR",
      "O00005004"},
     {"the newest payment order", kOper, "GetLastPaymentOrder", "'O00001002'", "OIDR,DateD",
      "O02015006|2004.03.10"},
     {"the bank of an account", kOper, "GetBankByAccount", "'O00005004'", "OIDR,Name",
      "O00003002|Bankas B"},
-    {"branches by the firm's code", kOper, "GetFirmChildrens", "'130000003'", "OIDR,Name",
+    {"branches by the firm's code", kOper, "GetFirmChildrens", "'130000007'", "OIDR,Name",
      "O00001004|UAB Pirkėjo filialas"},
-    {"branches by reference", kOper, "GetFirmChildrens", "'O00001003'", "Code", "130000004"},
+    {"branches by reference", kOper, "GetFirmChildrens", "'O00001003'", "Code", "130000014"},
     {"no branches of nobody", kOper, "GetFirmChildrens", "''", "OIDR", ""},
     {"who has a code", kOper, "DO0201500_GetFirmsAndUsers", "None", "OIDR",
      "O00001001\nO00001002\nO00001003\nO00001004\nO00001005"},
