@@ -13,7 +13,7 @@ int currencyToWrite(Database& db, const std::string& code) {
   auto currency = bound(db, "SELECT id, base FROM currency WHERE code = $1", upper(trim(code)));
   if (!currency->step()) throw Refusal(kReferred, "Tokios valiutos nėra: " + code);
   if (currency->integer(1) != 0) {
-    throw Refusal(kRuleBroken, "Bazinės valiutos kursas nenustatomas!");
+    refuseRule("Bazinės valiutos kursas nenustatomas!");
   }
   return static_cast<int>(currency->integer(0));
 }
@@ -31,9 +31,9 @@ void requireRight(Session& session, const DayRateChange& change, bool stands) {
 void writeDayRate(Session& session, const DayRateChange& change) {
   Database& db = session.db();
   const int currency = currencyToWrite(db, change.code);
-  if (change.day == 0) throw Refusal(kRuleBroken, "Nenurodyta kurso data!");
+  if (change.day == 0) refuseRule("Nenurodyta kurso data!");
   if (!change.remove && !(change.rate > 0)) {
-    throw Refusal(kRuleBroken, "Nenurodytas valiutos kursas!");
+    refuseRule("Nenurodytas valiutos kursas!");
   }
   auto stored = bound(db, "SELECT rate FROM currency_rate WHERE currency_id = $1 AND day = $2",
                       currency, change.day);

@@ -13,8 +13,6 @@
 namespace tolvex::store {
 namespace {
 
-constexpr const char* kEditedGoneText = "Redaguojamas įrašas nebeegzistuoja!";
-
 int versionIn(const Saving& saving) { return static_cast<int>(saving.row["RowVersion"].Number()); }
 
 std::string quotedName(const FieldMap& field) { return "„" + std::string(field.field) + "“"; }
@@ -141,7 +139,7 @@ int updateRow(Database& db, const ChildMap& child, RowSet& row, int owner) {
   auto update = db.prepare("UPDATE " + std::string(child.table) + " SET " + columns.pairs +
                            " WHERE id = $" + std::to_string(columns.count + 1));
   update->bind(bindFields(db, *update, 1, child.fields, row, owner), id);
-  if (update->run() == 0) throw Refusal(kEditedGone, kEditedGoneText);
+  if (update->run() == 0) refuseEditedGone();
   return id;
 }
 
@@ -190,7 +188,7 @@ void requireRight(const Saving& saving) {
   if (!*saving.map.component) return;
   const Flags flags = saving.session.rights(componentOf(saving.map, saving.id));
   if (!(saving.isNew ? flags.create : flags.edit)) {
-    throw Refusal(kNoSaveRight, "Nėra teisės įrašyti!");
+    refuseSave();
   }
 }
 
@@ -243,7 +241,7 @@ void requireVersion(const Saving& saving) {
   const RecordMap& map = saving.map;
   auto row = recordQuery(saving.session.db(), map, map.versioned ? "t.row_version" : "1", "id",
                          saving.id, saving.kind);
-  if (!row->step()) throw Refusal(kEditedGone, kEditedGoneText);
+  if (!row->step()) refuseEditedGone();
   if (!map.versioned || row->integer(0) == versionIn(saving)) return;
   const std::string whoWhen = lastChange(saving.session.db(), saving.kind, saving.id);
   throw Refusal(kChangedByOther,
@@ -270,7 +268,7 @@ void updateHeader(const Saving& saving, const std::string& kind) {
   if (map.idsByKind) update->bind(index, kind);
   if (update->run() > 0) return;
   requireVersion(saving);  // somebody was faster
-  throw Refusal(kEditedGone, kEditedGoneText);
+  refuseEditedGone();
 }
 
 // The header as it is stored now: identity, version, and what the rules of the kind put in.
@@ -287,8 +285,6 @@ void tellStored(const MappedRecords& records, const Saving& saving) {
 }  // namespace
 
 std::string MappedRecords::guard(std::string_view, int id) const { return componentOf(map(), id); }
-
-void refuseRule(const std::string& text) { throw Refusal(kRuleBroken, text); }
 
 int MappedRecords::save(Session& session, std::string_view kind, std::string_view otype,
                         RowSet& changes, RowSet* second, RowSet*) const {
@@ -322,9 +318,9 @@ void MappedRecords::erase(Session& session, std::string_view kind, int id) const
   const RecordMap& map = this->map();
   Database& db = session.db();
   const RowSetPtr record = load(session, kind, id);
-  if (!record) throw Refusal(kObjectGone, "Objektas panaikintas!");
+  if (!record) refuseGone();
   if (*map.component && !session.rights(componentOf(map, id)).remove) {
-    throw Refusal(kEditedGone, "Nėra teisės panaikinti!");
+    refuseErase();
   }
   record->MoveFirst();
   const std::string reference((*record)["OIDR"].Text());

@@ -19,10 +19,10 @@ struct Account {
 Account readAccount(Database& db, int id) {
   auto row =
       bound(db, "SELECT plan, code, name, group_flag FROM account WHERE id = $1 AND plan >= 0", id);
-  if (!row->step()) throw Refusal(kEditedGone, "Redaguojamas įrašas nebeegzistuoja!");
+  if (!row->step()) refuseEditedGone();
   if (row->integer(3) != 0) {
-    throw Refusal(kRuleBroken, "Sąskaita " + std::string(row->text(1)) +
-                                   " yra grupė: įrašų joje nėra, pervesti nėra ko!");
+    refuseRule("Sąskaita " + std::string(row->text(1)) +
+               " yra grupė: įrašų joje nėra, pervesti nėra ko!");
   }
   return {static_cast<int>(row->integer(0)), std::string(row->text(1)), std::string(row->text(2))};
 }
@@ -39,7 +39,7 @@ std::string freeNumberBelow(Database& db, const Account& account) {
     if (!anyRow(db, "SELECT 1 FROM account WHERE plan = $1 AND code = $2", account.plan, code))
       return code;
   }
-  throw Refusal(kRuleBroken, "Sąskaita " + account.code + " nebeturi laisvo subsąskaitos numerio!");
+  refuseRule("Sąskaita " + account.code + " nebeturi laisvo subsąskaitos numerio!");
 }
 
 int insertBelow(Database& db, int above, const std::string& code) {

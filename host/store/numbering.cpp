@@ -48,8 +48,7 @@ int nextNumber(Database& db, const NumberRules& rules, int bucketId) {
   select->bind(1, bucketId);
   const std::int64_t highest = select->step() ? select->integer(0) : 0;
   if (highest >= std::numeric_limits<std::int32_t>::max()) {
-    throw Refusal(kRuleBroken,
-                  "Auto numerio reikšmė " + std::to_string(highest + 1) + " yra per didelė!");
+    refuseRule("Auto numerio reikšmė " + std::to_string(highest + 1) + " yra per didelė!");
   }
   return std::max({1, rules.minimal, static_cast<int>(highest) + 1});
 }
@@ -229,7 +228,7 @@ void settleNumber(Session& session, const NumberRules& rules, const HeaderRow* b
                          : withNumber(rules, after.number, offer->number, after.autoNumber);
     }
   } else if (taken(db, bucket, after.autoNumber, after.id)) {
-    throw Refusal(kDuplicate, "Toks įrašas jau egzistuoja!");
+    refuseDouble();
   }
 }
 

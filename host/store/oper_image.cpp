@@ -92,7 +92,7 @@ class Reader {
  private:
   const std::string& next() {
     if (place_ >= fields_.size()) {
-      throw Refusal(kRuleBroken, "Protokolo įrašas sugadintas, įrašymo atšaukti negalima!");
+      refuseRule("Protokolo įrašas sugadintas, įrašymo atšaukti negalima!");
     }
     return fields_[place_++];
   }

@@ -19,8 +19,8 @@ constexpr double kCents = 100, kCurrencyParts = 10000;
 std::string textOf(RowSet& row, const char* name, std::size_t limit) {
   const std::string text(row[name].Text());
   if (length(text) > limit) {
-    throw Refusal(kRuleBroken, std::string("Per ilgas tekstas: ") + name + ", daugiausia " +
-                                   std::to_string(limit) + " ženklų!");
+    refuseRule(std::string("Per ilgas tekstas: ") + name + ", daugiausia " + std::to_string(limit) +
+               " ženklų!");
   }
   return text;
 }
@@ -55,7 +55,7 @@ std::string sumText(double sum) {
 }
 
 [[noreturn]] void refuseEntry(std::string_view message, RowSet& BR) {
-  throw Refusal(kRuleBroken, entryFailure(message, BR, sumText(BR["SumA"].Number())));
+  refuseRule(entryFailure(message, BR, sumText(BR["SumA"].Number())));
 }
 
 std::int64_t partsOrRefuse(double value, double partsInOne, RowSet& BR) {
@@ -225,9 +225,9 @@ HeaderRow headerFrom(RowSet& changes, std::string_view otype, const HeaderRow* b
   }
   row.groupId = intOf(changes, "BROperGroupID");
   row.day = dayOf(changes, "DateD", 0);
-  if (row.day == 0) throw Refusal(kRuleBroken, "Nenurodyta operacijos data!");
+  if (row.day == 0) refuseRule("Nenurodyta operacijos data!");
   if (row.day < kFirstDay) {
-    throw Refusal(kRuleBroken, "Klaidinga operacijos data: " + dayText(row.day) + "!");
+    refuseRule("Klaidinga operacijos data: " + dayText(row.day) + "!");
   }
   row.serija = textOf(changes, "Serija", 20);
   row.number = textOf(changes, "Number", 500);
@@ -260,7 +260,7 @@ std::vector<EntryChange> entriesFrom(Session& session, RowSet& changes, const Op
     EntryChange entry;
     if (BR.State() != RowState::Added) {
       entry.before = readEntry(session.db(), change.after.id, intOf(BR, "ID"));
-      if (!entry.before) throw Refusal(kEditedGone, "Redaguojamas įrašas nebeegzistuoja!");
+      if (!entry.before) refuseEditedGone();
     }
     if (BR.State() != RowState::Deleted) {
       entry.after = entry.before.value_or(EntryRow{});

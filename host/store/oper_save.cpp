@@ -34,7 +34,7 @@ void checkRights(Session& session, const OperChange& change) {
   if (!allowed(change.after.groupId) ||
       (change.before && change.before->groupId != change.after.groupId &&
        !allowed(change.before->groupId))) {
-    throw Refusal(kNoSaveRight, "Nėra teisės įrašyti!");
+    refuseSave();
   }
 }
 
@@ -68,7 +68,7 @@ std::vector<int> lockOperations(Database& db, std::vector<int> ids) {
 // A record that was read from another version is refused.
 HeaderRow lockedHeader(Session& session, RowSet& changes, int id) {
   std::optional<HeaderRow> header = holdOperation(session, id, pointersIn(changes));
-  if (!header) throw Refusal(kEditedGone, "Redaguojamas įrašas nebeegzistuoja!");
+  if (!header) refuseEditedGone();
   if (changes["RowVersion"].Number() != header->rowVersion) {
     throw Refusal(kChangedByOther,
                   "Įrašą pakeitė kitas vartotojas: " + lastChange(session.db(), id));
@@ -83,7 +83,7 @@ void checkPointers(Database& db, const OperChange& change) {
     for (const RefRow& ref : entry.after->refs) {
       if (ref.role == kOwnOperation) {
         if (ref.pointsTo == change.after.id) {
-          throw Refusal(kRuleBroken, "Esama operacija negali būti adresatu!");
+          refuseRule("Esama operacija negali būti adresatu!");
         }
         ids.push_back(ref.pointsTo);
       } else if (kindOf(ref.foidr).starts_with(kOperationKind.substr(0, 7))) {
@@ -158,7 +158,7 @@ void testEntries(Database& db, const OperChange& change) {
       message = kBadAccount;
     }
     if (!message.empty()) {
-      throw Refusal(kRuleBroken, entryFailure(message, *BR, centsText(row.sumLt)));
+      refuseRule(entryFailure(message, *BR, centsText(row.sumLt)));
     }
   }
 }
@@ -325,9 +325,9 @@ int saveOperation(Session& session, std::string_view kind, std::string_view otyp
 void eraseOperation(Session& session, int id, SaveReason reason) {
   Database& db = session.db();
   const std::optional<HeaderRow> header = holdOperation(session, id, {});
-  if (!header) throw Refusal(kObjectGone, "Objektas panaikintas!");
+  if (!header) refuseGone();
   if (!session.rights(operComponent(header->groupId)).remove) {
-    throw Refusal(kEditedGone, "Nėra teisės panaikinti!");
+    refuseErase();
   }
   OperChange change;
   change.before = *header;

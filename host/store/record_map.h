@@ -113,9 +113,6 @@ struct Saving {
   bool isNew;
 };
 
-// Refuses with 1204 and the text of a broken rule.
-[[noreturn]] void refuseRule(const std::string& text);
-
 struct RecordMap {
   const char* table;
   std::span<const FieldMap> fields;

@@ -58,15 +58,12 @@ RowSetPtr readRecord(Session& session, std::string_view kind, int id) {
   const RecordHandler* const handler = recordHandler(kind);
   if (!handler) throw Refusal(kUnknownRoutine, "Nežinoma objekto rūšis: " + std::string(kind));
   RowSetPtr record = handler->load(session, kind, id);
-  if (!record) throw Refusal(kObjectGone, "Objektas panaikintas!");
+  if (!record) refuseGone();
   const std::string guard = handler->guard(kind, id);
   if (!guard.empty() && !session.rights(guard).view) refuseView();
   record->MoveFirst();
   return record;
 }
-
-void refuseSave() { throw Refusal(kNoSaveRight, "Nėra teisės įrašyti!"); }
-void refuseView() { throw Refusal(kNoSaveRight, "Nėra teisės peržiūrėti!"); }
 
 RowSetPtr finishList(RowSetPtr rows, std::string_view filter) {
   if (!trim(filter).empty()) {

@@ -42,8 +42,6 @@ const RecordHandler* recordHandler(std::string_view kind);
 // A single record for the user of the session. Throws 1203 without the right to view it, 16 when it
 // does not exist, 1206 for a kind that the store does not keep.
 RowSetPtr readRecord(Session& session, std::string_view kind, int id);
-[[noreturn]] void refuseView();
-[[noreturn]] void refuseSave();
 
 // What a list is asked for, one text each. `first` may be a whole parameter text of its own
 // ("'','filter'", "'from','to','parent','filter'"); then the others are not used.

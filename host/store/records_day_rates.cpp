@@ -57,8 +57,8 @@ class DayRateRecords final : public RecordHandler {
   }
 
   void erase(Session& session, std::string_view, int day) const override {
-    if (!hasRates(session, day)) throw Refusal(kObjectGone, "Objektas panaikintas!");
-    if (!session.rights("CCurrency").remove) throw Refusal(kEditedGone, "Nėra teisės panaikinti!");
+    if (!hasRates(session, day)) refuseGone();
+    if (!session.rights("CCurrency").remove) refuseErase();
     run(session.db(), "DELETE FROM currency_rate WHERE day = $1", day);
   }
 

@@ -164,7 +164,7 @@ class LockRecords final : public RecordHandler {
   int save(Session& session, std::string_view, std::string_view, RowSet& row, RowSet* further,
            RowSet*) const override {
     Database& db = session.db();
-    if (!session.rights(kComponent).edit) throw Refusal(kNoSaveRight, "Nėra teisės įrašyti!");
+    if (!session.rights(kComponent).edit) refuseSave();
     std::vector<LockChange> changes;
     addChanges(db, row, changes);
     if (further) addChanges(db, *further, changes);
@@ -181,7 +181,7 @@ class LockRecords final : public RecordHandler {
     const int account =
         isRef(reference) ? idOf(reference) : accountNamed(db, row["Account"].Text());
     const RowSetPtr now = load(session, kKind, account);
-    if (!now) throw Refusal(kEditedGone, "Redaguojamas įrašas nebeegzistuoja!");
+    if (!now) refuseEditedGone();
     now->MoveFirst();
     for (const char* field : {"ID", "OIDR", "OID", "OType", "Preview", "RowVersion", "UserOIDR"}) {
       row[field] = (*now)[field].Value();
@@ -191,10 +191,10 @@ class LockRecords final : public RecordHandler {
 
   void erase(Session& session, std::string_view, int id) const override {
     if (!session.rights(kComponent).remove) {
-      throw Refusal(kEditedGone, "Nėra teisės panaikinti!");
+      refuseErase();
     }
     if (run(session.db(), "DELETE FROM account_lock WHERE account_id = $1", id) == 0) {
-      throw Refusal(kObjectGone, "Objektas panaikintas!");
+      refuseGone();
     }
   }
 

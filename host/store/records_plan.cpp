@@ -54,7 +54,7 @@ void checkNumber(const Saving& saving, int plan, const std::string& code) {
   }
   if (anyRow(db, "SELECT 1 FROM account WHERE plan = $1 AND code = $2 AND id <> $3", plan, code,
              saving.id)) {
-    throw Refusal(kDuplicate, "Toks įrašas jau egzistuoja!");
+    refuseDouble();
   }
 }
 

@@ -234,9 +234,7 @@ class ReadOnlyRecords : public RecordHandler {
   int save(Session&, std::string_view, std::string_view, RowSet&, RowSet*, RowSet*) const override {
     refuseSave();
   }
-  void erase(Session&, std::string_view, int) const override {
-    throw Refusal(kEditedGone, "Nėra teisės panaikinti!");
-  }
+  void erase(Session&, std::string_view, int) const override { refuseErase(); }
 };
 
 constexpr ColumnSpec kLog[] = {{"ID", FieldType::Integer},        {"OIDR", FieldType::Text},

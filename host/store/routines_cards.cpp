@@ -26,7 +26,7 @@ Variant GetFirmsByCode(Session& session, const Arguments& arguments, std::string
 // All tariffs in their order, in place of those that the caller had read: "18;9;5".
 Variant SaveVATtariffs(Session& session, const Arguments& arguments, std::string_view) {
   Database& db = session.db();
-  if (!session.rights(kTariffComponent).edit) throw Refusal(kNoSaveRight, "Nėra teisės įrašyti!");
+  if (!session.rights(kTariffComponent).edit) refuseSave();
   std::vector<std::string> stored;
   auto tariffs = db.prepare("SELECT value FROM vat_tariff ORDER BY sort_order, id");
   while (tariffs->step())
@@ -42,7 +42,7 @@ Variant SaveVATtariffs(Session& session, const Arguments& arguments, std::string
       throw Refusal(kWrongParameters, "Klaidingas PVM tarifas: " + written);
     const int stored = tariffHundredths(value);
     if (anyRow(db, "SELECT 1 FROM vat_tariff WHERE value = $1", stored))
-      throw Refusal(kRuleBroken, "PVM tarifas nurodytas du kartus: " + written + "!");
+      refuseRule("PVM tarifas nurodytas du kartus: " + written + "!");
     run(db, "INSERT INTO vat_tariff (value, sort_order) VALUES ($1, $2)", stored, ++order);
   }
   return {};

@@ -48,16 +48,15 @@ Variant SaveComment(Session& session, const Arguments& arguments, std::string_vi
   requireWriter(session);
   int id = arguments[0].integer();
   const std::string name = trim(arguments[1].str());
-  if (name.empty()) throw Refusal(kRuleBroken, "Nenurodytas komentaro tekstas!");
-  if (length(name) > kLongestComment)
-    throw Refusal(kRuleBroken, "Komentaras ilgesnis negu 1000 simbolių!");
+  if (name.empty()) refuseRule("Nenurodytas komentaro tekstas!");
+  if (length(name) > kLongestComment) refuseRule("Komentaras ilgesnis negu 1000 simbolių!");
   if (id == 0) {
     id = insertedId(session.db(),
                     "INSERT INTO comment_text (kind, name) VALUES ($1, $2) RETURNING id",
                     arguments[2].str(), name);
   } else if (run(session.db(), "UPDATE comment_text SET name = $2 WHERE id = $1 AND kind = $3", id,
                  name, arguments[2].str()) == 0) {
-    throw Refusal(kEditedGone, "Redaguojamas įrašas nebeegzistuoja!");
+    refuseEditedGone();
   }
   Answer answer(kCommentId);
   answer.row().integer(id);
@@ -67,8 +66,7 @@ Variant SaveComment(Session& session, const Arguments& arguments, std::string_vi
 Variant DeleteComment(Session& session, const Arguments& arguments, std::string_view) {
   requireWriter(session);
   const int id = arguments[0].integer();
-  if (run(session.db(), "DELETE FROM comment_text WHERE id = $1", id) == 0)
-    throw Refusal(kObjectGone, "Objektas panaikintas!");
+  if (run(session.db(), "DELETE FROM comment_text WHERE id = $1", id) == 0) refuseGone();
   Answer answer(kCommentId);
   answer.row().integer(id);
   return answer.done();

@@ -63,7 +63,7 @@ Variant CreateFullSum(Session& session, const Arguments& arguments, std::string_
   if (run(db,
           "UPDATE oper_group SET account_code = $2, row_version = row_version + 1 WHERE id = $1",
           group, code) == 0) {
-    throw Refusal(kObjectGone, "Objektas panaikintas!");
+    refuseGone();
   }
   if (!code.empty()) createFullSums(db, code);
   dropUnaskedSums(db);
@@ -95,7 +95,7 @@ Variant GetBROperGroupByOIDR(Session& session, const Arguments& arguments, std::
   constexpr std::string_view kGroups = "O0201400";
   const int id = isRef(arguments[0].str()) ? idOf(arguments[0].str()) : arguments[0].integer();
   const RowSetPtr group = recordHandler(kGroups)->load(session, kGroups, id);
-  if (!group) throw Refusal(kObjectGone, "Objektas panaikintas!");
+  if (!group) refuseGone();
   return group;
 }
 

@@ -130,8 +130,7 @@ void addRequired(Database& db, std::int64_t line, std::string_view guid, RowSetP
 Variant GetTemplateAccAndAddr(Session& session, const Arguments& arguments, std::string_view) {
   const std::string& given = arguments[0].str();
   const int id = isRef(given) ? idOf(given) : arguments[0].integer();
-  if (!anyRow(session.db(), "SELECT 1 FROM template WHERE id = $1", id))
-    throw Refusal(kObjectGone, "Objektas panaikintas!");
+  if (!anyRow(session.db(), "SELECT 1 FROM template WHERE id = $1", id)) refuseGone();
   auto lines = bound(session.db(),
                      "SELECT l.id, l.guid, COALESCE(d.code, '*'), COALESCE(c.code, '*'), l.factor"
                      " FROM template_line l LEFT JOIN account d ON d.id = l.account_d"

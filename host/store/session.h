@@ -9,13 +9,13 @@
 #include <functional>
 #include <map>
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <typeindex>
 
 #include "framework/date_time.h"
 #include "host/store/database.h"
+#include "host/store/refusal.h"
 #include "host/store/store_port.h"
 
 namespace tolvex::store {
@@ -43,32 +43,6 @@ struct NumberOffer {
   std::string text;        // by the mask of the group
   std::string userPrefix;  // what the text was made of
   int madeOn = 0;
-};
-
-// A refusal with its code, thrown inside the store and answered at the session's border.
-class Refusal : public std::runtime_error {
- public:
-  Refusal(int code, const std::string& text) : std::runtime_error(text), code(code) {}
-  const int code;
-};
-
-// Codes of the store; meaning and texts: docs/internals/store.md.
-enum StoreCode : int {
-  kParentGone = 1,
-  kObjectGone = 16,
-  kEditedGone = 32,  // save of a deleted record; delete without the right
-  kReferred = 547,
-  kDuplicate = 3604,
-  kChangedByOther = 1201,
-  kLocked = 1202,
-  kNoSaveRight = 1203,
-  kRuleBroken = 1204,
-  kBusy = 1205,
-  kUnknownRoutine = 1206,
-  kWrongParameters = 1207,
-  kEpochChanged = 1208,
-  kStopped = 1209,
-  kEngine = 1299,
 };
 
 struct Flags {

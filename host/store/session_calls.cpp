@@ -122,7 +122,7 @@ HostResult Session::call(std::string_view kind, std::string_view method,
 HostResult Session::load(std::string_view kind, std::string_view reference) {
   return guarded(Transaction::For::Read, [&]() -> Variant {
     const std::string_view asked = kindIn(kind, reference);
-    if (!isRef(reference)) throw Refusal(kObjectGone, "Objektas panaikintas!");
+    if (!isRef(reference)) refuseGone();
     return readRecord(*this, asked, idOf(reference));
   });
 }
@@ -151,7 +151,7 @@ SaveOutcome Session::save(std::string_view kind, std::string_view otype, RowSet&
 
 HostResult Session::erase(std::string_view kind, std::string_view reference) {
   return guarded(Transaction::For::Write, [&]() -> Variant {
-    if (!isRef(reference)) throw Refusal(kObjectGone, "Objektas panaikintas!");
+    if (!isRef(reference)) refuseGone();
     const std::string_view asked = kindIn(kind, reference);
     handlerOf(asked).erase(*this, asked, idOf(reference));
     return {};

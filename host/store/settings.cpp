@@ -1,6 +1,5 @@
 #include "host/store/settings.h"
 
-#include "host/store/records.h"
 #include "host/store/sql.h"
 
 namespace tolvex::store {

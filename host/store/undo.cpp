@@ -14,12 +14,10 @@
 namespace tolvex::store {
 namespace {
 
-[[noreturn]] void refuseNothing() {
-  throw Refusal(kRuleBroken, "Nėra įrašymo, kurį būtų galima atšaukti!");
-}
+[[noreturn]] void refuseNothing() { refuseRule("Nėra įrašymo, kurį būtų galima atšaukti!"); }
 
 [[noreturn]] void refuseOtherwiseChanged() {
-  throw Refusal(kRuleBroken, "Operacija po įrašymo pakeista kitaip, jo atšaukti negalima!");
+  refuseRule("Operacija po įrašymo pakeista kitaip, jo atšaukti negalima!");
 }
 
 // The newest row of the protocol below `belowId`; without an id when there is none.
