@@ -151,6 +151,11 @@ bool FormWidget::key(ui::Control& control, int code, int modifiers) {
   if (control.kind == Kind::ListView && !control_) {
     if (listKey(static_cast<ui::ListView&>(control), code)) return true;
   }
+  if (control.kind == Kind::OptionButton && modifiers == Qt::NoModifier &&
+      (code == Qt::Key_Left || code == Qt::Key_Right)) {
+    chooseBeside(static_cast<ui::OptionButton&>(control), code == Qt::Key_Right ? 1 : -1);
+    return true;
+  }
   if (control.kind == Kind::TreeView && enter) {
     auto& tree = static_cast<ui::TreeView&>(control);
     act([this, &tree] { input().activate(tree, tree.current()); });
@@ -181,6 +186,22 @@ bool FormWidget::key(ui::Control& control, int code, int modifiers) {
     }
   }
   return false;
+}
+
+void FormWidget::chooseBeside(const ui::OptionButton& option, int direction) {
+  std::vector<ui::OptionButton*> group;
+  for (ui::Control* control : order_) {
+    if (control->kind != Kind::OptionButton || !control->usable()) continue;
+    auto* one = static_cast<ui::OptionButton*>(control);
+    if (one->group == option.group) group.push_back(one);
+  }
+  const auto at = std::find(group.begin(), group.end(), &option) - group.begin() + direction;
+  if (at < 0 || at >= static_cast<std::ptrdiff_t>(group.size())) return;
+  ui::OptionButton* const next = group[static_cast<std::size_t>(at)];
+  act([this, next] {
+    input().choose(*next);
+    wake();
+  });
 }
 
 // Whether a command of the form bears these keys. Keys without Ctrl or Alt write text first.
@@ -227,6 +248,7 @@ bool FormWidget::listKey(ui::ListView& list, int code) {
   switch (code) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
+      if (list.rows().empty()) return false;  // nothing to open: Enter goes on
       act([this, &list] { input().activate(list, list.current()); });
       return true;
     case Qt::Key_Insert:
@@ -253,6 +275,12 @@ void FormWidget::enterKey(ui::Control& control) {
     return;
   }
   if (ControlView* field = view(control)) field->commit();
+  ui::ListView* found =
+      control.kind == Kind::TextBox ? static_cast<ui::TextBox&>(control).finds : nullptr;
+  if (found && found->currentRow()) {
+    act([this, found] { input().activate(*found, found->current()); });
+    return;
+  }
   step(control);
 }
 

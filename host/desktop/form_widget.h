@@ -91,6 +91,7 @@ class FormWidget final : public QWidget, public ui::FormView {
   bool listKey(ui::ListView& list, int key);
   bool listCommand(ui::Control& control, int key, int modifiers);
   void enterKey(ui::Control& control);
+  void chooseBeside(const ui::OptionButton& option, int direction);
   void focusIn(ui::Control& control, int reason);
   void bringIntoSight(const ui::Control& control);
   void pressDefault();

@@ -97,6 +97,7 @@ QPushButton[role="danger"]:disabled { color: #9aa7b2; }
 QPushButton[role="small"] { padding: 0 7px; min-width: 14px; min-height: 26px; max-height: 26px; }
 QPushButton[role="segment"] { border-radius: 0; padding: 0 13px; }
 QPushButton[role="segment"]:checked { background: #dcebf2; border-color: #1f6a8c; color: #17536e; }
+QPushButton[role="segment"]:focus { border: 2px solid #1f6a8c; padding: 0 12px; }
 QPushButton[role="segment"]:checked:disabled { color: #9aa7b2; border-color: #c3ccd4; }
 QTreeView, QTreeWidget { background: white; border: 1px solid #dde3e8; border-radius: 4px;
   outline: 0; show-decoration-selected: 1; }

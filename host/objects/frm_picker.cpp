@@ -23,6 +23,7 @@ frmPicker::frmPicker(HostContext& host, const PickRequest& request)
   cmdCancel.isCancel = true;
   cmbKind.onChange = [this] { readKind(); };
   txtFind.onChange = [this] { narrow(); };
+  txtFind.finds = &lvwObjects;
   lvwObjects.onActivate = [this] { choose(); };
   lvwObjects.onChange = [this] { cmdOk.enabled = lvwObjects.currentRow() != nullptr; };
   cmdOk.onClick = [this] { choose(); };

@@ -48,8 +48,8 @@ constexpr HelpKey kConversionKeys[] = {
     {"Del", "panaikinti pasirinkimą"},
 };
 constexpr HelpKey kPickerKeys[] = {
+    {"Enter", "pasirinkti pažymėtą, taip pat iš paieškos"},
     {"↓", "iš paieškos į sąrašą"},
-    {"Enter", "pasirinkti"},
 };
 constexpr HelpKey kTariffKeys[] = {
     {"Ctrl+N", "naujas tarifas"},

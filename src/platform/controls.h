@@ -20,6 +20,7 @@ namespace tolvex::ui {
 class Form;
 class Control;
 class Button;
+class ListView;
 struct Menu;
 
 using Handler = std::function<void()>;
@@ -120,7 +121,8 @@ class TextBox final : public Control {
   int lines = 1;
   std::size_t maxLength = 0;  // characters that may be typed; 0 without limit
   bool password = false;
-  Button* picker = nullptr;  // F4 in the box presses it
+  Button* picker = nullptr;   // F4 in the box presses it
+  ListView* finds = nullptr;  // Enter in the box opens that list's current row
   // What becomes of a typed character in the text typed so far; 0 drops it.
   std::function<char32_t(char32_t key, const std::string& text)> keyFilter;
 };

@@ -162,6 +162,35 @@ TEST_F(KeyboardTest, ListsAnswerTheKeysOfALedger) {
   EXPECT_EQ(form.lvwEntries.current(), 0);
 }
 
+TEST_F(KeyboardTest, EnterGoesOnFromAnEmptyListAndOpensWhatASearchFound) {
+  form.txtFoundation.finds = &form.lvwEntries;
+  focus(form.txtFoundation);
+  takeLog();
+  key(Qt::Key_Return);
+  EXPECT_EQ(takeLog(), "open 272111 567,75 ");
+  form.lvwEntries.setRows({});
+  form.lvwEntries.current = -1;
+  settle();
+  focus(form.txtFoundation);
+  key(Qt::Key_Return);
+  EXPECT_EQ(form.focus(), &form.chkPrint) << "nothing was found: Enter goes on";
+  focus(form.lvwEntries);
+  key(Qt::Key_Return);
+  EXPECT_EQ(takeLog(), "");
+  EXPECT_EQ(form.focus(), &form.cmdWrite);
+}
+
+TEST_F(KeyboardTest, ArrowsChooseAmongOptions) {
+  form.optEntries.choose();
+  focus(form.optEntries);
+  key(Qt::Key_Left);
+  EXPECT_TRUE(form.optEntries.on()) << "there is none before the first";
+  key(Qt::Key_Right);
+  EXPECT_TRUE(form.optLinks.on());
+  EXPECT_EQ(form.focus(), &form.optLinks);
+  EXPECT_TRUE(find(form.optLinks).hasFocus());
+}
+
 TEST_F(KeyboardTest, ShortcutsAndDefaultButtons) {
   focus(form.txtSum);
   takeLog();
