@@ -57,7 +57,6 @@ void frmBROper::wire() {
   lvwBRRecords.onDelete = [this] { deleteEntries(entries_.current()); };
   lvwRelatedBR.onActivate = [this] { openRelated(lvwRelatedBR); };
   optBRBalance.onChange = optRelatedBRList.onChange = [this] { refreshView(); };
-  cmdTools.onClick = [this] { popup(menuTools, cmdTools); };
   cmdWrite.onClick = [this] { save(); };
   SSCNew.onClick = [this] { openNext(); };
   SSCClose.onClick = cmdCancel.onClick = [this] { leave(); };

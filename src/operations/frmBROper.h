@@ -67,7 +67,7 @@ class frmBROper final : public ui::Form, private OperationLink {
                              {"Operacija/Dokumentas", 30, ui::Align::Left, true}}};
 
   ui::Button SSCClose{this, "SSCClose", "Uždaryti", ui::Role::Quiet};
-  ui::Button cmdTools{this, "cmdTools", "Veiksmai", ui::Role::Quiet};
+  ui::Button cmdTools{this, "cmdTools", "&Veiksmai", ui::Role::Quiet};
   ui::Button SSCNew{this, "SSCNew", "Nauja"};
   ui::Button cmdCancel{this, "cmdCancel", "Atšaukti"};
   ui::Button cmdWrite{this, "cmdWrite", "Įrašyti", ui::Role::Primary};
