@@ -45,7 +45,10 @@ frmList::frmList(HostContext& host, Navigator& navigator)
   cmdPeriod.tip = kPeriod;
   cmdPeriod.shortcut = "Ctrl+L";
   // The list is read again once the loop is idle.
-  cmdPeriod.onClick = [this] { (void)Form::host().workplace().newPeriod(source_.kind); };
+  cmdPeriod.onClick = [this] {
+    setFocus(lvwObjects);
+    (void)Form::host().workplace().newPeriod(source_.kind);
+  };
   lvwObjects.onActivate = [this] { activate(); };
   lvwObjects.onRightClick = [this] { popupMenu(); };
   lvwObjects.carries = [this](const std::string& key) { return carried(key); };
@@ -185,6 +188,7 @@ void frmList::readRow(int id) {
       rows, [&](const ObjectRow& row) { return !isDocument(row.row) || idOf(row.row.key) != id; });
   const std::size_t count = rows.size();
   replaceRows(begin, end, std::move(rows));
+  if (begin == end && count > 0) lvwObjects.current = static_cast<int>(begin);  // made just now
   if (unfinished() && begin < placed_) placed_ += count - (end - begin);
 }
 
@@ -385,6 +389,7 @@ void frmList::popupMenu() {
 }
 
 void frmList::runNew() {
+  setFocus(lvwObjects);  // that is where the user comes back to
   for (const MenuEntry& entry : sourceMenu()) {
     if (!makesNew(entry)) continue;
     const std::string otype = source_.otype.empty() ? source_.kind : source_.otype;

@@ -38,6 +38,13 @@ dtpFrom | dtpTo
 )";
 }
 
+void frmPeriod::opened() {
+  if (optDays.on())
+    setFocus(txtDays);
+  else
+    setFocus(dtpFrom);
+}
+
 void frmPeriod::applyMode() {
   txtDays.enabled = optDays.on();
   dtpFrom.enabled = optRange.on();

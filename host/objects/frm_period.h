@@ -10,6 +10,7 @@ class frmPeriod final : public ui::Form {
  public:
   frmPeriod(HostContext& host, const ViewPeriod& period);
   const char* picture() const override;
+  void opened() override;
   bool accepted() const { return result == 1; }
   ViewPeriod period() const;
 
