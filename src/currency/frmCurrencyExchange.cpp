@@ -57,9 +57,8 @@ void frmCurrencyExchange::opened() {
   dtpDate.value = date.IsDate() ? date.AsDate() : host().clock().today();
   books_.bankAccounts = toldRows(operation_->Properties("MyFirmAccounts", ""));
   const InfluenceAccounts influence = readInfluenceAccounts(host());
-  if (const DictionaryPtr accounts = toldDictionary(operation_->Properties("AccountList", ""))) {
-    books_.accounts = *accounts;
-  }
+  const DictionaryPtr accounts = toldDictionary(operation_->Properties("AccountList", ""));
+  if (accounts) books_.accounts = *accounts;
   fillAccounts(cmbAcc536, books_.accounts);
   fillAccounts(cmbAcc636, books_.accounts);
   showAccount(cmbAcc536, influence.gain);

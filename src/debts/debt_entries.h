@@ -57,7 +57,7 @@ DebtPayment debtPayment(RowSet& selected);
 MethodResult addDebtEntries(UIO0201500& operation, const DebtsRequest& request, RowSet& selected);
 
 // Lets the user choose debts and adds their entries. Value is true when they were made, empty when
-// the user gave up or something was refused. The text of a refusal has not been shown yet.
+// the user gave up or something was refused.
 MethodResult Debts(UIO0201500& operation, Arguments par);
 
 // The selection alone: debit account, credit account, addressee, date. Value is the set of

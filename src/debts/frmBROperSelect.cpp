@@ -15,7 +15,6 @@
 #include "framework/told.h"
 #include "operations/screen/account_combo.h"
 #include "operations/screen/addressee_pick.h"
-#include "platform/save_outcome.h"
 
 namespace tolvex {
 namespace {
@@ -90,9 +89,8 @@ void frmBROperSelect::wireList() {
 // --- opening ----------------------------------------------------------------------------------
 
 void frmBROperSelect::opened() {
-  if (const DictionaryPtr accounts = toldDictionary(operation_->Properties("AccountList", ""))) {
-    accounts_ = *accounts;
-  }
+  const DictionaryPtr accounts = toldDictionary(operation_->Properties("AccountList", ""));
+  if (accounts) accounts_ = *accounts;
   fillAccounts(cmbAcc, accounts_);
   influence_ = markedInfluenceAccounts(host());
   rates_.load(*operation_, asked_.rateDate);
@@ -185,14 +183,10 @@ void frmBROperSelect::findByNumber() {
 std::optional<std::vector<std::string>> frmBROperSelect::parties() {
   std::vector<std::string> all = {txtAddr.tag};
   if (!chkByFirmChildrens.enabled() || !chkByFirmChildrens.on()) return all;
-  HostResult branches;
-  operation_->BO()->CallBO("DO0201500_GetFirmChildrens", Parameters().text(txtAddr.tag).str(),
-                           nullptr, branches);
-  if (branches.Code != kDone) {
-    warn(host(), branches.Text);
-    return std::nullopt;
-  }
-  ForEachRow(*branches.Data.AsRows(), [&](RowSet& row) { all.emplace_back(row["OIDR"].Text()); });
+  const RowSetPtr branches = toldRows(*operation_->BO(), "DO0201500_GetFirmChildrens",
+                                      Parameters().text(txtAddr.tag).str());
+  if (!branches) return std::nullopt;
+  ForEachRow(*branches, [&](RowSet& row) { all.emplace_back(row["OIDR"].Text()); });
   return all;
 }
 
@@ -227,11 +221,11 @@ void frmBROperSelect::listDebts(std::vector<Debt> debts) {
 
 bool frmBROperSelect::readDebtsOf(const std::string& party, std::vector<Debt>& debts) {
   const std::string group = group_.reference().empty() ? "0" : group_.reference();
-  const RowSetPtr rows = toldRows(operation_->Properties(
+  const RowSetPtr answer = toldRows(operation_->Properties(
       DebtsMethodName(party, side()),
       debtsParameters(accountIn(cmbAcc), asked_.date, party, side(), group)));
-  if (!rows) return false;
-  const std::vector<Debt> more = readDebts(*rows);
+  if (!answer) return false;
+  const std::vector<Debt> more = readDebts(*answer);
   debts.insert(debts.end(), more.begin(), more.end());
   return true;
 }
@@ -246,7 +240,7 @@ ListedOperations frmBROperSelect::wanted() const {
 }
 
 bool frmBROperSelect::readTrade(std::vector<Debt>& debts) {
-  const RowSetPtr rows = toldRows(operation_->Properties(
+  const RowSetPtr answer = toldRows(operation_->Properties(
       listed_ == ListedOperations::Offers ? "Offer_BROpers" : "Order_BROpers",
       Parameters()
           .text("0")
@@ -254,8 +248,8 @@ bool frmBROperSelect::readTrade(std::vector<Debt>& debts) {
           .text(txtAddr.tag)
           .number(side())
           .str()));
-  if (!rows) return false;
-  debts = readTradeOperations(*rows, listed_, -side());
+  if (!answer) return false;
+  debts = readTradeOperations(*answer, listed_, -side());
   for (Debt& debt : debts) {
     debt.AddrOIDR = txtAddr.tag;
     debt.AddrName = txtAddr.text;
@@ -394,22 +388,13 @@ void frmBROperSelect::enterSum() {
   enterSumOf(*row);
 }
 
-// Litas are split as the debts cover does it; of a payment in a currency its own sum is asked.
 void frmBROperSelect::enterSumOf(DebtRow& row) {
-  double sum = 0, sumCurr = 0;
-  if (isCurrency(asked_.money.code)) {
-    const auto typed = host().dialogs().input(
-        "Apmokama suma, " + asked_.money.code, "Sumos įvedimas",
-        row.ticked ? formatNumber(row.CoverSumCurr, 2, numbers_, false) : std::string());
-    if (!typed || !evaluateSum(*typed, sum)) return;
-  } else {
-    frmCoverSum dialog(host(), row, money());
-    host().screens().runModal(dialog);
-    if (!dialog.accepted) return;
-    sum = dialog.lt();
-    sumCurr = dialog.curr();
-  }
-  const std::string refusal = coverBy(row, roundHalfEven(sum, 2), sumCurr);
+  frmCoverSum dialog(host(), row, money());
+  host().screens().runModal(dialog);
+  if (!dialog.accepted) return;
+  const bool currency = isCurrency(asked_.money.code);
+  const std::string refusal =
+      currency ? coverBy(row, dialog.curr(), 0) : coverBy(row, dialog.lt(), dialog.curr());
   rowChanged();
   inform(refusal);
 }

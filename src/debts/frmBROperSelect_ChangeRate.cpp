@@ -4,7 +4,6 @@
 #include "framework/recordset.h"
 #include "framework/told.h"
 #include "operations/entry_rules.h"
-#include "platform/save_outcome.h"
 
 namespace tolvex {
 
