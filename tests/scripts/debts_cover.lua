@@ -99,6 +99,7 @@ test("dollars are covered at two other rates", function()
   stored("2004.01.10", "T-4", { { "204", "450", 1000, { { -1, firm } }, -1, "USD", 2.8 } })
   stored("2004.02.10", "T-5", { { "450", "2713", 400, { { 1, firm } }, 1, "USD", 2.7 } })
   stored("2004.03.10", "T-6", { { "450", "2713", 600, { { 1, firm } }, 1, "USD", 2.75 } })
+  expect(open_on("2004.01.31", -1), "1180 0; 2800 1000", "of then")
   cover_supplier "2004.02.10"
   enter("txtSumC", "1080")
   check("lvwBRPrimary", "T-4 UAB")
