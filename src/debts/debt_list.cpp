@@ -20,13 +20,25 @@ std::string noRate(std::string_view code) {
   return "Nenurodytas " + std::string(code) + " kursas !";
 }
 
-DebtList::DebtList(ui::ListView& view, NumberFormat format)
-    : view_(view), format_(std::move(format)) {
+std::string leftOverHint(const DebtRow& row, const NumberFormat& format) {
+  return "Litais visa valiutos suma nepadengiama: lieka " + FormatSum(row.LikutisCurr, format) +
+         " " + row.LikutisCurrCode;
+}
+
+std::string leftOverText(const DebtRow& row, const std::string& command,
+                         const NumberFormat& format) {
+  return "Litais nepadengta " + FormatSum(row.LikutisCurr, format) + " " + row.LikutisCurrCode +
+         " (" + row.debt.Number + "): eilutės meniu „" + command + "“";
+}
+
+DebtList::DebtList(ui::ListView& view, NumberFormat format, Line line)
+    : view_(view), format_(std::move(format)), line_(std::move(line)) {
   view_.checkBoxes = true;
 }
 
 void DebtList::payIn(CoverMoney money) {
   money_ = std::move(money);
+  if (line_) return;
   view_.columns = columns(money_);
   view_.touch();
 }
@@ -49,6 +61,7 @@ std::vector<ui::Column> DebtList::columns(const CoverMoney& money) {
 }
 
 ui::Row DebtList::shown(const DebtRow& row) const {
+  if (line_) return line_(row);
   const auto sum = [&](double value) { return ui::Cell(FormatSum(value, format_)); };
   const auto tagged = [](std::string text, std::string tag) {
     ui::Cell cell(std::move(text));
@@ -61,8 +74,7 @@ ui::Row DebtList::shown(const DebtRow& row) const {
   out.hint = row.debt.AddrName;
   if (leavesCurrency(row)) {
     out.mark = ui::Mark::Bad;
-    out.hint = "Litais visa valiutos suma nepadengiama: lieka " +
-               FormatSum(row.LikutisCurr, format_) + " " + row.LikutisCurrCode;
+    out.hint = leftOverHint(row, format_);
   }
   out.cells = {tagged(row.debt.DateD.Text(), row.debt.OIDR),
                tagged(row.debt.Number + " " + row.debt.Comment, row.debt.Number),

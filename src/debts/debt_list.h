@@ -2,6 +2,7 @@
 // currency that he has chosen.
 #pragma once
 
+#include <functional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -16,9 +17,17 @@ namespace tolvex {
 // The message of a currency that has no rate to cover at.
 std::string noRate(std::string_view code);
 
+// What litas leave of a row's currency: as its line tells it, and as the screen does, which names
+// the command that covers it.
+std::string leftOverHint(const DebtRow& row, const NumberFormat& format);
+std::string leftOverText(const DebtRow& row, const std::string& command,
+                         const NumberFormat& format);
+
 class DebtList {
  public:
-  DebtList(ui::ListView& view, NumberFormat format);
+  // How a row is shown where its columns are not those of columns().
+  using Line = std::function<ui::Row(const DebtRow&)>;
+  DebtList(ui::ListView& view, NumberFormat format, Line line = {});
 
   // What ticks pay in from now on; in a currency a column of its sums stands at the end. Rows that
   // are ticked stay as they are: the caller shows others.
@@ -63,6 +72,7 @@ class DebtList {
 
   ui::ListView& view_;
   NumberFormat format_;
+  const Line line_;
   std::vector<DebtRow> rows_;
   CoverMoney money_;
   double limit_ = 0;

@@ -1,12 +1,10 @@
 #include "debts/frmBROperSelect.h"
 
 #include <algorithm>
-#include <set>
 
 #include "debts/frmBROperSelect_ChangeRate.h"
 #include "debts/frmBROperSelect_Find.h"
 #include "debts/frmCoverSum.h"
-#include "debts/operation_lines.h"
 #include "framework/conversions.h"
 #include "framework/parameters.h"
 #include "framework/references.h"
@@ -31,7 +29,6 @@ frmBROperSelect::frmBROperSelect(const OperationSelectRequest& request)
       sum_(isCurrency(asked_.money.code) ? txtPaymentCurr : txtPaymentLt, 2, request.host.numbers(),
            NumberBox::Input::Arithmetic) {
   setTitle("Operacijų pasirinkimas");
-  lvwBROper.checkBoxes = true;
   for (ui::TextBox* box : {&txtAddr, &txtDate, &txtRateDate, &txtCurrCode, &txtRate, &txtSkolaLt})
     box->readOnly = true;
   (isCurrency(asked_.money.code) ? txtPaymentLt : txtPaymentCurr).readOnly = true;
@@ -48,10 +45,8 @@ frmBROperSelect::frmBROperSelect(const OperationSelectRequest& request)
 const char* frmBROperSelect::picture() const {
   return R"(
 [fraSettings]
-  cmbAcc> | optDeb optCred
-  txtAddr> cmdAddr cmdCleanAddr | chkByFirmChildrens
-  txtOperGroup> cmdOperGroup cmdCleanGroup
-  txtDate | txtRateDate | txtCurrCode txtRate | >>
+  cmbAcc> | optDeb optCred | txtDate | txtRateDate | txtCurrCode txtRate
+  txtAddr> cmdAddr cmdCleanAddr | chkByFirmChildrens | txtOperGroup> cmdOperGroup cmdCleanGroup
   optDebtOpers | optTradeDocOpers dtpDate | >> | cmdGo
 lvwBROper>
 txtSkolaLt | txtPaymentLt | txtPaymentCurr | lblTotals>
@@ -77,13 +72,19 @@ void frmBROperSelect::wire() {
 }
 
 void frmBROperSelect::wireList() {
-  lvwBROper.onCheck = [this] { tickChanged(); };
+  lvwBROper.onCheck = [this] { changed(list_.takeTick()); };
   lvwBROper.onActivate = mnuSum.onClick = [this] { enterSum(); };
   menuRow.onPopup = [this] { prepareMenu(); };
-  mnuExact.onClick = [this] { coverWholeCurrency(); };
+  mnuExact.onClick = [this] {
+    list_.coverCurrentExactly();
+    changed("");
+  };
   mnuRates.onClick = [this] { enterRate(); };
-  mnuAll.onClick = [this] { tickAll(true); };
-  mnuDrop.onClick = [this] { tickAll(false); };
+  mnuAll.onClick = [this] { changed(join(list_.tickAll(), kLineBreak)); };
+  mnuDrop.onClick = [this] {
+    list_.releaseAll();
+    changed("");
+  };
 }
 
 // --- opening ----------------------------------------------------------------------------------
@@ -210,7 +211,7 @@ void frmBROperSelect::fill() {
                      [](const Debt& a, const Debt& b) { return a.DateD < b.DateD; });
   }
   listDebts(std::move(debts));
-  if (!rows_.empty()) setFocus(lvwBROper);
+  if (list_.current()) setFocus(lvwBROper);
 }
 
 void frmBROperSelect::listDebts(std::vector<Debt> debts) {
@@ -261,102 +262,47 @@ void frmBROperSelect::split() {
   if (listed_ == ListedOperations::Debts)
     ComputeInfluence(debts_, [this](std::string_view code) { return rateOf(code); });
   splitSum_ = sum_.value();
-  rows_ = FillDebtList(debts_, influence_, money(), splitSum_);
-  showRows();
-}
-
-void frmBROperSelect::showRows() {
-  std::vector<ui::Row> lines(rows_.size());
-  for (std::size_t i = 0; i < lines.size(); ++i) lines[i] = lineOf(i);
-  lvwBROper.setRows(std::move(lines));
-  lvwBROper.current = rows_.empty() ? -1 : 0;
+  list_.payIn(money());
+  list_.limit(splitSum_);
+  list_.show(FillDebtList(debts_, influence_, money(), splitSum_));
   refreshTotals();
-}
-
-ui::Row frmBROperSelect::lineOf(std::size_t index) const {
-  ui::Row line = operationLine(rows_[index], listed_, numbers_);
-  line.key = std::to_string(index);
-  return line;
 }
 
 void frmBROperSelect::refreshTotals() {
   double debtLt = 0;
-  for (const DebtRow& row : rows_) debtLt += row.LikutisLt + row.PaymentLt + row.InfluenceSum;
+  for (const DebtRow& row : list_.rows())
+    debtLt += row.LikutisLt + row.PaymentLt + row.InfluenceSum;
   txtSkolaLt.text = formatNumber(debtLt, 2, numbers_);
   const CoverMoney payment = money();
   if (isCurrency(payment.code)) {
     txtPaymentLt.text = formatNumber(roundLt(sum_.value() * payment.rate), 2, numbers_);
     txtRate.text = formatNumber(payment.rate, 4, numbers_, false);
   }
-  const auto left = std::ranges::find_if(rows_, leavesCurrency);
-  lblTotals.caption =
-      left == rows_.end() ? totals() : leftOverText(*left, mnuExact.caption(), numbers_);
-  cmdOK.enabled = std::ranges::any_of(rows_, &DebtRow::ticked);
+  const DebtRow* over = list_.leftOver();
+  lblTotals.caption = over ? leftOverText(*over, mnuExact.caption(), numbers_) : totals();
+  cmdOK.enabled = std::ranges::any_of(list_.rows(), &DebtRow::ticked);
 }
+
+double frmBROperSelect::left() const { return roundHalfEven(splitSum_ - list_.ticked(), 2); }
 
 // What is ticked, and what that leaves of the sum.
 std::string frmBROperSelect::totals() const {
-  double paidLt = 0, paidCurr = 0;
-  int ticked = 0;
-  for (const DebtRow& row : rows_) {
-    if (!row.ticked) continue;
-    ++ticked;
-    paidLt += row.PaymentLt;
-    paidCurr += row.CoverSumCurr;
-  }
   const auto shown = [this](double sum) { return formatNumber(sum, 2, numbers_); };
   const bool currency = isCurrency(asked_.money.code);
   const std::string unit = currency ? asked_.money.code : "Lt";
   std::string text =
-      "Pažymėta: " + std::to_string(ticked) + "     Apmokama: " + shown(paidLt) + " Lt";
-  if (currency) text += " (" + shown(paidCurr) + " " + unit + ")";
-  if (sum_.value() > 0) text += "     Lieka: " + shown(leftOf(rows_, sum_.value())) + " " + unit;
+      "Pažymėta: " + std::to_string(std::ranges::count_if(list_.rows(), &DebtRow::ticked)) +
+      "     Apmokama: " + shown(list_.tickedLt()) + " Lt";
+  if (currency) text += " (" + shown(list_.ticked()) + " " + unit + ")";
+  if (splitSum_ > 0) text += "     Lieka: " + shown(left()) + " " + unit;
   return text;
 }
 
 // --- rows ---------------------------------------------------------------------------------------
 
-DebtRow* frmBROperSelect::currentRow() {
-  const int row = lvwBROper.current;
-  return row >= 0 && static_cast<std::size_t>(row) < rows_.size()
-             ? &rows_[static_cast<std::size_t>(row)]
-             : nullptr;
-}
-
-void frmBROperSelect::rowChanged() {
-  const auto index = static_cast<std::size_t>(lvwBROper.current());
-  lvwBROper.edit()[index] = lineOf(index);
+void frmBROperSelect::changed(const std::string& refusal) {
   refreshTotals();
-}
-
-void frmBROperSelect::tickChanged() {
-  DebtRow* row = currentRow();
-  if (!row) return;
-  std::string refusal;
-  if (!lvwBROper.currentRow()->checked) {
-    ReleaseCover(*row);
-  } else {
-    std::set<std::string> told;
-    refusal =
-        tickRow(rows_, static_cast<std::size_t>(lvwBROper.current()), money(), sum_.value(), told);
-  }
-  rowChanged();
   inform(refusal);
-}
-
-void frmBROperSelect::tickAll(bool on) {
-  std::set<std::string> told;
-  std::vector<std::string> refusals;
-  for (std::size_t i = 0; i < rows_.size(); ++i) {
-    if (!on) {
-      ReleaseCover(rows_[i]);
-    } else if (!rows_[i].ticked) {
-      const std::string refusal = tickRow(rows_, i, money(), sum_.value(), told);
-      if (!refusal.empty()) refusals.push_back(refusal);
-    }
-  }
-  showRows();
-  inform(join(refusals, kLineBreak));
 }
 
 void frmBROperSelect::inform(const std::string& text) {
@@ -368,7 +314,7 @@ void frmBROperSelect::inform(const std::string& text) {
 }
 
 void frmBROperSelect::prepareMenu() {
-  const DebtRow* row = currentRow();
+  const DebtRow* row = list_.current();
   const bool currency = row && isCurrency(row->LikutisCurrCode);
   mnuSum.caption = currency ? row->LikutisCurrCode + " sumos įvedimas" : "Sumos įvedimas";
   mnuRates.caption =
@@ -380,43 +326,20 @@ void frmBROperSelect::prepareMenu() {
 
 // How much of the payment goes to one row, whatever the others took of it.
 void frmBROperSelect::enterSum() {
-  DebtRow* row = currentRow();
+  const DebtRow* row = list_.current();
   if (!row) return;
-  std::set<std::string> told;
-  const DebtCheck check = CheckDebtRow(*row, told);
-  if (check.code != DebtCheck::Good) return inform(check.message);
-  enterSumOf(*row);
-}
-
-void frmBROperSelect::enterSumOf(DebtRow& row) {
-  frmCoverSum dialog(host(), row, money());
+  if (const std::string why = list_.currentRefused(); !why.empty()) return inform(why);
+  frmCoverSum dialog(host(), *row, money());
   host().screens().runModal(dialog);
   if (!dialog.accepted) return;
-  const bool currency = isCurrency(asked_.money.code);
-  const std::string refusal =
-      currency ? coverBy(row, dialog.curr(), 0) : coverBy(row, dialog.lt(), dialog.curr());
-  rowChanged();
-  inform(refusal);
-}
-
-// Why the row was left unticked, or "".
-std::string frmBROperSelect::coverBy(DebtRow& row, double sum, double sumCurr) {
-  ReleaseCover(row);
-  if (sum <= 0) return {};
-  if (sum_.value() > 0 && sum > leftOf(rows_, sum_.value()))
-    return "Suma didesnė už likusią mokėjimo sumą!";
-  return ApplyCover(row, money(), sum, sumCurr).message;
-}
-
-void frmBROperSelect::coverWholeCurrency() {
-  DebtRow* row = currentRow();
-  if (!row) return;
-  inform(coverExactly(*row, money()).message);
-  rowChanged();
+  const double sum = isCurrency(asked_.money.code) ? dialog.curr() : dialog.lt();
+  if (splitSum_ > 0 && sum > roundHalfEven(left() + row->taken(), 2))
+    return inform("Suma didesnė už likusią mokėjimo sumą!");
+  changed(list_.coverCurrent(dialog.lt(), dialog.curr()));
 }
 
 void frmBROperSelect::enterRate() {
-  const DebtRow* row = currentRow();
+  const DebtRow* row = list_.current();
   if (!row || listed_ != ListedOperations::Debts || !isCurrency(row->LikutisCurrCode)) return;
   const std::string code = row->LikutisCurrCode;
   frmBROperSelect_ChangeRate dialog(host(), operation_, code, asked_.rateDate, rateOf(code));
@@ -434,7 +357,7 @@ void frmBROperSelect::sumChanged() {
 }
 
 void frmBROperSelect::accept() {
-  selected_ = selectedOperations(rows_, money(), influence_);
+  selected_ = selectedOperations(list_.rows(), money(), influence_);
   close();
 }
 

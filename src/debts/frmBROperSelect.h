@@ -11,6 +11,8 @@
 #include <string>
 #include <vector>
 
+#include "debts/debt_list.h"
+#include "debts/operation_lines.h"
 #include "debts/operation_select.h"
 #include "operations/screen/group_box.h"
 #include "operations/screen/number_box.h"
@@ -45,7 +47,7 @@ class frmBROperSelect final : public ui::Form {
                                     "Prekybos užsakymo ir pasiūlymo operacijos nuo datos", "what"};
   ui::DatePicker dtpDate{this, "dtpDate"};
   ui::Button cmdGo{this, "cmdGo", "Užpildyti"};
-  ui::ListView lvwBROper{this, "lvwBROper", {}};
+  ui::ListView lvwBROper{this, "lvwBROper", operationColumns(ListedOperations::Debts)};
   ui::TextBox txtSkolaLt{this, "txtSkolaLt", "Skola, Lt", 14, ui::Align::Right};
   ui::TextBox txtPaymentLt{this, "txtPaymentLt", "Mokama, Lt", 14, ui::Align::Right};
   ui::TextBox txtPaymentCurr{this, "txtPaymentCurr", "Mokama valiuta", 14, ui::Align::Right};
@@ -87,23 +89,16 @@ class frmBROperSelect final : public ui::Form {
   bool readTrade(std::vector<Debt>& debts);
   void listDebts(std::vector<Debt> debts);
   void split();  // the sum over the debts, anew
-  void showRows();
-  ui::Row lineOf(std::size_t index) const;
   void refreshTotals();
   std::string totals() const;
   double rateOf(std::string_view code) const { return rates_.rate(code).value_or(0); }
   CoverMoney money() const { return {asked_.money.code, rateOf(asked_.money.code)}; }
 
   // Rows.
-  DebtRow* currentRow();
-  void rowChanged();
-  void tickChanged();
-  void tickAll(bool on);
+  void changed(const std::string& refusal);  // ticks; why not all of them
+  double left() const;                       // of the sum
   void prepareMenu();
   void enterSum();
-  void enterSumOf(DebtRow& row);
-  std::string coverBy(DebtRow& row, double sum, double sumCurr);
-  void coverWholeCurrency();
   void enterRate();
   void sumChanged();
   void accept();
@@ -117,9 +112,10 @@ class frmBROperSelect final : public ui::Form {
   RateBook rates_;
   ListedOperations listed_ = ListedOperations::Debts;  // what the list shows now
   std::vector<Debt> debts_;
-  std::vector<DebtRow> rows_;
   GroupBox group_{txtOperGroup, cmdOperGroup, &cmdCleanGroup, "O0201400", false};
   const NumberFormat numbers_ = host().numbers();
+  DebtList list_{lvwBROper, numbers_,
+                 [this](const DebtRow& row) { return operationLine(row, listed_, numbers_); }};
   NumberBox sum_;        // of the payment, in its money
   double splitSum_ = 0;  // what the list was split by
 };

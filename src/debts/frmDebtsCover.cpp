@@ -284,9 +284,7 @@ void frmDebtsCover::refresh() {
   for (const CoverSideBox* side : {&primary, &secondary}) {
     const DebtRow* row = side->list.leftOver();
     if (!row) continue;
-    lblStatus.caption = "Litais nepadengta " + FormatSum(row->LikutisCurr, host().numbers()) + " " +
-                        row->LikutisCurrCode + " (" + row->debt.Number + "): eilutės meniu „" +
-                        mnuExact.caption() + "“";
+    lblStatus.caption = leftOverText(*row, mnuExact.caption(), host().numbers());
     return;
   }
   if (first == second) {

@@ -1,5 +1,6 @@
 #include "debts/operation_lines.h"
 
+#include "debts/debt_list.h"
 #include "framework/conversions.h"
 #include "framework/rounding.h"
 
@@ -101,19 +102,12 @@ ui::Row operationLine(const DebtRow& row, ListedOperations listed, const NumberF
   line.hint = row.debt.Info;
   if (leavesCurrency(row)) {
     line.mark = ui::Mark::Bad;
-    line.hint = "Litais visa valiutos suma nepadengiama: lieka " +
-                FormatSum(row.LikutisCurr, format) + " " + row.LikutisCurrCode;
+    line.hint = leftOverHint(row, format);
   }
   line.cells = listed == ListedOperations::Debts
                    ? debtCells(row, cells)
                    : tradeCells(row, listed == ListedOperations::Offers, cells);
   return line;
-}
-
-std::string leftOverText(const DebtRow& row, const std::string& command,
-                         const NumberFormat& format) {
-  return "Litais nepadengta " + FormatSum(row.LikutisCurr, format) + " " + row.LikutisCurrCode +
-         " (" + row.debt.Number + "): eilutės meniu „" + command + "“";
 }
 
 }  // namespace tolvex

@@ -14,8 +14,5 @@ namespace tolvex {
 std::vector<ui::Column> operationColumns(ListedOperations listed);
 // A row whose currency litas cannot cover is marked, its hint says what is left.
 ui::Row operationLine(const DebtRow& row, ListedOperations listed, const NumberFormat& format);
-// How a screen tells of such a row: what is left of which debt, and the command that covers it.
-std::string leftOverText(const DebtRow& row, const std::string& command,
-                         const NumberFormat& format);
 
 }  // namespace tolvex

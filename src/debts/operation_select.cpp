@@ -7,11 +7,6 @@
 namespace tolvex {
 namespace {
 
-// What a row takes of the payment, in the payment's money.
-double takenBy(const DebtRow& row) {
-  return isCurrency(row.PaymentCurrCode) ? row.CoverSumCurr : row.PaymentLt;
-}
-
 // Date, number and comment, as pointers at operations read everywhere.
 std::string pointerText(const Debt& debt) {
   std::string text = debt.DateD.Text();
@@ -96,23 +91,6 @@ std::vector<Debt> readTradeOperations(RowSet& rows, ListedOperations listed, int
     debts.push_back(std::move(debt));
   });
   return debts;
-}
-
-double leftOf(const std::vector<DebtRow>& rows, double sum) {
-  for (const DebtRow& row : rows)
-    if (row.ticked) sum -= takenBy(row);
-  return roundHalfEven(sum, 2);
-}
-
-std::string tickRow(std::vector<DebtRow>& rows, std::size_t index, const CoverMoney& money,
-                    double sum, std::set<std::string>& toldCodes) {
-  DebtRow& row = rows[index];
-  ReleaseCover(row);
-  const DebtCheck check = CheckDebtRow(row, toldCodes);
-  if (check.code != DebtCheck::Good) return check.message;
-  const double left = sum > 0 ? leftOf(rows, sum) : 0;
-  if (sum > 0 && left <= 0) return {};
-  return ApplyCover(row, money, left).message;
 }
 
 RowSetPtr selectedOperations(const std::vector<DebtRow>& rows, const CoverMoney& money,

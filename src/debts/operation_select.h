@@ -6,7 +6,6 @@
 #pragma once
 
 #include <memory>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -76,13 +75,6 @@ enum class ListedOperations { Debts, Orders, Offers };
 // The trade's answer as debts: what is left to pay of each. `sign` is that of the side they are
 // paid from.
 std::vector<Debt> readTradeOperations(RowSet& rows, ListedOperations listed, int sign);
-
-// What the ticked rows leave of the sum, in the money of the payment.
-double leftOf(const std::vector<DebtRow>& rows, double sum);
-// Ticks one row by what is left of the sum, or wholly when no sum is fixed. Gives why it was left
-// unticked, "" also when that was told before or nothing is left.
-std::string tickRow(std::vector<DebtRow>& rows, std::size_t index, const CoverMoney& money,
-                    double sum, std::set<std::string>& toldCodes);
 
 // The ticked rows in their order.
 RowSetPtr selectedOperations(const std::vector<DebtRow>& rows, const CoverMoney& money,
