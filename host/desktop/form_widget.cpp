@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "host/desktop/layout_builder.h"
+#include "host/desktop/letter_menu.h"
 #include "host/desktop/theme.h"
 
 namespace tolvex::desktop {
@@ -251,7 +252,7 @@ void FormWidget::takeFocus() {
 // --- menus ------------------------------------------------------------------------------------
 
 void FormWidget::popup(ui::Menu& menu, ui::Control& at) {
-  auto* widget = new QMenu(this);
+  auto* widget = new LetterMenu(this);
   widget->setAttribute(Qt::WA_DeleteOnClose);
   bool separate = false;
   for (ui::MenuItem* item : menu.items) {

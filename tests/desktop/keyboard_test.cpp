@@ -289,6 +289,26 @@ TEST_F(KeyboardTest, TheMenuKeyOpensTheMenuOfTheRow) {
   EXPECT_EQ(stage.openMenu(), nullptr);
 }
 
+TEST_F(KeyboardTest, EntriesOfAMenuAreFoundByTyping) {
+  focus(form.lvwEntries);
+  QContextMenuEvent byKey(QContextMenuEvent::Keyboard, QPoint(5, 5), QPoint(5, 5));
+  QApplication::sendEvent(QApplication::focusWidget(), &byKey);
+  settle();
+  auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+  ASSERT_TRUE(menu);
+  std::string marked;
+  for (const char* letter : {"f", "i", "į", "x"}) {
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, QString::fromUtf8(letter));
+    QApplication::sendEvent(menu, &press);
+    marked += menu->activeAction() ? menu->activeAction()->objectName().toStdString() + " " : "- ";
+  }
+  EXPECT_EQ(marked, "mnuPerson mnuPerson mnuFirm mnuFirm ");
+  takeLog();
+  QTest::keyClick(menu, Qt::Key_Return);
+  settle();
+  EXPECT_EQ(takeLog(), "mnuFirm() ");
+}
+
 TEST_F(KeyboardTest, CombosCompleteWhatIsTyped) {
   focus(form.cmbAccount);
   takeLog();
