@@ -25,7 +25,7 @@ namespace {
 constexpr int kSignWidth = 20;
 constexpr int kCellPadding = 8;
 constexpr int kScrollBar = 16;
-constexpr int kWidestWish = 760;
+constexpr int kWidestWish = 1240;    // a dialog is as wide as that where the screen allows
 constexpr int kNarrowestChars = 12;  // of a column that grows, before the list scrolls sideways
 
 QColor rowGround(bool selected, int row) {
