@@ -295,6 +295,9 @@ void FormWidget::step(ui::Control& from) {
       const auto* button = static_cast<const ui::Button*>(control);
       return button->role == ui::Role::Primary || button->isDefault;
     }
+    // Of options the chosen one stands for all; arrows lead to the others.
+    if (control->kind == Kind::OptionButton)
+      return static_cast<const ui::OptionButton*>(control)->on();
     return control->kind != Kind::TextBox || !static_cast<const ui::TextBox*>(control)->readOnly();
   };
   const auto next = std::find_if(at + 1, order_.end(), wanted);

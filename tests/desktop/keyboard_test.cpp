@@ -189,6 +189,11 @@ TEST_F(KeyboardTest, ArrowsChooseAmongOptions) {
   EXPECT_TRUE(form.optLinks.on());
   EXPECT_EQ(form.focus(), &form.optLinks);
   EXPECT_TRUE(find(form.optLinks).hasFocus());
+  focus(form.chkPrint);
+  key(Qt::Key_Return);
+  EXPECT_EQ(form.focus(), &form.optLinks) << "Enter stops at the chosen one";
+  key(Qt::Key_Return);
+  EXPECT_EQ(form.focus(), &form.lvwEntries);
 }
 
 TEST_F(KeyboardTest, ShortcutsAndDefaultButtons) {
