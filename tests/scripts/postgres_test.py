@@ -18,8 +18,9 @@ KNOWN = {"2711": 47090, "2721": 1700, "204": 32600, "2441": 180, "240": 1360, "2
          "301": 82000, "450": 0, "4461": 360, "500": 2000, "536": 100, "600": 1200, "636": 30}
 
 
-def tolvex(*words):
-    return subprocess.run([PROGRAM, *map(str, words)], capture_output=True, text=True, timeout=120)
+def tolvex(*words, folder=None):
+    return subprocess.run([PROGRAM, *map(str, words)], capture_output=True, text=True, timeout=120,
+                          cwd=folder)
 
 
 def on_server(sql, place=SERVER):
@@ -30,14 +31,20 @@ class Books(unittest.TestCase):
     """Each test has a database of its own."""
 
     def setUp(self):
-        self.name = "t_" + uuid.uuid4().hex
-        on_server(f"CREATE DATABASE {self.name}")
-        self.url = self.address(self.name)
         self.folder = Path(tempfile.mkdtemp(prefix="tolvex-postgres-"))
-        self.done("new", self.url, "--demo")
+        self.make_books()
 
     def tearDown(self):
         shutil.rmtree(self.folder)
+        self.drop_books()
+
+    def make_books(self):
+        self.name = "t_" + uuid.uuid4().hex
+        on_server(f"CREATE DATABASE {self.name}")
+        self.url = self.address(self.name)
+        self.done("new", self.url, "--demo")
+
+    def drop_books(self):
         on_server(f"DROP DATABASE {self.name}")
 
     @staticmethod
@@ -45,7 +52,7 @@ class Books(unittest.TestCase):
         return re.sub(r"^(\w+://[^/?]*/)[^?]*", r"\g<1>" + name, SERVER)
 
     def done(self, *words):
-        result = tolvex(*words)
+        result = tolvex(*words, folder=self.folder)
         self.assertEqual(result.returncode, 0, result.stdout + result.stderr)
         return result.stdout
 
@@ -54,10 +61,12 @@ class Books(unittest.TestCase):
         return {line.split(";")[0]: line.split(";")[1] for line in lines if line}
 
     def test_scenarios_play_and_leave_clean_books(self):
-        for scenario in ["tree.lua", "operation.lua"]:
-            with self.subTest(scenario=scenario):
-                self.done("run", SCRIPTS / scenario, "--books", self.url, "--today", "2004.03.31")
-        self.done("verify", self.url)
+        for scenario in sorted(SCRIPTS.glob("*.lua")):
+            self.drop_books()
+            self.make_books()
+            with self.subTest(scenario=scenario.name):
+                self.done("run", scenario, "--books", self.url, "--today", "2004.03.31")
+                self.done("verify", self.url)
 
     def test_a_copy_goes_into_a_file_and_back(self):
         totals = self.totals(self.url)
