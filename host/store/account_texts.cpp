@@ -36,8 +36,8 @@ std::vector<Stored> readTexts(Database& db, std::string_view sql) {
   std::vector<Stored> all;
   auto rows = db.prepare(sql);
   while (rows->step()) {
-    all.push_back({static_cast<int>(rows->integer(0)), std::string(rows->text(1)),
-                   std::string(rows->text(2)), std::string(rows->text(3))});
+    all.push_back({rows->whole(0), std::string(rows->text(1)), std::string(rows->text(2)),
+                   std::string(rows->text(3))});
   }
   return all;
 }

@@ -104,9 +104,8 @@ std::vector<Turnover> turnovers(Database& db, const BalanceQuery& query) {
       parts + ") x GROUP BY account_id, cur ORDER BY account_id, cur");
   values.bindTo(*statement);
   while (statement->step())
-    found.push_back({static_cast<int>(statement->integer(0)), std::string(statement->text(1)),
-                     statement->integer(2), statement->integer(3), statement->integer(4),
-                     statement->integer(5)});
+    found.push_back({statement->whole(0), std::string(statement->text(1)), statement->integer(2),
+                     statement->integer(3), statement->integer(4), statement->integer(5)});
   return found;
 }
 

@@ -31,7 +31,7 @@ class Successors {
     std::map<int, std::int64_t> postings;
     auto rows = db.prepare(
         "SELECT account_id, SUM(n) FROM turn_acc WHERE period < 10000 GROUP BY account_id");
-    while (rows->step()) postings[static_cast<int>(rows->integer(0))] = rows->integer(1);
+    while (rows->step()) postings[rows->whole(0)] = rows->integer(1);
     for (const MappedAccount& account : mapping) {
       const auto [heir, first] = heirs_.try_emplace(account.newId, account.id);
       if (!first && postings[account.id] > postings[heir->second]) heir->second = account.id;
@@ -72,7 +72,7 @@ Turnovers turnoversOf(Database& db, const char* sql, const Successors& successor
   Turnovers all;
   auto rows = db.prepare(sql);
   while (rows->step()) {
-    const int account = successors.of(static_cast<int>(rows->integer(0)));
+    const int account = successors.of(rows->whole(0));
     auto& sums = all[{account, rows->integer(1), std::string(rows->text(2))}];
     for (std::size_t i = 0; i < sums.size(); ++i) sums[i] += rows->integer(static_cast<int>(i) + 3);
   }
@@ -94,7 +94,7 @@ std::set<int> moveTracking(Database& db, const Successors& successors) {
         "SELECT a.id, a.track_items FROM account a JOIN account n ON n.id = a.new_id"
         " WHERE n.track_items <> 0");
     while (rows->step()) {
-      const int successor = successors.of(static_cast<int>(rows->integer(0)));
+      const int successor = successors.of(rows->whole(0));
       tracked.insert(successor);
       if (rows->integer(1) == 0) changed.insert(successor);
     }
@@ -120,7 +120,7 @@ void moveMarks(Database& db, const std::vector<MappedAccount>& mapping,
         "SELECT a.id, m.id, m.name FROM account a JOIN account_mark m ON m.id = a.mark_id"
         " WHERE a.plan IN (0, 1)");
     while (rows->step()) {
-      marks[static_cast<int>(rows->integer(0))] = {rows->integer(1), std::string(rows->text(2))};
+      marks[rows->whole(0)] = {rows->integer(1), std::string(rows->text(2))};
     }
   }
   for (const MappedAccount& account : mapping) {
@@ -148,10 +148,10 @@ void moveLocks(Database& db, const Successors& successors) {
   {
     auto rows = db.prepare("SELECT account_id, day_high, day_low, user_id FROM account_lock");
     while (rows->step()) {
-      Lock& lock = locks[successors.of(static_cast<int>(rows->integer(0)))];
-      lock.high = std::max(lock.high, static_cast<int>(rows->integer(1)));
-      lock.low = std::max(lock.low, static_cast<int>(rows->integer(2)));
-      lock.userId = static_cast<int>(rows->integer(3));
+      Lock& lock = locks[successors.of(rows->whole(0))];
+      lock.high = std::max(lock.high, rows->whole(1));
+      lock.low = std::max(lock.low, rows->whole(2));
+      lock.userId = rows->whole(3);
     }
   }
   run(db, "DELETE FROM account_lock");

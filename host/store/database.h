@@ -62,7 +62,8 @@ class Statement {
   virtual int changes() const = 0;
 
   virtual bool isNull(int column) const = 0;
-  virtual std::int64_t integer(int column) const = 0;  // null reads as 0
+  virtual std::int64_t integer(int column) const = 0;                        // null reads as 0
+  int whole(int column) const { return static_cast<int>(integer(column)); }  // an id, a day, a flag
   virtual double real(int column) const = 0;
   virtual std::string_view text(
       int column) const = 0;  // null reads as ""; valid until the next step

@@ -15,7 +15,7 @@ int currencyToWrite(Database& db, const std::string& code) {
   if (currency->integer(1) != 0) {
     refuseRule("Bazinės valiutos kursas nenustatomas!");
   }
-  return static_cast<int>(currency->integer(0));
+  return currency->whole(0);
 }
 
 void requireRight(Session& session, const DayRateChange& change, bool stands) {

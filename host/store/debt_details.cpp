@@ -32,7 +32,7 @@ std::vector<int> keysOf(const Places& places) {
 template <class Body>
 void forEachLine(std::vector<DebtLine>& lines, const Places& places, const Statement& row,
                  Body body) {
-  const auto [from, to] = places.equal_range(static_cast<int>(row.integer(0)));
+  const auto [from, to] = places.equal_range(row.whole(0));
   for (auto place = from; place != to; ++place) body(lines[place->second]);
 }
 
@@ -51,10 +51,10 @@ void DebtDetails::readDocuments(std::vector<DebtLine>& lines) {
                 line.otype = row.text(1);
                 line.documentReference =
                     documentReference(line.debt.itemId, row.text(1), row.text(2));
-                line.day = static_cast<int>(row.integer(3));
+                line.day = row.whole(3);
                 line.number = row.text(4);
                 line.comment = row.text(5);
-                line.groupId = static_cast<int>(row.integer(6));
+                line.groupId = row.whole(6);
               });
             });
 }
@@ -67,8 +67,8 @@ void DebtDetails::readEntries(std::vector<DebtLine>& lines) {
             " posting d, posting c WHERE e.id IN (@KEYS@) AND d.entry_id = e.id AND d.sign = 1"
             " AND c.entry_id = e.id AND c.sign = -1",
             keysOf(byEntry), [&](const Statement& row) {
-              const int debit = static_cast<int>(row.integer(3));
-              const int credit = static_cast<int>(row.integer(5));
+              const int debit = row.whole(3);
+              const int credit = row.whole(5);
               forEachLine(lines, byEntry, row, [&](DebtLine& line) {
                 line.info = row.text(1);
                 line.guid = row.text(2);

@@ -16,17 +16,17 @@ constexpr std::string_view kColumns =
 
 Debt debtOf(Statement& row) {
   Debt debt;
-  debt.accountId = static_cast<int>(row.integer(0));
-  debt.itemId = static_cast<int>(row.integer(1));
+  debt.accountId = row.whole(0);
+  debt.itemId = row.whole(1);
   debt.row.cur = row.text(2);
-  debt.row.dimsetId = static_cast<int>(row.integer(3));
+  debt.row.dimsetId = row.whole(3);
   debt.row.restLt = row.integer(4);
   debt.row.restCur = row.integer(5);
   debt.row.fullLt = row.integer(6);
   debt.row.fullCur = row.integer(7);
-  debt.row.firstDay = static_cast<int>(row.integer(8));
-  debt.row.lastDay = static_cast<int>(row.integer(9));
-  debt.row.headEntryId = static_cast<int>(row.integer(10));
+  debt.row.firstDay = row.whole(8);
+  debt.row.lastDay = row.whole(9);
+  debt.row.headEntryId = row.whole(10);
   return debt;
 }
 
@@ -98,8 +98,7 @@ PostingsByItem touchedPostings(Database& db, const DebtQuery& query) {
   auto select = db.prepare(sql);
   values.bindTo(*select);
   while (select->step())
-    items[{static_cast<int>(select->integer(8)), static_cast<int>(select->integer(9))}].push_back(
-        itemPosting(*select));
+    items[{select->whole(8), select->whole(9)}].push_back(itemPosting(*select));
   return items;
 }
 
@@ -114,7 +113,7 @@ PostingsByItem postingsByItem(Database& db, int account, int day) {
   PostingsByItem items;
   while (select->step()) {
     ItemPosting posting = itemPosting(*select);
-    const int item = select->isNull(8) ? posting.operId : static_cast<int>(select->integer(8));
+    const int item = select->isNull(8) ? posting.operId : select->whole(8);
     items[{account, item}].push_back(std::move(posting));
   }
   return items;

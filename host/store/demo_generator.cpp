@@ -92,8 +92,7 @@ class Generator {
   void loadAccounts() {
     auto select = db_.prepare("SELECT code, id, track_items FROM account WHERE plan = 0");
     while (select->step()) {
-      accounts_[std::string(select->text(0))] = {static_cast<int>(select->integer(1)),
-                                                 select->integer(2) != 0};
+      accounts_[std::string(select->text(0))] = {select->whole(1), select->integer(2) != 0};
     }
   }
 

@@ -11,8 +11,6 @@ namespace {
 
 constexpr int kProgressEvery = 50000;
 
-int intOf(const Statement& from, int column) { return static_cast<int>(from.integer(column)); }
-
 std::uint64_t wide(int value) {
   return static_cast<std::uint64_t>(static_cast<std::uint32_t>(value));
 }
@@ -107,7 +105,7 @@ void DerivedScan::readAccounts() {
 
 void DerivedScan::readDimsets() {
   auto select = db_.prepare("SELECT id, ref_key FROM dimset");
-  while (select->step()) dimsets_.emplace(std::string(select->text(1)), intOf(*select, 0));
+  while (select->step()) dimsets_.emplace(std::string(select->text(1)), select->whole(0));
 }
 
 void DerivedScan::readOperations() {
@@ -175,11 +173,11 @@ void DerivedScan::reportStrays(Cursors& at, std::int64_t before) {
 void DerivedScan::readRefs(Cursors& at, int entryId, Refs& sides) {
   sides.clear();
   for (; at.moreRefs && at.refs->integer(0) == entryId; at.moreRefs = at.refs->step()) {
-    Refs::Side& side = sides.of(intOf(*at.refs, 1));
-    const int role = intOf(*at.refs, 3);
+    Refs::Side& side = sides.of(at.refs->whole(1));
+    const int role = at.refs->whole(3);
     if (role == kAddressee) side.addressees.emplace_back(at.refs->text(2));
     if (role != kOwnOperation) continue;
-    const int pointsTo = intOf(*at.refs, 4);
+    const int pointsTo = at.refs->whole(4);
     if (!exists(pointsTo)) {
       hooks_.fault("orphans", "Įrašas " + std::to_string(entryId) +
                                   " nurodo operaciją, kurios nėra: " + std::to_string(pointsTo));
@@ -197,13 +195,13 @@ int DerivedScan::readPostings(Cursors& at, int entryId, StoredPosting (&pair)[2]
     if (count == 2) continue;
     StoredPosting& side = pair[count++];
     side.entryId = entryId;
-    side.sign = intOf(*from, 1);
+    side.sign = from->whole(1);
     signs += side.sign;
-    side.accountId = intOf(*from, 2);
+    side.accountId = from->whole(2);
     side.cur = currencies_.numberOf(from->text(3));
     side.sumCur = from->integer(4);
-    side.copies = {intOf(*from, 5), intOf(*from, 6),  intOf(*from, 8),
-                   intOf(*from, 9), intOf(*from, 10), from->integer(7)};
+    side.copies = {from->whole(5), from->whole(6),  from->whole(8),
+                   from->whole(9), from->whole(10), from->integer(7)};
   }
   if (count != 2 || signs != 0) {
     hooks_.fault("balance", "Įrašas " + std::to_string(entryId) +
@@ -213,7 +211,7 @@ int DerivedScan::readPostings(Cursors& at, int entryId, StoredPosting (&pair)[2]
 }
 
 void DerivedScan::scanEntry(Cursors& at, Refs& sides) {
-  const int entryId = intOf(*at.entries, 0), operId = intOf(*at.entries, 1);
+  const int entryId = at.entries->whole(0), operId = at.entries->whole(1);
   if (!exists(operId)) {
     hooks_.fault("orphans", "Įrašas be operacijos: " + std::to_string(entryId));
   }
@@ -228,7 +226,7 @@ void DerivedScan::scanEntry(Cursors& at, Refs& sides) {
     const bool tracked = account < tracked_.size() && tracked_[account];
     PostingCopies must;
     must.operId = operId;
-    must.day = intOf(*at.entries, 2);
+    must.day = at.entries->whole(2);
     must.sumLt = at.entries->integer(3);
     must.corrId = count == 2 ? pair[1 - i].accountId : side.copies.corrId;
     must.dimsetId = dimsetOf(said.key);
@@ -247,7 +245,7 @@ void DerivedScan::scanEntries() {
   Cursors at(db_);
   Refs sides;
   for (int done = 1; at.entries->step(); ++done) {
-    if (done % kProgressEvery == 0) goOn(intOf(*at.entries, 0), last);
+    if (done % kProgressEvery == 0) goOn(at.entries->whole(0), last);
     scanEntry(at, sides);
   }
   reportStrays(at, std::numeric_limits<std::int64_t>::max());

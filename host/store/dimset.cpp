@@ -37,7 +37,7 @@ int Dimsets::idOf(const std::string& key) {
   const auto stored = [&] {
     auto select = db_.prepare("SELECT id FROM dimset WHERE ref_key = $1");
     select->bind(1, key);
-    return select->step() ? static_cast<int>(select->integer(0)) : 0;
+    return select->step() ? select->whole(0) : 0;
   };
   if (const int id = stored()) return seen_[key] = id;
 
@@ -47,7 +47,7 @@ int Dimsets::idOf(const std::string& key) {
     auto insert = db_.prepare(
         "INSERT INTO dimset (ref_key) VALUES ($1) ON CONFLICT (ref_key) DO NOTHING RETURNING id");
     insert->bind(1, key);
-    if (insert->step()) id = static_cast<int>(insert->integer(0));
+    if (insert->step()) id = insert->whole(0);
   }
   if (id == 0) return stored();
   for (const std::string& ref : dimsetRefs(key)) {
@@ -73,17 +73,13 @@ void DimsetRefs::readAll(const std::vector<int>& dimsetIds) {
   for (const int id : dimsetIds)
     if (sets_.try_emplace(id).second && id != 0) unknown.push_back(id);
   forEachOf(db_, "SELECT id, ref_key FROM dimset WHERE id IN (@KEYS@)", std::move(unknown),
-            [&](const Statement& row) {
-              sets_[static_cast<int>(row.integer(0))] = dimsetRefs(row.text(1));
-            });
+            [&](const Statement& row) { sets_[row.whole(0)] = dimsetRefs(row.text(1)); });
 }
 
 bool DimsetRefs::shareAddressee(int a, int b) {
   const std::vector<std::string>& other = of(b);
   for (const std::string& ref : of(a)) {
-    const std::string_view kind = kindOf(ref);
-    if (kind != "O0000100" && kind != "O0001402" && kind != "O0001401") continue;
-    if (std::find(other.begin(), other.end(), ref) != other.end()) return true;
+    if (isParty(ref) && std::find(other.begin(), other.end(), ref) != other.end()) return true;
   }
   return false;
 }

@@ -16,7 +16,7 @@ std::vector<int> accountsWhere(Database& db, std::string_view condition, const V
   std::vector<int> accounts;
   auto rows = bound(db, "SELECT id FROM account WHERE " + std::string(condition) + " ORDER BY id",
                     values...);
-  while (rows->step()) accounts.push_back(static_cast<int>(rows->integer(0)));
+  while (rows->step()) accounts.push_back(rows->whole(0));
   return accounts;
 }
 

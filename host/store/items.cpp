@@ -101,14 +101,14 @@ int itemOf(const EntryRow& entry, int sign, int operId) {
 
 ItemPosting itemPosting(const Statement& row) {
   ItemPosting posting;
-  posting.entryId = static_cast<int>(row.integer(0));
-  posting.sign = static_cast<int>(row.integer(1));
-  posting.operId = static_cast<int>(row.integer(2));
-  posting.day = static_cast<int>(row.integer(3));
+  posting.entryId = row.whole(0);
+  posting.sign = row.whole(1);
+  posting.operId = row.whole(2);
+  posting.day = row.whole(3);
   posting.sumLt = row.integer(4);
   posting.cur = row.text(5);
   posting.sumCur = row.integer(6);
-  posting.dimsetId = static_cast<int>(row.integer(7));
+  posting.dimsetId = row.whole(7);
   return posting;
 }
 
@@ -137,14 +137,14 @@ std::map<ShareKey, ItemRow> storedShares(Database& db, int accountId, int itemId
   while (select->step()) {
     ItemRow row;
     row.cur = select->text(0);
-    row.dimsetId = static_cast<int>(select->integer(1));
+    row.dimsetId = select->whole(1);
     row.restLt = select->integer(2);
     row.restCur = select->integer(3);
     row.fullLt = select->integer(4);
     row.fullCur = select->integer(5);
-    row.firstDay = static_cast<int>(select->integer(6));
-    row.lastDay = static_cast<int>(select->integer(7));
-    row.headEntryId = static_cast<int>(select->integer(8));
+    row.firstDay = select->whole(6);
+    row.lastDay = select->whole(7);
+    row.headEntryId = select->whole(8);
     shares.emplace(ShareKey{row.cur, row.dimsetId}, std::move(row));
   }
   return shares;

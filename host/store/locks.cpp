@@ -6,7 +6,7 @@ int UsedAccounts::idOf(const std::string& code) {
   auto select = db_.prepare(
       "SELECT id FROM account WHERE code = $1 AND (plan = 0 OR plan = -9) ORDER BY plan DESC");
   select->bind(1, code);
-  return select->step() ? static_cast<int>(select->integer(0)) : kUnknownAccount;
+  return select->step() ? select->whole(0) : kUnknownAccount;
 }
 
 void UsedAccounts::read() {
@@ -26,8 +26,8 @@ void UsedAccounts::read() {
       account.code = select->text(0);
       account.group = select->integer(1) != 0;
       account.tracked = select->integer(2) != 0;
-      account.dayHigh = static_cast<int>(select->integer(3));
-      account.dayLow = static_cast<int>(select->integer(4));
+      account.dayHigh = select->whole(3);
+      account.dayLow = select->whole(4);
       const auto plan = select->integer(5);
       if (plan != 0 && plan != -9) account.code += " (senas planas)";
     }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "framework/references.h"
 #include "framework/text.h"
 #include "host/store/many_keys.h"
 #include "host/store/oper_rows.h"
@@ -11,24 +10,22 @@ namespace tolvex::store {
 namespace {
 
 AccountRow accountOf(Statement& row) {
-  return {static_cast<int>(row.integer(0)), std::string(row.text(1)),
-          std::string(row.text(2)),         std::string(row.text(3)),
-          static_cast<int>(row.integer(4)), row.integer(5) != 0,
-          static_cast<int>(row.integer(6))};
-}
-
-bool isOperationKind(std::string_view kind) {
-  return kind.size() == kKindLength && kind.starts_with("O020150") && kind[7] >= '0' &&
-         kind[7] <= '6';
+  return {row.whole(0),
+          std::string(row.text(1)),
+          std::string(row.text(2)),
+          std::string(row.text(3)),
+          row.whole(4),
+          row.integer(5) != 0,
+          row.whole(6)};
 }
 
 struct CardTable {
   std::string_view kind, select;
 };
 constexpr CardTable kCardTables[] = {
-    {"O0000100", "SELECT id, name, '' FROM firm WHERE id IN (@KEYS@)"},
-    {"O0001402", "SELECT id, name, last_name FROM person WHERE id IN (@KEYS@)"},
-    {"O0001401", "SELECT id, name, last_name FROM employee WHERE id IN (@KEYS@)"},
+    {kFirmKind, "SELECT id, name, '' FROM firm WHERE id IN (@KEYS@)"},
+    {kPersonKind, "SELECT id, name, last_name FROM person WHERE id IN (@KEYS@)"},
+    {kEmployeeKind, "SELECT id, name, last_name FROM employee WHERE id IN (@KEYS@)"},
     {"O0000300", "SELECT id, name, '' FROM bank WHERE id IN (@KEYS@)"},
     {"O0000500",
      "SELECT a.id, b.name || ',', a.account_number FROM bank_account a"
@@ -57,8 +54,7 @@ std::map<int, AccountRow> accountsById(Database& db) {
   auto accounts =
       db.prepare("SELECT id, code, name, type, group_flag, track_items, plan FROM account");
   std::map<int, AccountRow> byId;
-  while (accounts->step())
-    byId.emplace(static_cast<int>(accounts->integer(0)), accountOf(*accounts));
+  while (accounts->step()) byId.emplace(accounts->whole(0), accountOf(*accounts));
   return byId;
 }
 
@@ -86,15 +82,6 @@ std::string documentReference(std::int64_t operId, std::string_view otype,
   return operReference(operId);
 }
 
-int operIdOf(std::string_view reference) {
-  return isRef(reference) && isOperationKind(kindOf(reference)) ? idOf(reference) : 0;
-}
-
-bool isParty(std::string_view reference) {
-  const std::string_view kind = isRef(reference) ? kindOf(reference) : std::string_view{};
-  return kind == "O0000100" || kind == "O0001402" || kind == "O0001401";
-}
-
 const std::string& CardNames::of(const std::string& reference) {
   if (const auto known = names_.find(reference); known != names_.end()) return known->second;
   readAll({reference});
@@ -113,7 +100,7 @@ void CardNames::readAll(const std::vector<std::string>& references) {
   }
   for (auto& [table, ids] : wanted)
     forEachOf(db_, table->select, std::move(ids), [&, kind = table->kind](const Statement& card) {
-      names_[refOf(kind, static_cast<int>(card.integer(0)))] =
+      names_[refOf(kind, card.whole(0))] =
           trim(std::string(card.text(1)) + " " + std::string(card.text(2)));
     });
 }

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "host/store/database.h"
+#include "host/store/kinds.h"
 
 namespace tolvex::store {
 
@@ -38,9 +39,6 @@ std::string operReference(std::int64_t operId);  // always of kind O0201500
 // document's for operations of other modules, else the operation itself.
 std::string documentReference(std::int64_t operId, std::string_view otype,
                               std::string_view foreignDocument);
-// The operation's id behind a reference of any of its kinds, 0 when it names something else.
-int operIdOf(std::string_view reference);
-bool isParty(std::string_view reference);  // a firm, a person or an employee
 
 // Names of cards by reference, each read once.
 class CardNames {

@@ -70,7 +70,7 @@ void loadChildren(Database& db, std::span<const ChildMap> children, RowSet& row,
                            " t WHERE " + child.owned + " ORDER BY t.id",
                        owner);
     while (query->step()) {
-      const int id = static_cast<int>(query->integer(0));
+      const int id = query->whole(0);
       rows->LoadRow();
       (*rows)["ID"] = Variant(id);
       loadFields(*query, 1, child.fields, *rows);
@@ -114,7 +114,7 @@ RowSetPtr MappedRecords::load(Session& session, std::string_view kind, int id) c
   row["OID"] = refOf(exact, id);
   row["OType"] = exact;
   row["Preview"] = query->text(1);
-  row["RowVersion"] = Variant(static_cast<int>(query->integer(2)));
+  row["RowVersion"] = Variant(query->whole(2));
   loadFields(*query, 3, map_.fields, row);
   loadChildren(session.db(), map_.children, row, id);
   return record;
@@ -150,8 +150,8 @@ RowSetPtr MappedRecords::listWhere(Session& session, std::string_view kind,
   RowSet& row = *rows;
   while (query->step()) {
     const std::string exact(map_.kindOfRow ? query->text(1) : kind);
-    const std::string reference = refOf(exact, static_cast<int>(query->integer(0)));
-    const int parent = static_cast<int>(query->integer(2));
+    const std::string reference = refOf(exact, query->whole(0));
+    const int parent = query->whole(2);
     row.LoadRow();
     row["OIDR"] = reference;
     row["OID"] = reference;
@@ -159,7 +159,7 @@ RowSetPtr MappedRecords::listWhere(Session& session, std::string_view kind,
     const std::string above = map_.kindOfGroup ? map_.kindOfGroup : exact;
     row["ParentOIDR"] = query->isNull(2) ? std::string() : refOf(above, parent);
     row["OType"] = map_.listType ? std::string(query->text(4)) : exact;
-    row["GroupFlag"] = Variant(static_cast<int>(query->integer(3)));
+    row["GroupFlag"] = Variant(query->whole(3));
     row["Name"] = query->text(5);
     row["Preview"] = query->text(6);
     loadFields(*query, 7, map_.listFields, row);

@@ -126,7 +126,7 @@ int insertRow(Database& db, const ChildMap& child, RowSet& row, int owner) {
   const int next = bindFields(db, *insert, 1, child.fields, row, owner);
   if (child.ownerColumn) insert->bind(next, owner);
   insert->step();
-  const int id = static_cast<int>(insert->integer(0));
+  const int id = insert->whole(0);
   row["ID"] = Variant(id);
   return id;
 }
@@ -205,7 +205,7 @@ void requireParent(const Saving& saving) {
       if (first) throw Refusal(kParentGone, "Aukštesnio lygio įrašas nebeegzistuoja!");
       break;
     }
-    above = static_cast<int>(query->integer(0));
+    above = query->whole(0);
     first = false;
   }
 }
@@ -233,7 +233,7 @@ int insertHeader(const Saving& saving, const std::string& kind) {
   if (map.fixedColumn) insert->bind(next++, map.fixedValue);
   if (map.idsByKind) insert->bind(next, id);
   insert->step();
-  return static_cast<int>(insert->integer(0));
+  return insert->whole(0);
 }
 
 // The record that was read must be the one that stands.

@@ -14,7 +14,7 @@ std::vector<int> monthsOf(Database& db, int account) {
                     "SELECT DISTINCT period FROM turn_acc WHERE account_id = $1"
                     " AND period BETWEEN 100000 AND 999999 ORDER BY period",
                     account);
-  while (rows->step()) months.push_back(static_cast<int>(rows->integer(0)));
+  while (rows->step()) months.push_back(rows->whole(0));
   return months;
 }
 
@@ -93,7 +93,7 @@ void rebuildItems(Database& db, int accountId, const std::vector<Merge>& merges)
   std::vector<int> items;
   {
     auto rows = bound(db, "SELECT DISTINCT item_id FROM posting WHERE account_id = $1", accountId);
-    while (rows->step()) items.push_back(static_cast<int>(rows->integer(0)));
+    while (rows->step()) items.push_back(rows->whole(0));
   }
   for (const int item : items) {
     insertItem(db, accountId, item, itemRows(item, readItem(db, accountId, item), share));

@@ -24,7 +24,7 @@ Account readAccount(Database& db, int id) {
     refuseRule("Sąskaita " + std::string(row->text(1)) +
                " yra grupė: įrašų joje nėra, pervesti nėra ko!");
   }
-  return {static_cast<int>(row->integer(0)), std::string(row->text(1)), std::string(row->text(2))};
+  return {row->whole(0), std::string(row->text(1)), std::string(row->text(2))};
 }
 
 // One digit more, from 1 on and 0 last; when all ten are taken, two digits.

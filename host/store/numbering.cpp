@@ -58,7 +58,7 @@ int findBucket(Database& db, const std::string& key, bool lock) {
   auto select = db.prepare(wait ? "SELECT id FROM an_bucket WHERE bucket_key = $1 FOR UPDATE"
                                 : "SELECT id FROM an_bucket WHERE bucket_key = $1");
   select->bind(1, key);
-  return select->step() ? static_cast<int>(select->integer(0)) : 0;
+  return select->step() ? select->whole(0) : 0;
 }
 
 bool taken(Database& db, int bucketId, int number, int exceptId) {
@@ -90,7 +90,7 @@ int creatorOf(Session& session, const NumberRules& rules, int operId) {
   auto select = session.db().prepare(
       "SELECT user_id FROM oper_log WHERE oper_id = $1 AND action = 'C' ORDER BY id");
   select->bind(1, operId);
-  return select->step() ? static_cast<int>(select->integer(0)) : session.user().id;
+  return select->step() ? select->whole(0) : session.user().id;
 }
 
 // The last offers of other groups than the one that was asked last: screens of several groups may
@@ -147,10 +147,10 @@ std::optional<NumberRules> readNumberRules(Database& db, int groupId) {
   rules.mask = select->text(0);
   rules.prefix = select->text(1);
   rules.width = select->text(2);
-  rules.minimal = static_cast<int>(select->integer(3));
-  rules.groupBy = static_cast<int>(select->integer(4));
-  rules.cycle = static_cast<int>(select->integer(5));
-  rules.dayFrom = static_cast<int>(select->integer(6));
+  rules.minimal = select->whole(3);
+  rules.groupBy = select->whole(4);
+  rules.cycle = select->whole(5);
+  rules.dayFrom = select->whole(6);
   rules.common = select->integer(7) == 1;
   return rules;
 }

@@ -44,7 +44,7 @@ int bankOf(Database& db, const std::optional<std::string>& accountRef) {
   if (!accountRef) return 0;
   auto select = db.prepare("SELECT bank_id FROM bank_account WHERE id = $1");
   select->bind(1, idOf(*accountRef));
-  return select->step() ? static_cast<int>(select->integer(0)) : 0;
+  return select->step() ? select->whole(0) : 0;
 }
 
 }  // namespace

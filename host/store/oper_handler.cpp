@@ -31,9 +31,9 @@ class OperationRows {
     for (std::size_t i = 0; i < set_->Fields().size(); ++i) fields_.push_back(set_->Fields()[i]);
   }
   void load(const Statement& from) {
-    const int id = static_cast<int>(from.integer(0));
-    const int group = static_cast<int>(from.integer(2));
-    const int day = static_cast<int>(from.integer(3));
+    const int id = from.whole(0);
+    const int group = from.whole(2);
+    const int day = from.whole(3);
     const std::string reference = refOf(kOperationKind, id);
     const std::string name = operName(day, from.text(4), from.text(5));
     set_->LoadRow();

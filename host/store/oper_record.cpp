@@ -2,7 +2,7 @@
 
 #include "framework/references.h"
 #include "framework/text.h"
-#include "host/store/records.h"
+#include "host/store/lookups.h"
 #include "operations/entry_rules.h"
 
 namespace tolvex::store {
@@ -18,18 +18,6 @@ Variant momentOrNull(const std::optional<std::string>& text) {
   return moment ? Variant(*moment) : Variant(Null{});
 }
 
-std::string clientName(Database& db, std::string_view ref) {
-  const std::string_view kind = kindOf(ref);
-  const std::string_view sql = kind == "O0000100" ? "SELECT name, '' FROM firm WHERE id = $1"
-                               : kind == "O0001402"
-                                   ? "SELECT name, last_name FROM person WHERE id = $1"
-                                   : "SELECT name, last_name FROM employee WHERE id = $1";
-  auto select = db.prepare(sql);
-  select->bind(1, idOf(ref));
-  if (!select->step()) return "";
-  return trim(std::string(select->text(0)) + " " + std::string(select->text(1)));
-}
-
 void loadHeader(RowSet& record, Database& db, const HeaderRow& row) {
   const std::string reference = refOf(kOperationKind, row.id);
   record["ID"] = static_cast<double>(row.id);
@@ -41,7 +29,7 @@ void loadHeader(RowSet& record, Database& db, const HeaderRow& row) {
   record["RowVersion"] = static_cast<double>(row.rowVersion);
   if (row.clientRef) {
     record["ClientOIDR"] = *row.clientRef;
-    record["ClientName"] = clientName(db, *row.clientRef);
+    record["ClientName"] = CardNames(db).of(*row.clientRef);
   }
   record["DateD"] = Variant(DateTime::FromDayNumber(row.day));
   record["Serija"] = row.serija;
@@ -87,8 +75,8 @@ const std::vector<RequiredRow>& RequiredAddressees::of(int templateLineId) {
   while (select->step()) {
     found = true;
     if (select->isNull(1)) continue;
-    place->second.push_back({std::string(select->text(0)), std::string(select->text(1)),
-                             static_cast<int>(select->integer(2))});
+    place->second.push_back(
+        {std::string(select->text(0)), std::string(select->text(1)), select->whole(2)});
   }
   if (!found) throw Refusal(kReferred, "Operacijos šablono eilutė nebeegzistuoja!");
   return place->second;

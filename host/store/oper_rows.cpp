@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "framework/references.h"
-
 namespace tolvex::store {
 
 namespace {
@@ -45,36 +43,34 @@ std::optional<std::string> textOrNull(const Statement& from, int column) {
 
 std::optional<int> intOrNull(const Statement& from, int column) {
   if (from.isNull(column)) return std::nullopt;
-  return static_cast<int>(from.integer(column));
+  return from.whole(column);
 }
-
-int intOf(const Statement& from, int column) { return static_cast<int>(from.integer(column)); }
 
 SideRow sideOf(const Statement& from, int column) {
   SideRow side;
-  side.accountId = intOf(from, column);
+  side.accountId = from.whole(column);
   side.account = from.text(column + 1);
   side.cur = from.text(column + 2);
   side.rate = from.real(column + 3);
   side.sumCur = from.integer(column + 4);
-  side.dimsetId = intOf(from, column + 5);
-  side.itemId = intOf(from, column + 6);
+  side.dimsetId = from.whole(column + 5);
+  side.itemId = from.whole(column + 6);
   return side;
 }
 
 EntryRow entryOf(const Statement& from) {
   EntryRow row;
-  row.id = intOf(from, 0);
+  row.id = from.whole(0);
   row.guid = from.text(1);
-  row.day = intOf(from, 2);
+  row.day = from.whole(2);
   row.sumLt = from.integer(3);
   row.info = textOrNull(from, 4);
   row.tag = textOrNull(from, 5);
   row.fguid = textOrNull(from, 6);
-  row.tradeType = intOf(from, 7);
-  row.restoringSign = intOf(from, 8);
-  row.vatIndication = intOf(from, 9);
-  row.vatFlag = intOf(from, 10);
+  row.tradeType = from.whole(7);
+  row.restoringSign = from.whole(8);
+  row.vatIndication = from.whole(9);
+  row.vatFlag = from.whole(10);
   row.vatTariff = intOrNull(from, 11);
   row.templateLineId = intOrNull(from, 12);
   row.debit = sideOf(from, 13);
@@ -84,18 +80,18 @@ EntryRow entryOf(const Statement& from) {
 
 RefRow refOf(const Statement& from) {
   RefRow ref;
-  ref.id = intOf(from, 1);
-  ref.sign = intOf(from, 2);
+  ref.id = from.whole(1);
+  ref.sign = from.whole(2);
   ref.foidr = from.text(3);
-  ref.role = intOf(from, 4);
-  ref.pointsTo = intOf(from, 5);
+  ref.role = from.whole(4);
+  ref.pointsTo = from.whole(5);
   ref.showString = from.text(6);
   return ref;
 }
 
 int insertedId(Statement& statement) {
   if (!statement.step()) throw DatabaseError(DatabaseError::Kind::Other, "insert gave no id");
-  const int id = intOf(statement, 0);
+  const int id = statement.whole(0);
   statement.reset();
   return id;
 }
@@ -190,13 +186,6 @@ std::string operName(const HeaderRow& header) {
   return operName(header.day, header.serija, header.number);
 }
 
-int ownOperationId(std::string_view foidr) {
-  const std::string_view kind = kindOf(foidr);
-  const bool own =
-      kind.size() == kKindLength && kind.starts_with("O020150") && kind[7] >= '0' && kind[7] <= '6';
-  return own ? idOf(foidr) : 0;
-}
-
 std::optional<HeaderRow> readHeader(Database& db, int id) {
   auto select = db.prepare(
       "SELECT otype, group_id, doc_ref, client_ref, day, serija, number, comment, parameters,"
@@ -208,17 +197,17 @@ std::optional<HeaderRow> readHeader(Database& db, int id) {
   HeaderRow row;
   row.id = id;
   row.otype = select->text(0);
-  row.groupId = intOf(*select, 1);
+  row.groupId = select->whole(1);
   row.docRef = textOrNull(*select, 2);
   row.clientRef = textOrNull(*select, 3);
-  row.day = intOf(*select, 4);
+  row.day = select->whole(4);
   row.serija = select->text(5);
   row.number = select->text(6);
   row.comment = select->text(7);
   row.parameters = select->text(8);
-  row.autoNumber = intOf(*select, 9);
+  row.autoNumber = select->whole(9);
   row.bucketId = intOrNull(*select, 10);
-  row.vatRegister = intOf(*select, 11);
+  row.vatRegister = select->whole(11);
   row.lockGuid = textOrNull(*select, 12);
   row.createdBy = textOrNull(*select, 13);
   row.createdByName = textOrNull(*select, 14);
@@ -226,7 +215,7 @@ std::optional<HeaderRow> readHeader(Database& db, int id) {
   row.changedBy = textOrNull(*select, 16);
   row.changedByName = textOrNull(*select, 17);
   row.changedAt = textOrNull(*select, 18);
-  row.rowVersion = intOf(*select, 19);
+  row.rowVersion = select->whole(19);
   return row;
 }
 
@@ -243,7 +232,7 @@ std::vector<EntryRow> readEntries(Database& db, int operId) {
   refs->bind(1, operId);
   auto entry = entries.begin();
   while (refs->step()) {
-    const int entryId = intOf(*refs, 0);
+    const int entryId = refs->whole(0);
     while (entry != entries.end() && entry->id < entryId) ++entry;
     if (entry != entries.end() && entry->id == entryId) entry->refs.push_back(refOf(*refs));
   }

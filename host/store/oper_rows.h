@@ -12,11 +12,11 @@
 #include <vector>
 
 #include "host/store/database.h"
+#include "host/store/kinds.h"
 
 namespace tolvex::store {
 
 inline constexpr std::string_view kBaseCode = "LTL";
-inline constexpr std::string_view kOperationKind = "O0201500";
 inline constexpr int kUnknownAccount = -1;
 
 enum RefRole : int { kAddressee = 0, kOwnOperation = 1, kOtherDocument = 2 };
@@ -83,9 +83,6 @@ std::string centsText(std::int64_t cents);  // 123450 -> "1234,50"
 std::optional<HeaderRow> readHeader(Database& db, int id);
 std::vector<EntryRow> readEntries(Database& db, int operId);  // in order of their ids
 std::optional<EntryRow> readEntry(Database& db, int operId, int entryId);
-
-// The operation of this store that a reference names, 0 for any other reference.
-int ownOperationId(std::string_view foidr);
 
 // Base rows together with their derived copies; ids are written into the rows. A header or entry
 // that has an id already comes back under it.

@@ -70,11 +70,6 @@ int signOf(RowSet& row, RowSet& BR) {
   return sign;
 }
 
-bool isClient(std::string_view foidr) {
-  const std::string_view kind = kindOf(foidr);
-  return isRef(foidr) && (kind == "O0000100" || kind == "O0001402" || kind == "O0001401");
-}
-
 SideRow currencySide(RowSet& row, RowSet& BR, SideRow side) {
   side.cur = std::string(row["FCurrencyCode"].Text());
   side.rate = row["RateCurr"].Number();
@@ -113,9 +108,9 @@ RefRow refFrom(RowSet& row, RowSet& BR, const std::set<std::string, std::less<>>
   RefRow ref;
   ref.sign = signOf(row, BR);
   ref.foidr = textOf(row, "FOIDR", 30);
-  ref.pointsTo = ownOperationId(ref.foidr);
+  ref.pointsTo = operIdOf(ref.foidr);
   ref.showString = CutToChars(row["ShowString"].Text(), 800);
-  if (kindOf(ref.foidr).starts_with("O020150") && ref.pointsTo != 0) {
+  if (ref.pointsTo != 0) {
     ref.role = kOwnOperation;
   } else {
     ref.role = addresseeKinds.contains(kindOf(ref.foidr)) ? kAddressee : kOtherDocument;
@@ -245,9 +240,9 @@ HeaderRow headerFrom(RowSet& changes, std::string_view otype, const HeaderRow* b
 
   // Screens write the client of a money document where they read the document's own reference.
   const std::string foidr = textOf(changes, "FOIDR", 30);
-  if (isClient(foidr)) {
+  if (isParty(foidr)) {
     row.clientRef = foidr;
-  } else if (before == nullptr && isRef(foidr) && !kindOf(foidr).starts_with("O020150")) {
+  } else if (before == nullptr && isRef(foidr) && !isOperationKind(kindOf(foidr))) {
     row.docRef = foidr;
   }
   return row;
@@ -278,7 +273,7 @@ std::vector<int> pointersIn(RowSet& changes) {
   std::set<int> ids;
   ForEachRow(*changes["BR"].Rows(), [&](RowSet& BR) {
     ForEachRow(*BR["BRProperties"].Rows(), [&](RowSet& row) {
-      if (const int id = ownOperationId(row["FOIDR"].Text())) ids.insert(id);
+      if (const int id = operIdOf(row["FOIDR"].Text())) ids.insert(id);
     });
   });
   return {ids.begin(), ids.end()};

@@ -44,7 +44,7 @@ std::vector<int> storedPointers(Database& db, int operId) {
       "SELECT DISTINCT r.points_to FROM entry e JOIN entry_ref r ON r.entry_id = e.id"
       " WHERE e.oper_id = $1 AND r.points_to IS NOT NULL");
   select->bind(1, operId);
-  while (select->step()) ids.push_back(static_cast<int>(select->integer(0)));
+  while (select->step()) ids.push_back(select->whole(0));
   return ids;
 }
 
@@ -86,7 +86,7 @@ void checkPointers(Database& db, const OperChange& change) {
           refuseRule("Esama operacija negali būti adresatu!");
         }
         ids.push_back(ref.pointsTo);
-      } else if (kindOf(ref.foidr).starts_with(kOperationKind.substr(0, 7))) {
+      } else if (isOperationKind(kindOf(ref.foidr))) {
         ids.push_back(0);  // a reference of an operation's kind with no number behind it
       }
     }
@@ -346,8 +346,7 @@ void eraseOperation(Session& session, int id, SaveReason reason) {
     select->bind(1, id);
     if (select->step()) {
       throw Refusal(kReferred, "Operacija nurodyta kitose operacijose: " +
-                                   operName(static_cast<int>(select->integer(0)), select->text(1),
-                                            select->text(2)));
+                                   operName(select->whole(0), select->text(1), select->text(2)));
     }
   }
   writeEntries(db, change);

@@ -20,9 +20,8 @@ std::vector<Unmatched> unmatched(Database& db, int branch) {
       "SELECT id, parent_id, code, group_flag, new_id FROM account WHERE plan = 0 ORDER BY code");
   // A parent's number is shorter and stands before those of its children.
   while (nodes->step()) {
-    const int id = static_cast<int>(nodes->integer(0));
-    const bool inside =
-        branch == 0 || id == branch || within.contains(static_cast<int>(nodes->integer(1)));
+    const int id = nodes->whole(0);
+    const bool inside = branch == 0 || id == branch || within.contains(nodes->whole(1));
     if (!inside) continue;
     within.insert(id);
     if (nodes->integer(3) == 0 && nodes->isNull(4)) {
@@ -49,9 +48,8 @@ std::vector<MappedAccount> readMapping(Database& db) {
       "SELECT a.id, n.id, a.code, n.code, n.name FROM account a JOIN account n ON n.id = a.new_id"
       " WHERE a.plan = 0 ORDER BY a.code");
   while (rows->step()) {
-    mapping.push_back({static_cast<int>(rows->integer(0)), static_cast<int>(rows->integer(1)),
-                       std::string(rows->text(2)), std::string(rows->text(3)),
-                       std::string(rows->text(4))});
+    mapping.push_back({rows->whole(0), rows->whole(1), std::string(rows->text(2)),
+                       std::string(rows->text(3)), std::string(rows->text(4))});
   }
   return mapping;
 }
@@ -72,7 +70,7 @@ int matchCounterparts(Database& db, int branch) {
   std::map<std::string, int, std::less<>> next;
   {
     auto rows = db.prepare("SELECT code, id FROM account WHERE plan = 1 AND group_flag = 0");
-    while (rows->step()) next[std::string(rows->text(0))] = static_cast<int>(rows->integer(1));
+    while (rows->step()) next[std::string(rows->text(0))] = rows->whole(1);
   }
   int given = 0;
   for (const Unmatched& account : unmatched(db, branch)) {

@@ -28,11 +28,10 @@ std::vector<Node> readNodes(Database& db) {
     return rows->isNull(column) ? std::nullopt : std::optional(rows->integer(column));
   };
   while (rows->step()) {
-    nodes.push_back({static_cast<int>(rows->integer(0)), static_cast<int>(rows->integer(1)),
-                     optional(2), optional(3), std::string(rows->text(4)),
-                     std::string(rows->text(5)), std::string(rows->text(6)),
-                     std::string(rows->text(7)), static_cast<int>(rows->integer(8)),
-                     static_cast<int>(rows->integer(9))});
+    nodes.push_back({rows->whole(0), rows->whole(1), optional(2), optional(3),
+                     std::string(rows->text(4)), std::string(rows->text(5)),
+                     std::string(rows->text(6)), std::string(rows->text(7)), rows->whole(8),
+                     rows->whole(9)});
   }
   return nodes;
 }
@@ -42,7 +41,7 @@ void moveFormerPlans(Database& db) {
   std::vector<int> plans;
   {
     auto rows = db.prepare("SELECT DISTINCT plan FROM account WHERE plan < 0 ORDER BY plan");
-    while (rows->step()) plans.push_back(static_cast<int>(rows->integer(0)));
+    while (rows->step()) plans.push_back(rows->whole(0));
   }
   for (const int plan : plans) {
     if (plan == kOpeningPlan) continue;

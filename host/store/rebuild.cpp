@@ -39,7 +39,7 @@ void rebuildSets(Database& db) {
   {
     auto select = db.prepare("SELECT id, ref_key FROM dimset ORDER BY id");
     while (select->step()) {
-      sets.emplace_back(static_cast<int>(select->integer(0)), std::string(select->text(1)));
+      sets.emplace_back(select->whole(0), std::string(select->text(1)));
     }
   }
   auto insert = db.prepare("INSERT INTO dimset_ref (dimset_id, foidr, kind) VALUES ($1,$2,$3)");
@@ -66,7 +66,7 @@ void rebuildDocs(Database& db) {
   {
     auto select =
         db.prepare("SELECT id FROM oper WHERE otype IN ('O0201501', 'O0201502') ORDER BY id");
-    while (select->step()) ids.push_back(static_cast<int>(select->integer(0)));
+    while (select->step()) ids.push_back(select->whole(0));
   }
   for (const int id : ids) writeDoc(db, *readHeader(db, id), false);
 }

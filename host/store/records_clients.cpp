@@ -17,8 +17,7 @@ void takeMark(const Saving& saving, const char* column, Statement& bearers) {
     std::string name;
   };
   std::vector<Bearer> all;
-  while (bearers.step())
-    all.push_back({static_cast<int>(bearers.integer(0)), std::string(bearers.text(1))});
+  while (bearers.step()) all.push_back({bearers.whole(0), std::string(bearers.text(1))});
   for (const Bearer& bearer : all) {
     run(saving.session.db(),
         "UPDATE " + std::string(saving.map.table) + " SET " + column +

@@ -73,7 +73,7 @@ class DayRateRecords final : public RecordHandler {
       if (day != 0) (*days)["Rates"] = shown;
     };
     while (rates->step()) {
-      if (const int next = static_cast<int>(rates->integer(0)); next != day) {
+      if (const int next = rates->whole(0); next != day) {
         finish();
         day = next;
         shown.clear();

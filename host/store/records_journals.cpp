@@ -73,7 +73,7 @@ void beginLikeGroup(const Saving& saving) {
       bound(db, "SELECT id, guid FROM journal_row WHERE journal_id = $1 ORDER BY id", group);
   while (rows->step()) {
     const std::string& fresh = keys[std::string(rows->text(1))] = newGuid();
-    copyRow(db, saving.id, static_cast<int>(rows->integer(0)), fresh);
+    copyRow(db, saving.id, rows->whole(0), fresh);
   }
   auto pointers = bound(db,
                         "SELECT r.guid, p.pointed_guid, p.subtract FROM journal_row_pointer p"

@@ -43,7 +43,7 @@ std::string shownName(int id, std::string_view name) {
 }
 
 std::string userOf(const Statement& row) {
-  return row.isNull(6) ? std::string() : refOf("O0001401", static_cast<int>(row.integer(6)));
+  return row.isNull(6) ? std::string() : refOf("O0001401", row.whole(6));
 }
 
 Variant dayOrNull(const Statement& row, int column) {
@@ -144,7 +144,7 @@ class LockRecords final : public RecordHandler {
     row["OID"] = refOf(kKind, id);
     row["OType"] = kKind;
     row["Preview"] = shownName(id, query->text(2));
-    row["RowVersion"] = Variant(static_cast<int>(query->integer(5)));
+    row["RowVersion"] = Variant(query->whole(5));
     row["Account"] = query->text(1);
     row["DateToHigh"] = dayOrNull(*query, 3);
     row["DateToLow"] = dayOrNull(*query, 4);
@@ -209,7 +209,7 @@ class LockRecords final : public RecordHandler {
     const RowSetPtr rows = RowSet::make(kList);
     RowSet& row = *rows;
     while (query->step()) {
-      const int id = static_cast<int>(query->integer(0));
+      const int id = query->whole(0);
       row.LoadRow();
       for (const char* field : {"OIDR", "OID", "BLOIDR"}) row[field] = refOf(kKind, id);
       row["ParentID"] = Variant(Null{});

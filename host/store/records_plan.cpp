@@ -90,7 +90,7 @@ std::vector<Below> branchBelow(Database& db, int id) {
         bound(db, "SELECT id, code, name, path FROM account WHERE parent_id = $1 ORDER BY id",
               branch[i].id);
     while (children->step()) {
-      branch.push_back({static_cast<int>(children->integer(0)), std::string(children->text(1)),
+      branch.push_back({children->whole(0), std::string(children->text(1)),
                         std::string(children->text(2)), std::string(children->text(3))});
     }
   }

@@ -275,7 +275,7 @@ class LogRecords final : public ReadOnlyRecords {
     const RowSetPtr set = RowSet::make(kLog);
     RowSet& row = *set;
     while (query->step()) {
-      const int id = static_cast<int>(query->integer(0));
+      const int id = query->whole(0);
       const std::string act = adminActText(query->text(3)), subject(query->text(4));
       row.LoadRow();
       row["ID"] = Variant(id);

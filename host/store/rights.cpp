@@ -49,10 +49,10 @@ std::vector<RightRow> readRights(Database& db, int roleId) {
     RightRow& row = rows.emplace_back();
     row.component = query->text(0);
     row.parent = query->text(1);
-    row.kind = static_cast<int>(query->integer(2));
+    row.kind = query->whole(2);
     row.caption = query->text(3);
     row.granted = query->integer(4) != 0;
-    for (int i = 0; i < 5; ++i) row.flags[i] = static_cast<int>(query->integer(5 + i));
+    for (int i = 0; i < 5; ++i) row.flags[i] = query->whole(5 + i);
   }
   // What stands below nothing known stands at the top: a right must never be out of reach.
   std::set<std::string> known;
@@ -122,7 +122,7 @@ RightRow storedGrant(Database& db, int roleId, const std::string& component) {
   if (!query->step()) throw Refusal(kReferred, "Tokios teisės nebėra: " + component);
   row.caption = query->text(0);
   row.granted = !query->isNull(1);
-  for (int i = 0; i < 5; ++i) row.flags[i] = static_cast<int>(query->integer(2 + i));
+  for (int i = 0; i < 5; ++i) row.flags[i] = query->whole(2 + i);
   return row;
 }
 

@@ -165,7 +165,7 @@ Variant valueOf(const Statement& statement, int column, const ColumnSpec& spec) 
   switch (spec.type) {
     case FieldType::SmallInt:
     case FieldType::Integer:
-      return static_cast<int>(statement.integer(column));
+      return statement.whole(column);
     case FieldType::Double: {
       if (spec.size == 0) return statement.real(column);
       double unit = 1;
@@ -173,7 +173,7 @@ Variant valueOf(const Statement& statement, int column, const ColumnSpec& spec) 
       return static_cast<double>(statement.integer(column)) / unit;
     }
     case FieldType::Date:
-      return DateTime::FromDayNumber(static_cast<int>(statement.integer(column)));
+      return DateTime::FromDayNumber(statement.whole(column));
     case FieldType::Boolean:
       return statement.integer(column) != 0;
     case FieldType::Guid:

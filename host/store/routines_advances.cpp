@@ -129,9 +129,12 @@ std::vector<Source> sourcesOf(Database& db, const Arguments& arguments, int acco
   select->bind(1, account).bind(2, sign);
   select->bind(3, arguments[0].day()).bind(4, arguments[1].day());
   return readAll<Source>(*select, [](Statement& row) {
-    return Source{static_cast<int>(row.integer(0)), static_cast<int>(row.integer(1)),
-                  static_cast<int>(row.integer(2)), row.integer(3),
-                  std::string(row.text(4)),         std::string(row.text(5)),
+    return Source{row.whole(0),
+                  row.whole(1),
+                  row.whole(2),
+                  row.integer(3),
+                  std::string(row.text(4)),
+                  std::string(row.text(5)),
                   std::string(row.text(6))};
   });
 }
@@ -149,8 +152,8 @@ std::vector<Cover> coversOf(Database& db, int oper, int account, int sign) {
       " ORDER BY e.day, e.id");
   select->bind(1, oper).bind(2, account).bind(3, -sign);
   return readAll<Cover>(*select, [](Statement& row) {
-    return Cover{static_cast<int>(row.integer(0)),
-                 static_cast<int>(row.integer(1)),
+    return Cover{row.whole(0),
+                 row.whole(1),
                  row.integer(2),
                  shownOperation(row.integer(3), row.text(4)),
                  std::string(row.text(5)),

@@ -124,7 +124,7 @@ Variant GetCheckInfluenceType(Session& session, const Arguments& arguments, std:
   auto gains = session.db().prepare(
       "SELECT a.id FROM account a JOIN account_mark m ON m.id = a.mark_id"
       " WHERE m.code = '536' AND a.plan = 0");
-  while (gains->step()) others.push_back(static_cast<int>(gains->integer(0)));
+  while (gains->step()) others.push_back(gains->whole(0));
   auto select = session.db().prepare(
       "SELECT o.id, o.day, o.number, p.sum_lt, p.day FROM posting p CROSS JOIN oper o WHERE"
       " o.id = p.oper_id AND p.account_id = $1 AND p.corr_id = $2 AND p.day <= $3 AND p.cur <> "
@@ -167,7 +167,7 @@ Variant GetSaldoByAccountCode(Session& session, const Arguments& arguments, std:
       "SELECT a.id FROM account a JOIN account_mark m ON m.id = a.mark_id"
       " WHERE m.code = $1 AND a.plan = 0 ORDER BY a.code");
   marked->bind(1, arguments[1].str());
-  while (marked->step()) accounts.push_back(static_cast<int>(marked->integer(0)));
+  while (marked->step()) accounts.push_back(marked->whole(0));
   if (accounts.empty()) accounts = accountsBelow(session.db(), arguments[1].str());
   std::int64_t saldo = 0;
   for (const int account : accounts) {

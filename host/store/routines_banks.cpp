@@ -42,9 +42,9 @@ Variant accountsOf(Session& session, const std::string& owner, int columns) {
   while (select->step()) {
     answer.row()
         .text(std::string(select->text(1)) + ", " + std::string(select->text(8)))
-        .text(refOf(kBankKind, static_cast<int>(select->integer(0))));
+        .text(refOf(kBankKind, select->whole(0)));
     for (int i = 1; i <= 6; ++i) answer.text(select->text(i));
-    answer.text(refOf(kBankAccountKind, static_cast<int>(select->integer(7))))
+    answer.text(refOf(kBankAccountKind, select->whole(7)))
         .text(select->text(8))
         .integer(select->integer(9));
     if (columns == kWithIntermediary)
@@ -75,9 +75,9 @@ Variant GetBankByAccount(Session& session, const Arguments& arguments, std::stri
   while (select->step())
     answer.row()
         .text(select->text(0))
-        .text(refOf(kBankKind, static_cast<int>(select->integer(1))))
+        .text(refOf(kBankKind, select->whole(1)))
         .text(select->text(2))
-        .text(refOf(kBankAccountKind, static_cast<int>(select->integer(3))));
+        .text(refOf(kBankAccountKind, select->whole(3)));
   return answer.done();
 }
 

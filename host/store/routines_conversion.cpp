@@ -48,7 +48,7 @@ Variant GetConvertingTable(Session& session, const Arguments&, std::string_view)
       answer.integer(nodes->integer(column));
   };
   while (nodes->step()) {
-    answer.row().text(refOf("O0200400", static_cast<int>(nodes->integer(0)))).text(shown(1));
+    answer.row().text(refOf("O0200400", nodes->whole(0))).text(shown(1));
     integerOrNull(3);
     answer.integer(nodes->integer(4)).integer(nodes->integer(8));
     integerOrNull(5);

@@ -169,7 +169,7 @@ std::set<int> opersByNumber(Database& db, const std::string& text) {
     const std::string series = trim(left(text, cut));
     if (cut > 0 && series.empty()) continue;
     select->bind(1, trim(mid(text, cut + 1))).bind(2, series);
-    while (select->step()) found.insert(static_cast<int>(select->integer(0)));
+    while (select->step()) found.insert(select->whole(0));
     select->reset();
   }
   return found;

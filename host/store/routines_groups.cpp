@@ -85,7 +85,7 @@ Variant GetGroupList(Session& session, const Arguments&, std::string_view) {
       answer.null();
     else
       answer.integer(groups->integer(1));
-    answer.text(groups->text(2)).text(refOf("O0201400", static_cast<int>(groups->integer(0))));
+    answer.text(groups->text(2)).text(refOf("O0201400", groups->whole(0)));
   }
   return answer.done();
 }

@@ -80,7 +80,7 @@ Variant SaveSetting(Session& session, const Arguments& arguments, std::string_vi
 Variant GetMyFirm(Session& session, const Arguments&, std::string_view) {
   auto own = session.db().prepare("SELECT id FROM firm WHERE own_firm = 1");
   if (!own->step()) throw Refusal(kObjectGone, "Nenurodyta sava įmonė!");
-  const int id = static_cast<int>(own->integer(0));
+  const int id = own->whole(0);
   RowSetPtr firm = recordHandler("O0000100")->load(session, "O0000100", id);
   firm->MoveFirst();
   return firm;

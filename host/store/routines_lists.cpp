@@ -32,7 +32,7 @@ Variant GetPurposeList(Session& session, const Arguments&, std::string_view kind
   purposes->bind(1, kind);
   Answer answer(kAddresseeKinds);
   while (purposes->step())
-    answer.row().text(refOf(kind, static_cast<int>(purposes->integer(0)))).text(purposes->text(1));
+    answer.row().text(refOf(kind, purposes->whole(0))).text(purposes->text(1));
   return answer.done();
 }
 
@@ -81,7 +81,7 @@ Variant GetFirmsAndUsers(Session& session, const Arguments&, std::string_view) {
     answer.row()
         .text(parties->text(2))
         .text(name)
-        .text(refOf(kKinds[parties->integer(0) - 1], static_cast<int>(parties->integer(1))));
+        .text(refOf(kKinds[parties->integer(0) - 1], parties->whole(1)));
   }
   return answer.done();
 }
@@ -114,7 +114,7 @@ Variant GetFirmChildrens(Session& session, const Arguments& arguments, std::stri
   Answer answer(kFirmChildrens);
   while (branches->step())
     answer.row()
-        .text(refOf("O0000100", static_cast<int>(branches->integer(0))))
+        .text(refOf("O0000100", branches->whole(0)))
         .text(branches->text(1))
         .text(branches->text(2));
   return answer.done();

@@ -30,8 +30,7 @@ std::map<int, int> entriesNaming(Database& db, const std::string& document, int 
                       " SELECT id, entry_id, sign FROM entry_ref WHERE role = 2 AND foidr = $2"
                       " ORDER BY 1",
                       oper, document);
-  while (select->step())
-    signs.emplace(static_cast<int>(select->integer(1)), static_cast<int>(select->integer(2)));
+  while (select->step()) signs.emplace(select->whole(1), select->whole(2));
   return signs;
 }
 

@@ -28,8 +28,8 @@ std::map<int, TemplateNode> templatesById(Database& db) {
   std::map<int, TemplateNode> nodes;
   auto select = bound(db, "SELECT id, parent_id, group_flag, name FROM template");
   while (select->step()) {
-    TemplateNode node{static_cast<int>(select->integer(0)), static_cast<int>(select->integer(1)),
-                      select->integer(2) != 0, std::string(select->text(3))};
+    TemplateNode node{select->whole(0), select->whole(1), select->integer(2) != 0,
+                      std::string(select->text(3))};
     nodes.emplace(node.id, std::move(node));
   }
   return nodes;
@@ -43,7 +43,7 @@ std::map<int, std::string> accountsOfTemplates(Database& db) {
                      " FROM template_line l LEFT JOIN account d ON d.id = l.account_d"
                      " LEFT JOIN account c ON c.id = l.account_c ORDER BY l.id");
   while (lines->step()) {
-    std::string& text = texts[static_cast<int>(lines->integer(0))];
+    std::string& text = texts[lines->whole(0)];
     if (!text.empty()) text += ", ";
     text += std::string(lines->text(1)) + "-" + std::string(lines->text(2));
   }
@@ -58,7 +58,7 @@ std::vector<int> templatesOfSets(Database& db, int templateGroup) {
                       " JOIN oper_group g ON g.id = s.group_id WHERE g.template_group_id = $1"
                       " ORDER BY s.template_id",
                       templateGroup);
-  while (select->step()) ids.push_back(static_cast<int>(select->integer(0)));
+  while (select->step()) ids.push_back(select->whole(0));
   return ids;
 }
 

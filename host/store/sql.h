@@ -48,7 +48,7 @@ std::string textFrom(Database& db, std::string_view sql, const Values&... values
 template <class... Values>
 int insertedId(Database& db, std::string_view sql, const Values&... values) {
   auto statement = bound(db, sql, values...);
-  const int id = statement->step() ? static_cast<int>(statement->integer(0)) : 0;
+  const int id = statement->step() ? statement->whole(0) : 0;
   while (statement->step()) {
   }
   return id;

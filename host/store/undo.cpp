@@ -30,7 +30,7 @@ UndoTarget newestBelow(Database& db, int operId, int belowId) {
   if (!select->step()) return row;
   const auto image = imageFrom(select->text(4));
   if (!image) return row;  // a row of demonstration books
-  row.logId = static_cast<int>(select->integer(0));
+  row.logId = select->whole(0);
   row.at = select->text(1);
   row.userName = select->text(2);
   row.action = select->text(3);
@@ -121,9 +121,9 @@ void refuseFollowed(Database& db, const OperChange& change) {
                             " AND p.account_id = $2 AND p.oper_id <> $1 ORDER BY o.id LIMIT 1",
                             side.itemId, side.accountId);
       if (!follower->step()) continue;
-      throw Refusal(kReferred, "Operacija nurodyta kitose operacijose: " +
-                                   operName(static_cast<int>(follower->integer(0)),
-                                            follower->text(1), follower->text(2)));
+      throw Refusal(kReferred,
+                    "Operacija nurodyta kitose operacijose: " +
+                        operName(follower->whole(0), follower->text(1), follower->text(2)));
     }
   }
 }

@@ -32,18 +32,18 @@ std::optional<StoredUser> findUser(Database& db, std::string_view login) {
   while (rows->step()) {
     if (!equalNoCase(trim(rows->text(1)), trim(login))) continue;
     StoredUser found;
-    found.user.id = static_cast<int>(rows->integer(0));
+    found.user.id = rows->whole(0);
     found.user.login = rows->text(1);
     found.user.name = rows->text(2);
     found.user.prefix = rows->text(3);
     if (!rows->isNull(4)) {
-      found.user.reference = refOf(kEmployee, static_cast<int>(rows->integer(4)));
+      found.user.reference = refOf(kEmployee, rows->whole(4));
     }
     found.secret = rows->text(5);
     found.active = rows->integer(6) != 0;
     found.user.mustChangePassword = rows->integer(7) != 0;
     found.user.hasPassword = !found.secret.empty();
-    found.failures = static_cast<int>(rows->integer(8));
+    found.failures = rows->whole(8);
     found.lockedUntil = rows->text(9);
     return found;
   }

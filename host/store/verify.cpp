@@ -31,8 +31,6 @@ class Findings {
   std::map<std::string, int> counts_;
 };
 
-int intOf(const Statement& from, int column) { return static_cast<int>(from.integer(column)); }
-
 std::string accountCode(Database& db, int id) {
   auto select = db.prepare("SELECT code FROM account WHERE id = $1");
   select->bind(1, id);
@@ -57,7 +55,7 @@ void compareTurns(Database& db, DerivedScan& scan, PackedTurns must, bool withSe
                 : "SELECT account_id, period, corr_id, cur, debit, credit, debit_cur, credit_cur,"
                   " n, 0 FROM turn_acc");
     while (select->step()) {
-      TurnKey key{intOf(*select, 0), intOf(*select, 1), intOf(*select, 9), intOf(*select, 2),
+      TurnKey key{select->whole(0), select->whole(1), select->whole(9), select->whole(2),
                   std::string(select->text(3))};
       const Turn stored{select->integer(4), select->integer(5), select->integer(6),
                         select->integer(7), select->integer(8)};
@@ -92,7 +90,7 @@ class StoredItems {
         more_(select_->step()) {}
 
   bool more() const { return more_; }
-  std::pair<int, int> key() const { return {intOf(*select_, 0), intOf(*select_, 1)}; }
+  std::pair<int, int> key() const { return {select_->whole(0), select_->whole(1)}; }
   // All rows of the item at hand; false in `flags` when one of them tells wrongly whether it is
   // open.
   std::vector<ItemRow> take(bool& flags) {
@@ -102,14 +100,14 @@ class StoredItems {
     for (; more_ && key() == at; more_ = select_->step()) {
       ItemRow row;
       row.cur = select_->text(2);
-      row.dimsetId = intOf(*select_, 3);
+      row.dimsetId = select_->whole(3);
       row.restLt = select_->integer(4);
       row.restCur = select_->integer(5);
       row.fullLt = select_->integer(6);
       row.fullCur = select_->integer(7);
-      row.firstDay = intOf(*select_, 8);
-      row.lastDay = intOf(*select_, 9);
-      row.headEntryId = intOf(*select_, 10);
+      row.firstDay = select_->whole(8);
+      row.lastDay = select_->whole(9);
+      row.headEntryId = select_->whole(10);
       flags = flags && row.open() == (select_->integer(11) != 0);
       rests_[at.first] += row.restLt;
       rows.push_back(std::move(row));
@@ -134,7 +132,7 @@ void compareRests(Database& db, const DerivedScan& scan, const std::map<int, std
     differences[scan.unpack(key).account] -= turn.debit - turn.credit;
   auto tracked = db.prepare("SELECT id, code FROM account WHERE track_items <> 0");
   while (tracked->step()) {
-    const auto place = differences.find(intOf(*tracked, 0));
+    const auto place = differences.find(tracked->whole(0));
     if (place == differences.end() || place->second == 0) continue;
     findings.add("open items", "Sąskaita " + std::string(tracked->text(1)) +
                                    ": skolų likučiai nuo sąskaitos likučio skiriasi " +
@@ -177,10 +175,10 @@ void checkNumbers(Database& db, Findings& findings) {
 void checkSets(Database& db, Findings& findings) {
   std::map<int, std::vector<std::string>> stored;
   auto refs = db.prepare("SELECT dimset_id, foidr FROM dimset_ref ORDER BY dimset_id, foidr");
-  while (refs->step()) stored[intOf(*refs, 0)].emplace_back(refs->text(1));
+  while (refs->step()) stored[refs->whole(0)].emplace_back(refs->text(1));
   auto sets = db.prepare("SELECT id, ref_key FROM dimset");
   while (sets->step()) {
-    const auto place = stored.find(intOf(*sets, 0));
+    const auto place = stored.find(sets->whole(0));
     std::vector<std::string> must = dimsetRefs(sets->text(1));
     if (must != (place == stored.end() ? std::vector<std::string>{} : place->second)) {
       findings.add("copies", "Adresatų rinkinys " + std::to_string(sets->integer(0)) +
@@ -205,16 +203,16 @@ void checkDocs(Database& db, Findings& findings) {
   };
   while (select->step()) {
     HeaderRow header;
-    header.id = intOf(*select, 0);
+    header.id = select->whole(0);
     header.otype = select->text(1);
-    header.day = intOf(*select, 2);
+    header.day = select->whole(2);
     header.parameters = select->text(3);
     const DocRow must = *docOf(header);
     const bool right = !select->isNull(4) && select->text(5) == header.otype &&
-                       intOf(*select, 6) == header.day && select->text(7) == must.cur &&
+                       select->whole(6) == header.day && select->text(7) == must.cur &&
                        select->real(8) == must.rate && same(must.clientRef, 9) &&
                        same(must.myAccountRef, 10) && same(must.clientAccountRef, 11) &&
-                       intOf(*select, 12) == must.priority && same(must.importKey, 13);
+                       select->whole(12) == must.priority && same(must.importKey, 13);
     if (!right) {
       findings.add("copies", "Operacijos " + std::to_string(header.id) +
                                  " dokumento duomenys neatitinka jos teksto");

@@ -97,9 +97,9 @@ std::vector<Plain> plainPostings(Database& db) {
       "SELECT p.account_id, p.sign, e.day, p.cur, e.sum_lt, p.sum_cur, e.id FROM posting p"
       " JOIN entry e ON e.id = p.entry_id");
   while (select->step()) {
-    Plain plain{static_cast<int>(select->integer(0)),
-                static_cast<int>(select->integer(1)),
-                static_cast<int>(select->integer(2)),
+    Plain plain{select->whole(0),
+                select->whole(1),
+                select->whole(2),
                 std::string(select->text(3)),
                 select->integer(4),
                 select->integer(5),

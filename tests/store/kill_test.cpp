@@ -92,7 +92,7 @@ TEST(Kill, NothingAcknowledgedIsLostAndNothingIsHalfSaved) {
     const auto session = place->open();
     std::set<int> stored;
     auto select = session->db().prepare("SELECT id FROM oper");
-    while (select->step()) stored.insert(static_cast<int>(select->integer(0)));
+    while (select->step()) stored.insert(select->whole(0));
     for (const int id : saved) {
       EXPECT_TRUE(stored.contains(id) || perhapsGone.contains(id)) << "lost " << id;
     }
