@@ -23,8 +23,7 @@ MenuEntry separator() { return {"-", "-"}; }
 UI0200400::UI0200400(std::shared_ptr<const FormRegistry> forms)
     : ForwardingUI(kPlanKind), forms_(std::move(forms)) {}
 
-// --- menu
-// ------------------------------------------------------------------------------------------
+// --- menu -------------------------------------------------------------------------------------
 
 // In the view of both plans a node may be of the other one, whose own list side serves it.
 std::shared_ptr<VXObjectUI> UI0200400::otherPlan(std::string_view id) const {
@@ -147,8 +146,7 @@ MenuAction UI0200400::screen(const char* name, std::shared_ptr<VXObjectUIO> node
   return {MenuAction::ShowForm, Variant(ObjectPtr(std::move(form)))};
 }
 
-// --- list and objects
-// ------------------------------------------------------------------------------
+// --- list and objects -------------------------------------------------------------------------
 
 RowSetPtr UI0200400::GetVXObjectList(std::string parent, std::string, std::string) {
   return inner().GetVXObjectList(parent.empty() ? mode_ : std::move(parent), "", "");

@@ -4,6 +4,7 @@
 #include "accounts/account_forms.h"
 #include "accounts/account_messages.h"
 #include "accounts/plan_marks.h"
+#include "framework/conversions.h"
 #include "framework/object_card.h"
 #include "framework/text.h"
 #include "platform/save_outcome.h"
@@ -25,7 +26,7 @@ frmAccountPlan::frmAccountPlan(const ObjectFormRequest& request)
   txtNewAcc.readOnly = true;
   for (ui::TextBox* box : {&txtAccount, &txtAccountClass}) {
     box->maxLength = kNumberLength;
-    box->keyFilter = [](char32_t key, const std::string&) { return digitKey(key); };
+    box->keyFilter = FilterDigitKey;
   }
   for (ui::TextBox* box : {&txtName, &txtNameClass}) box->maxLength = kNameLength;
   for (ui::TextBox* box : {&txtType, &txtTypeClass}) {

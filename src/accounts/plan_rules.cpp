@@ -35,8 +35,6 @@ std::string nodeText(VXObjectUIO& node) {
       .append(node.Fields()["Name"].Text());
 }
 
-char32_t digitKey(char32_t key) { return key >= U'0' && key <= U'9' ? key : 0; }
-
 bool isReservedClass(std::string_view number) { return number == "0" || number == "00"; }
 
 std::string behindPrefix(std::string text, const std::string& prefix) {

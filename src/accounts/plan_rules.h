@@ -19,10 +19,8 @@ const char* nodeCaption(NodeLevel level, bool isNew);
 // Number and name, as trees and tabs show a node.
 std::string nodeText(VXObjectUIO& node);
 
-// --- while typing
-// --------------------------------------------------------------------------------
+// --- while typing -----------------------------------------------------------------------------
 
-char32_t digitKey(char32_t key);  // the key to take, or 0 to drop it
 // No class has the number 0 or 00.
 bool isReservedClass(std::string_view number);
 // The number as it may stand: a prefix that was typed away is put back.
@@ -30,8 +28,7 @@ std::string behindPrefix(std::string text, const std::string& prefix);
 // "D" (debit) or "K" (credit) for anything typed; "" stays.
 std::string accountTypeOf(std::string_view typed);
 
-// --- saving
-// --------------------------------------------------------------------------------------
+// --- saving -----------------------------------------------------------------------------------
 
 struct NodeTexts {
   std::string number, name, type;  // trimmed

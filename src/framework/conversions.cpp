@@ -21,9 +21,13 @@ std::string FormatSum(double value, const NumberFormat& format) {
 }
 
 char32_t FilterNumberKey(char32_t key, std::string_view text) {
-  constexpr char32_t kBackspace = 8;
   if (key == '.') key = ',';
   if (key == ',') return text.find(',') == std::string_view::npos ? key : 0;
+  return FilterDigitKey(key);
+}
+
+char32_t FilterDigitKey(char32_t key, std::string_view) {
+  constexpr char32_t kBackspace = 8;
   return (key >= '0' && key <= '9') || key == kBackspace ? key : 0;
 }
 
@@ -87,8 +91,7 @@ std::string DateInWords(DateTime date, std::string_view part) {
   return part.empty() ? year + " m. " + month + " " + day + " d." : std::string();
 }
 
-// --- accounts and objects
-// --------------------------------------------------------------------------
+// --- accounts and objects ---------------------------------------------------------------------
 
 std::string AccountCodeOf(std::string_view boxText) {
   return std::string(boxText.substr(0, boxText.find(' ')));

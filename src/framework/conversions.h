@@ -32,6 +32,9 @@ std::string FormatSum(double value, const NumberFormat& format = {});
 // counts as ",", and one "," is enough.
 char32_t FilterNumberKey(char32_t key, std::string_view text);
 
+// The same for a box of digits alone.
+char32_t FilterDigitKey(char32_t key, std::string_view text = {});
+
 // A number as typed, rewritten with `decimals`, without group marks. Text that is no number, or is
 // 15 characters or longer, becomes zero with those decimals, or "" unless `zeroIfBad`.
 std::string NormalizeNumberText(std::string_view text, int decimals, bool zeroIfBad,
@@ -55,8 +58,7 @@ DateTime LastDayOfMonth(DateTime date);
 // "2003 m. vasario 9 d."; any other: "".
 std::string DateInWords(DateTime date, std::string_view part);
 
-// --- accounts and objects
-// --------------------------------------------------------------------------
+// --- accounts and objects ---------------------------------------------------------------------
 
 // A box that shows an account holds its code, a blank and its name.
 std::string AccountCodeOf(std::string_view boxText);

@@ -36,8 +36,7 @@ bool isCommon(VXObjectUIO& group) { return group.Fields()["GroupFlag"].Number() 
 UI0201400::UI0201400(OperationTablesPtr tables)
     : ForwardingUI(kGroupKind), tables_(std::move(tables)) {}
 
-// --- menu
-// ------------------------------------------------------------------------------------------
+// --- menu -------------------------------------------------------------------------------------
 
 std::vector<MenuEntry> UI0201400::GetMenu(std::string id, std::string kind, std::string) {
   std::vector<MenuEntry> menu;
@@ -186,8 +185,7 @@ MenuAction UI0201400::newGroup(const std::string& id, bool common) {
   return showForm(makeScreen(tables_->forms, kGroupScreen, {hostContext(), group, ""}));
 }
 
-// --- list and objects
-// ------------------------------------------------------------------------------
+// --- list and objects -------------------------------------------------------------------------
 
 RowSetPtr UI0201400::GetVXObjectList(std::string parent, std::string filter1, std::string page) {
   HostContext& host = hostContext();

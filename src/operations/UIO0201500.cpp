@@ -63,8 +63,7 @@ bool isIn(const auto& keys, std::string_view key) {
 UIO0201500::UIO0201500(OperationTablesPtr tables)
     : ForwardingUIO(kOperationKind), tables_(std::move(tables)) {}
 
-// --- keyed reads
-// -----------------------------------------------------------------------------------
+// --- keyed reads ------------------------------------------------------------------------------
 
 MethodResult UIO0201500::Properties(std::string key, std::string parameters) {
   return guarded([&] { return property(key, parameters); });
@@ -119,15 +118,13 @@ MethodResult UIO0201500::objectForm(const std::string& parameters) {
       formValue(makeEditor(tables_->forms, OType(), {hostContext(), shared_from_this(), clicked})));
 }
 
-// --- keyed actions
-// -----------------------------------------------------------------------------------
+// --- keyed actions ----------------------------------------------------------------------------
 
 MethodResult UIO0201500::Methods(std::string key, std::span<const Variant> par) {
   return tables_->methods.call(*this, key, par);
 }
 
-// --- saving
-// ------------------------------------------------------------------------------------------
+// --- saving -----------------------------------------------------------------------------------
 
 SaveResult UIO0201500::Save(RowSetPtr second, RowSetPtr third) {
   const RowSetPtr BR = entriesOf(*this);

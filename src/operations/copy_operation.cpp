@@ -80,9 +80,7 @@ std::shared_ptr<VXObjectUIO> copyOperation(HostContext& host, VXObjectUIO& from)
   ForEachRow(*entries, [&](RowSet& entry) {
     const auto main = keys.find(entry["FGUID"].Text());
     if (main == keys.end()) return;
-    const RowSetPtr follower = copies->Clone();
-    follower->SetFilter("GUID = '" + keys[std::string(entry["GUID"].Text())] + "'");
-    (*follower)["FGUID"] = main->second;
+    (*entryOf(*copy, keys[std::string(entry["GUID"].Text())]))["FGUID"] = main->second;
   });
   return copy;
 }

@@ -102,6 +102,12 @@ void addFixedAddressees(RowSet& line, RowSet& BR) {
 
 RowSetPtr entriesOf(VXObjectUIO& operation) { return operation.Fields()["BR"].Rows(); }
 
+RowSetPtr entryOf(VXObjectUIO& operation, std::string_view guid) {
+  RowSetPtr entry = entriesOf(operation)->Clone();
+  entry->SetFilter("GUID = " + quoted(guid));
+  return entry->RecordCount() == 0 ? nullptr : entry;
+}
+
 MethodResult AddBR(VXObjectUIO& operation, const NewEntry& entry) {
   const std::string nothing;
   if (!sumsAreComplete(entry.sums) || entry.AccountD.empty() || entry.AccountC.empty()) {
@@ -193,8 +199,7 @@ MethodResult CreateBR(VXObjectUIO& operation, Arguments par) {
   return done(true);
 }
 
-// --- addressees
-// ------------------------------------------------------------------------------------
+// --- addressees -------------------------------------------------------------------------------
 
 void SetBRAddressee(RowSet* BR, int sign, std::string_view reference, std::string_view shown,
                     bool checkRequired) {
@@ -233,8 +238,7 @@ std::string AddresseeKeyString(RowSet& BRProperties) {
   return debit + (debit.empty() || credit.empty() ? "" : "#") + credit;
 }
 
-// --- deleting
-// --------------------------------------------------------------------------------------
+// --- deleting ---------------------------------------------------------------------------------
 
 void ClearNewChildRows(RowSet& rows) {
   const bool mayBeStored = rows.Fields().contains("ID");

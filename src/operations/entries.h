@@ -17,6 +17,8 @@ namespace tolvex {
 
 // The BR set of an operation's header row.
 RowSetPtr entriesOf(VXObjectUIO& operation);
+// A cursor of its own on one entry, with all its fields; null when there is none.
+RowSetPtr entryOf(VXObjectUIO& operation, std::string_view guid);
 
 // --- adding --------------------------------------------------------------------------------------
 
@@ -33,8 +35,7 @@ MethodResult AddTemplate(VXObjectUIO& operation, const TemplateEntries& entries)
 // rounds nor tests.
 MethodResult CreateBR(VXObjectUIO& operation, Arguments par);
 
-// --- addressees
-// ------------------------------------------------------------------------------------
+// --- addressees -------------------------------------------------------------------------------
 
 // Attaches an addressee to the entry at the cursor of BR, or replaces the one of the same kind on
 // the same side. With `checkRequired` only one that the entry's accounts demand is taken. Anything
@@ -46,8 +47,7 @@ void SetBRAddressee(RowSet* BR, int sign, std::string_view reference, std::strin
 // "D<reference>#<text>#C<reference>#<text>", a missing side left out.
 std::string AddresseeKeyString(RowSet& BRProperties);
 
-// --- deleting
-// --------------------------------------------------------------------------------------
+// --- deleting ---------------------------------------------------------------------------------
 
 // Deletes, from the cursor on, the rows that were never stored.
 void ClearNewChildRows(RowSet& rows);

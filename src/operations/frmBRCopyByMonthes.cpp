@@ -9,10 +9,6 @@
 namespace tolvex {
 namespace {
 
-char32_t digitKey(char32_t key, const std::string&) {
-  return (key >= U'0' && key <= U'9') || key == U'\b' ? key : U'\0';
-}
-
 int wholeNumber(const ui::TextBox& box) { return static_cast<int>(TextToDouble(box.text())); }
 
 }  // namespace
@@ -25,7 +21,7 @@ frmBRCopyByMonthes::frmBRCopyByMonthes(const SpreadRequest& request)
   setTitle("Sumos išdėstymas pagal mėnesius");
   cmdOK.isDefault = true;
   cmdCancel.isCancel = true;
-  for (ui::TextBox* box : {&txtMonthCount, &txtDay}) box->keyFilter = digitKey;
+  for (ui::TextBox* box : {&txtMonthCount, &txtDay}) box->keyFilter = FilterDigitKey;
   txtMonthCount.maxLength = 3;
   txtDay.maxLength = 2;
   txtSum.onLeave = [this] {

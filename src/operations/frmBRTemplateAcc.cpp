@@ -51,9 +51,7 @@ void frmBRTemplateAcc::wire() {
       if (!box->text().empty()) CheckAccountBox(*box, accounts_, true, false);
     };
   }
-  txtFactor.keyFilter = [](char32_t key, const std::string& text) {
-    return FilterNumberKey(key, text);
-  };
+  txtFactor.keyFilter = FilterNumberKey;
   for (ui::ListView* list : {&lvwAddrD, &lvwAddrC}) {
     list->onActivate = [this, list] { fixAddressee(*list); };
     list->onCheck = [this, list] {

@@ -11,10 +11,6 @@ namespace {
 
 constexpr std::size_t kPrefixLength = 50, kCounterLength = 9, kWidestCounter = 10;
 
-char32_t digit(char32_t key, const std::string&) {
-  return (key >= U'0' && key <= U'9') || key == U'\b' ? key : U'\0';
-}
-
 // The parts of a number are told apart by this sign, so none may hold it.
 char32_t withoutJoint(char32_t key, const std::string&) { return key == U'-' ? U'\0' : key; }
 
@@ -39,10 +35,10 @@ GroupNumbering::GroupNumbering(ui::Form* form)
   txtPrefix.maxLength = kPrefixLength;
   txtPrefix.keyFilter = withoutJoint;
   txtANTemplate.maxLength = kWidestCounter;
-  txtANTemplate.keyFilter = digit;
+  txtANTemplate.keyFilter = FilterDigitKey;
   txtANTemplate.tip = "Tiek skaitmenų, kiek jų turi turėti numeris: 0000";
   txtMinimal.maxLength = kCounterLength;
-  txtMinimal.keyFilter = digit;
+  txtMinimal.keyFilter = FilterDigitKey;
   txtExample.readOnly = true;
   cmbGroupBy.setTexts({"Pagal bendrą skaitliuką", "Pagal dokumentų grupę", "Pagal vartotoją",
                        "Pagal grupę ir vartotoją", "Pagal dokumentų tipą",

@@ -1,7 +1,6 @@
 #include "operations/show_entry.h"
 
 #include "framework/conversions.h"
-#include "framework/parameters.h"
 #include "framework/references.h"
 #include "operations/document_form.h"
 #include "operations/entries.h"
@@ -41,9 +40,7 @@ MethodResult ShowBR(UIO0201500& operation, Arguments par) {
   if (par.size() > 2) request.mayChange = NullToBool(par[2]);
   request.mode = static_cast<std::int16_t>(NullToDouble(argument(par, 3)));
 
-  const RowSetPtr look = request.set->Clone();
-  look->SetFilter("GUID = " + quoted(request.guid));
-  if (look->RecordCount() == 0) return refused("ShowBR: nėra įrašo !");
+  if (!entryOf(operation, request.guid)) return refused("ShowBR: nėra įrašo !");
   request.set->SetFilter("");
   const std::shared_ptr<ui::Form> editor = operation.tables().forms.make(kEntryEditor, request);
   if (!editor) {

@@ -72,12 +72,6 @@ void writePart(RowSet& entry, const SpreadPart& part) {
   });
 }
 
-RowSetPtr cursorOn(VXObjectUIO& operation, std::string_view guid) {
-  RowSetPtr entry = entriesOf(operation)->Clone();
-  entry->SetFilter("GUID = '" + std::string(guid) + "'");
-  return entry->RecordCount() == 0 ? nullptr : entry;
-}
-
 }  // namespace
 
 SpreadEntry spreadEntryOf(RowSet& BR) {
@@ -93,7 +87,7 @@ SpreadEntry spreadEntryOf(RowSet& BR) {
 
 MethodResult SpreadOverMonths(VXObjectUIO& operation, std::string_view guid,
                               const SpreadTerms& terms) {
-  const RowSetPtr entry = cursorOn(operation, guid);
+  const RowSetPtr entry = entryOf(operation, guid);
   if (!entry || !(*entry)["DateD"].Value().IsDate()) return refused("Nėra įrašo!");
   const std::vector<SpreadPart> parts = spread(spreadEntryOf(*entry), terms);
   if (parts.empty()) return refused("Sumos išdėstyti pagal mėnesius nepavyko!");
@@ -116,7 +110,7 @@ MethodResult SpreadOverMonths(VXObjectUIO& operation, std::string_view guid,
     }
     added.push_back(made.Value.AsText());
   }
-  writePart(*cursorOn(operation, guid), parts.front());
+  writePart(*entryOf(operation, guid), parts.front());
   return done(static_cast<int>(parts.size()));
 }
 

@@ -198,8 +198,7 @@ class ReportViewer {
   virtual void keepPage(const ReportDocument& /*document*/) {}
 };
 
-// --- the context
-// ----------------------------------------------------------------------------------
+// --- the context ------------------------------------------------------------------------------
 
 class HostContext {
  public:

@@ -37,9 +37,6 @@ TEST(PlanRules, LevelsFollowFromWhatStandsAbove) {
 }
 
 TEST(PlanRules, Typing) {
-  for (const char32_t key : {U'0', U'9'}) EXPECT_EQ(digitKey(key), key);
-  for (const char32_t key : {U'/', U':', U'a', U'-', U' ', U'ą'}) EXPECT_EQ(digitKey(key), 0u);
-
   const std::pair<const char*, const char*> types[] = {
       {"", ""}, {"k", "K"}, {"K", "K"}, {"d", "D"}, {"x", "D"}, {"ą", "D"}, {"DK", "D"}};
   for (const auto& [typed, want] : types) EXPECT_EQ(accountTypeOf(typed), want) << typed;

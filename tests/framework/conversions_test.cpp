@@ -33,6 +33,9 @@ TEST(Conversions, NumberKeys) {
   } kCases[] = {{'5', "1,2", '5'}, {8, "1", 8},     {'.', "12", ','}, {',', "12", ','},
                 {'.', "1,2", 0},   {',', "1,2", 0}, {'-', "", 0},     {U'ž', "", 0}};
   for (const auto& c : kCases) EXPECT_EQ(FilterNumberKey(c.key, c.text), c.want) << c.text;
+  for (const char32_t key : {U'0', U'9', U'\b'}) EXPECT_EQ(FilterDigitKey(key), key);
+  for (const char32_t key : {U'/', U':', U'a', U'-', U',', U'ą'})
+    EXPECT_EQ(FilterDigitKey(key), 0u);
 }
 
 TEST(Conversions, NumberTextsAreRewritten) {

@@ -13,16 +13,16 @@ char32_t arithmeticKey(char32_t key, const std::string&) {
   return kept.find(key) == std::u32string_view::npos ? U'\0' : key;
 }
 
-char32_t numberKey(char32_t key, const std::string& text) {
-  return static_cast<char32_t>(FilterNumberKey(static_cast<int>(key), text));
-}
-
 }  // namespace
 
 NumberBox::NumberBox(ui::TextBox& ownBox, int decimals, NumberFormat format, Input input)
     : box(ownBox), decimals_(decimals), format_(std::move(format)) {
   box.align = ui::Align::Right;
-  box.keyFilter = input == Input::Arithmetic ? arithmeticKey : numberKey;
+  if (input == Input::Arithmetic) {
+    box.keyFilter = arithmeticKey;
+  } else {
+    box.keyFilter = FilterNumberKey;
+  }
 }
 
 void NumberBox::show(double value) {

@@ -13,9 +13,6 @@
 
 namespace tolvex {
 
-// A cursor of its own on the entry, with all its fields; null when there is none.
-RowSetPtr entryOf(VXObjectUIO& object, std::string_view guid);
-
 // Whether the reference points at an operation, as an entry points at the one that it pays.
 bool pointsAtOperation(std::string_view reference);
 
