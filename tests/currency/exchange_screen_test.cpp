@@ -140,6 +140,18 @@ TEST_F(ExchangeScreen, StaysClosedToWhatIsIncomplete) {
   EXPECT_EQ(form->focus(), &form->credit.cmbAcc);
 }
 
+TEST_F(ExchangeScreen, ATypedRateKeepsItsDecimals) {
+  auto form = exchange(newOperation());
+  ui::Input user(*form);
+  fill(*form, user);
+  DO(user.enter(form->debit.txtRate, "0,02814"));
+  DO(user.enter(form->debit.txtSum, "100000"));
+  user.leave();
+  EXPECT_EQ(form->debit.txtRate.text() + " " + form->debit.txtSum.text(), "0,02814 100000,00");
+  EXPECT_EQ(form->lblDifference.caption(),
+            "Debetas 2\u00a0814,00 Lt     Kreditas 270,00 Lt     Teigiama įtaka 2\u00a0544,00 Lt");
+}
+
 TEST_F(ExchangeScreen, StoresTheRateOfADayThatHasNone) {
   serveNoRateOn("2003.02.10");
   auto object = newOperation();
