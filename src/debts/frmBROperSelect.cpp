@@ -98,7 +98,6 @@ void frmBROperSelect::opened() {
   if (asked_.money.rate > 0) rates_.setByHand(asked_.money.code, asked_.money.rate);
   optDebtOpers.choose();
   showAsked();
-  askedChanged();
   if (!asked_.accountFree()) fill();
   setFocus(asked_.accountFree() ? static_cast<ui::Control&>(cmbAcc) : lvwBROper);
 }
@@ -108,7 +107,6 @@ void frmBROperSelect::showAsked() {
   if (!asked_.accountFree()) showAccount(cmbAcc, asked_.account);
   for (ui::Control* control : std::initializer_list<ui::Control*>{&cmbAcc, &optDeb, &optCred})
     control->enabled = asked_.accountFree();
-  takeParty(asked_.addressee, asked_.addresseeName);
   txtDate.text = asked_.date.Text();
   txtRateDate.text = asked_.rateDate.Text();
   dtpDate.value = FirstDayOfMonth(asked_.date);
@@ -118,6 +116,7 @@ void frmBROperSelect::showAsked() {
     control->visible = currency;
   txtCurrCode.text = currency ? asked_.money.code : std::string();
   if (asked_.sum > 0) sum_.show(asked_.sum);
+  takeParty(asked_.addressee, asked_.addresseeName);
 }
 
 void frmBROperSelect::enableByState() {
