@@ -14,8 +14,8 @@
 #include "debts/debt_list.h"
 #include "debts/operation_lines.h"
 #include "debts/operation_select.h"
-#include "operations/screen/group_box.h"
 #include "operations/screen/number_box.h"
+#include "platform/group_box.h"
 #include "platform/host.h"
 
 namespace tolvex {

@@ -6,7 +6,6 @@
 #include "framework/references.h"
 #include "framework/text.h"
 #include "framework/told.h"
-#include "operations/UIO0201400.h"
 #include "operations/UIO0201500.h"
 #include "operations/document_form.h"
 #include "operations/group_parameters.h"
@@ -25,7 +24,7 @@ constexpr const char* kGeneral = "general";
 frmBROperGroup::frmBROperGroup(const ObjectFormRequest& request, const FormRegistry& forms)
     : Form(request.host, "frmBROperGroup"), VXObjectUIO(request.object), forms_(forms) {
   SOPanel.titleBand = true;
-  txtParentGroup.readOnly = true;
+  cmdParentGroup.shortcut = "F4";
   txtName.maxLength = kNameLength;
   txtSerija.maxLength = kSeriesLength;
   tabGroup.tabs = {{kGeneral, "Bendra"},
@@ -39,7 +38,7 @@ frmBROperGroup::frmBROperGroup(const ObjectFormRequest& request, const FormRegis
 const char* frmBROperGroup::picture() const {
   return R"(
 [SOPanel]
-  txtParentGroup>
+  txtParentGroup> cmdParentGroup
   txtName>
   [tabs tabGroup]
     [general]
@@ -72,7 +71,7 @@ SSCClose | >> | cmdCancel | cmdWrite
 
 void frmBROperGroup::wire() {
   const auto changed = [this] { setDirty(true); };
-  txtName.onChange = txtSerija.onChange = changed;
+  parent_.onChange = txtName.onChange = txtSerija.onChange = changed;
   chkSerija.onChange = [this] {
     txtSerija.enabled = chkSerija.on();
     setDirty(true);
@@ -103,9 +102,7 @@ void frmBROperGroup::opened() {
 
 void frmBROperGroup::show() {
   RowSet& group = *VXObjectUIO->RsFields();
-  const int above = static_cast<int>(group["ParentID"].Number());
-  const auto parent = above == 0 ? std::nullopt : host().pickers().lookup(refOf(kGroupKind, above));
-  txtParentGroup.text = parent ? parent->text : std::string();
+  parent_.show(static_cast<int>(group["ParentID"].Number()));
   txtName.text = std::string(group["Name"].Text());
   tabGroup.visible = !isCommon();
   if (!isCommon()) {
@@ -163,6 +160,7 @@ void frmBROperGroup::showTitles() {
 
 void frmBROperGroup::applyRights() {
   readOnly = !mayWrite(*VXObjectUIO, host().rights().of(groupRights(VXObjectUIO->OID())));
+  parent_.enable(!readOnly && parent_.id() > 0);  // the group above all stays there
   txtName.readOnly = readOnly;
   txtSerija.readOnly = readOnly;
   for (ui::Control* control :
@@ -242,6 +240,7 @@ bool frmBROperGroup::writeDocuments() {
 
 bool frmBROperGroup::write() {
   if (!isCommon() && !writeDocuments()) return false;
+  if (parent_.id() > 0) fields()["ParentID"] = parent_.id();
   fields()["Name"] = trim(txtName.text());
   return true;
 }

@@ -8,9 +8,11 @@
 #include <string>
 
 #include "framework/form_registry.h"
+#include "operations/UIO0201400.h"
 #include "operations/group_numbering.h"
 #include "operations/group_sums.h"
 #include "operations/group_templates.h"
+#include "platform/group_box.h"
 
 namespace tolvex {
 
@@ -27,6 +29,7 @@ class frmBROperGroup final : public ui::Form {
 
   ui::Panel SOPanel{this, "SOPanel"};
   ui::TextBox txtParentGroup{this, "txtParentGroup", "Aukštesnio lygio grupė"};
+  ui::Button cmdParentGroup{this, "cmdParentGroup", "…", ui::Role::Small};
   ui::TextBox txtName{this, "txtName", "Grupės pavadinimas"};
   ui::TabStrip tabGroup{this, "tabGroup"};
   ui::ComboBox cmbFormTypes{this, "cmbFormTypes", "Dokumento tipas"};
@@ -63,6 +66,7 @@ class frmBROperGroup final : public ui::Form {
   FieldList& fields() const { return VXObjectUIO->Fields(); }
 
   const FormRegistry& forms_;
+  GroupBox parent_{txtParentGroup, cmdParentGroup, nullptr, kGroupKind, true};
   struct Place {
     Variant above, common;
   };

@@ -9,7 +9,7 @@
 
 #include "framework/form_registry.h"
 #include "framework/param_dictionary.h"
-#include "operations/screen/group_box.h"
+#include "platform/group_box.h"
 
 namespace tolvex {
 

@@ -5,9 +5,9 @@
 #include <functional>
 #include <string>
 
-#include "operations/screen/group_box.h"
 #include "operations/screen/template_tree.h"
 #include "platform/form.h"
+#include "platform/group_box.h"
 #include "platform/objects.h"
 
 namespace tolvex {

@@ -4,7 +4,6 @@
 #include "framework/references.h"
 #include "framework/text.h"
 #include "framework/told.h"
-#include "payments/UIO0201700.h"
 #include "payments/frmTemplateItem.h"
 #include "payments/payment_forms.h"
 
@@ -19,6 +18,7 @@ frmPaymentTemplate::frmPaymentTemplate(const ObjectFormRequest& request)
     : Form(request.host, kPaymentScreen), VXObjectUIO(request.object) {
   SOPanel.titleBand = true;
   txtName.maxLength = kNameLength;
+  cmdParentGroup.shortcut = "F4";
   cmdNewItem.shortcut = "Ctrl+Ins";
   cmdWrite.shortcut = "Ctrl+S";
   SSCNew.shortcut = "Ctrl+N";
@@ -34,6 +34,7 @@ const char* frmPaymentTemplate::picture() const {
 [SOPanel]
   []
     txtName>
+    txtGroup> cmdParentGroup
   lvwPaymentTemplate>
   cmdNewItem | lblRest>
 SSCClose | >> | SSCNew | cmdCancel | cmdWrite
@@ -41,7 +42,7 @@ SSCClose | >> | SSCNew | cmdCancel | cmdWrite
 }
 
 void frmPaymentTemplate::wire() {
-  txtName.onChange = [this] { changed_ = true; };
+  txtName.onChange = group_.onChange = [this] { changed_ = true; };
   lvwPaymentTemplate.onActivate = mnuEdit.onClick = [this] { editItem(); };
   lvwPaymentTemplate.onInsert = mnuNew.onClick = cmdNewItem.onClick = [this] { addItems(); };
   lvwPaymentTemplate.onDelete = mnuDelete.onClick = [this] { deleteItem(); };
@@ -63,6 +64,8 @@ void frmPaymentTemplate::show() {
   SOPanel.caption = isGroup() ? "Apmokėjimo šablonų grupė" : "Įmokų šablonas";
   txtName.text = std::string(header()["Name"].Text());
   txtName.readOnly = readOnly;
+  group_.show(static_cast<int>(header()["ParentID"].Number()));
+  group_.enable(!readOnly);
   for (ui::Control* control :
        std::initializer_list<ui::Control*>{&lvwPaymentTemplate, &cmdNewItem, &lblRest})
     control->visible = !isGroup();
@@ -166,6 +169,7 @@ void frmPaymentTemplate::writeItem(const Instalment& item) {
 bool frmPaymentTemplate::save() {
   if (readOnly) return false;
   header()["Name"] = trim(txtName.text());
+  if (group_.id() > 0) header()["ParentID"] = group_.id();
   header().Update();
   const SaveResult saved = saveBusy(*this, SOPanel, *VXObjectUIO, items_);
   if (saved.Code != kDone) {

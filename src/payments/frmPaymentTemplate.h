@@ -8,7 +8,9 @@
 #include <string>
 
 #include "framework/form_registry.h"
+#include "payments/UIO0201700.h"
 #include "payments/instalments.h"
+#include "platform/group_box.h"
 
 namespace tolvex {
 
@@ -26,6 +28,8 @@ class frmPaymentTemplate final : public ui::Form {
 
   ui::Panel SOPanel{this, "SOPanel"};
   ui::TextBox txtName{this, "txtName", "Pavadinimas"};
+  ui::TextBox txtGroup{this, "txtGroup", "Grupė"};
+  ui::Button cmdParentGroup{this, "cmdParentGroup", "…", ui::Role::Small};
   ui::ListView lvwPaymentTemplate{
       this,
       "lvwPaymentTemplate",
@@ -62,6 +66,7 @@ class frmPaymentTemplate final : public ui::Form {
   bool isGroup() const { return header()["GroupFlag"].Number() != 0; }
   RowSet& header() const { return *VXObjectUIO->RsFields(); }
 
+  GroupBox group_{txtGroup, cmdParentGroup, nullptr, kPaymentTemplateGroup, true};
   RowSetPtr items_ = noInstalments();
   bool changed_ = false;  // since the record was read or saved
 };

@@ -380,6 +380,20 @@ TEST_F(GroupCard, TheRightButtonDeletes) {
   EXPECT_EQ(host.tree().log.back(), "redraw O0201400");
 }
 
+TEST_F(GroupCard, MovesBelowAnotherCommonGroup) {
+  put(8, 1, "Archyvas", 1);
+  const auto form = stored("O02014003");
+  ui::Input user(*form);
+  host.pickers().answers = {Picked{"O02014008", "Archyvas", true}};
+  DO(user.click(form->cmdParentGroup));
+  EXPECT_EQ(host.pickers().requests[0].current, "O02014001");
+  EXPECT_EQ(form->txtParentGroup.text(), "Archyvas");
+  EXPECT_EQ(record("O02014003")["ParentID"].Number(), 1) << "not before it is saved";
+  DO(user.click(form->cmdWrite));
+  EXPECT_EQ(record("O02014003")["ParentID"].Number(), 8);
+  EXPECT_FALSE(stored("O02014001")->cmdParentGroup.enabled()) << "the group above all";
+}
+
 TEST_F(GroupCard, ADeletionThatSomebodyElseMadeClosesTheCardToo) {
   const auto form = stored("O02014003");
   ui::Input user(*form);

@@ -162,6 +162,24 @@ TEST_F(PaymentTemplates, AStoredTemplateIsChangedByItsLines) {
   DO(user.close());
 }
 
+TEST_F(PaymentTemplates, ATemplateMovesToAnotherGroup) {
+  put(1, "O0001600", 0, true);
+  put(5, "O0001600", 0, true);
+  host.pickers().known["O00016001"] = {"O00016001", "Pirma", true};
+  auto form = card(put(2, "O0201701", 1, false));
+  EXPECT_EQ(form->txtGroup.text(), "Pirma");
+  ui::Input user(*form);
+  host.pickers().answers = {std::nullopt, Picked{"O00016005", "Kita", true}};
+  DO(user.click(form->cmdParentGroup));
+  DO(user.close());
+  EXPECT_EQ(told(), std::vector<std::string>{}) << "cancelled: nothing was changed";
+  form->markOpen(true);
+  DO(user.click(form->cmdParentGroup));
+  EXPECT_EQ(form->txtGroup.text(), "Kita");
+  DO(user.click(form->cmdWrite));
+  EXPECT_EQ((*host.shelf().records.at(form->objectReference()))["ParentID"].Number(), 5);
+}
+
 TEST_F(PaymentTemplates, WithoutItsInstalmentsATemplateIsOnlyLookedAt) {
   const std::string stored = put(2, "O0201701", 1, false);
   for (const bool noData : {false, true}) {

@@ -1,4 +1,4 @@
-#include "operations/screen/group_box.h"
+#include "platform/group_box.h"
 
 #include "framework/references.h"
 
