@@ -41,7 +41,6 @@ class UIO0201500 final : public ForwardingUIO {
   SaveResult Save(RowSetPtr second, RowSetPtr third) override;
 
   const OperationTables& tables() const { return *tables_; }
-  const OperationTablesPtr& sharedTables() const { return tables_; }
 
  private:
   MethodResult property(const std::string& key, const std::string& parameters);

@@ -12,8 +12,6 @@ namespace tolvex {
 
 namespace {
 
-constexpr std::size_t kShowStringChars = 800;
-
 std::string badParameters(std::string_view prefix) {
   return std::string(prefix) + std::string(kLineBreak) + "Klaidingi parametrai !";
 }
@@ -34,7 +32,7 @@ void addAddressees(RowSet& BRProperties, std::string_view guid, const Variant::A
     BRProperties["BRGUID"] = guid;
     BRProperties["Sign"] = sign;
     BRProperties["FOIDR"] = reference;
-    BRProperties["ShowString"] = CutToChars(NullToText(triples[i + 2]), kShowStringChars);
+    BRProperties["ShowString"] = CutToChars(NullToText(triples[i + 2]), kShowStringLength);
     BRProperties.Update();
   }
 }
@@ -215,7 +213,7 @@ void SetBRAddressee(RowSet* BR, int sign, std::string_view reference, std::strin
     BRProperties["Sign"] = sign;
   }
   BRProperties["FOIDR"] = reference;
-  BRProperties["ShowString"] = CutToChars(shown, kShowStringChars);
+  BRProperties["ShowString"] = CutToChars(shown, kShowStringLength);
   if (!found) BRProperties.Update();
 }
 

@@ -15,6 +15,8 @@
 
 namespace tolvex {
 
+inline constexpr std::size_t kShowStringLength = 800;  // of an addressee's text, in characters
+
 // The BR set of an operation's header row.
 RowSetPtr entriesOf(VXObjectUIO& operation);
 // A cursor of its own on one entry, with all its fields; null when there is none.

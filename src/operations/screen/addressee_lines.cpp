@@ -4,6 +4,7 @@
 
 #include "framework/references.h"
 #include "framework/text.h"
+#include "operations/entries.h"
 
 namespace tolvex {
 namespace {

@@ -10,8 +10,6 @@
 
 namespace tolvex {
 
-inline constexpr std::size_t kShowStringLength = 800;
-
 struct AddresseeLine {
   std::string kind;  // eight characters
   bool required = false;
