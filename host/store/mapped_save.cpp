@@ -4,6 +4,7 @@
 
 #include "framework/references.h"
 #include "framework/text.h"
+#include "host/store/field_captions.h"
 #include "host/store/guid.h"
 #include "host/store/mapped_records.h"
 #include "host/store/record_log.h"
@@ -15,7 +16,7 @@ namespace {
 
 int versionIn(const Saving& saving) { return static_cast<int>(saving.row["RowVersion"].Number()); }
 
-std::string quotedName(const FieldMap& field) { return "„" + std::string(field.field) + "“"; }
+std::string quotedName(const FieldMap& field) { return "„" + fieldCaption(field.field) + "“"; }
 
 void bindText(Statement& statement, int index, const FieldMap& field, Field value) {
   if (field.isKey && trim(value.Text()).empty()) value = newGuid();
@@ -71,8 +72,8 @@ void bindFound(Database& db, Statement& statement, int index, const FieldMap& fi
   auto query = bound(db, field.lookup, name);
   if (std::string_view(field.lookup).find("$2") != std::string_view::npos) query->bind(2, owner);
   if (!query->step()) {
-    throw Refusal(kReferred,
-                  "Įraše nurodytas objektas neegzistuoja: " + name + " (" + field.field + ")!");
+    throw Refusal(kReferred, "Įraše nurodytas objektas neegzistuoja: " + name + " (" +
+                                 fieldCaption(field.field) + ")!");
   }
   statement.bind(index, query->integer(0));
 }

@@ -1,9 +1,9 @@
 // The protocol of operations as lists, and the undo of the last save.
-#include <array>
 #include <cstdlib>
 
 #include "framework/references.h"
 #include "host/store/answer.h"
+#include "host/store/field_captions.h"
 #include "host/store/lookups.h"
 #include "host/store/moments.h"
 #include "host/store/protocol.h"
@@ -38,27 +38,11 @@ Variant GetBROperLog(Session& session, const Arguments& arguments, std::string_v
   return answer.done();
 }
 
-struct Caption {
-  std::string_view field, caption;
-};
-constexpr std::array<Caption, 9> kCaptions = {{{"DateD", "Data"},
-                                               {"Serija", "Serija"},
-                                               {"Number", "Operacijos Nr"},
-                                               {"AutoNumber", "Auto numeris"},
-                                               {"BROperGroupID", "Grupė"},
-                                               {"Comment", "Komentaras"},
-                                               {"Parameters", "Parametrai"},
-                                               {"ClientOIDR", "Klientas"},
-                                               {"VATRegisterIndication", "PVM registras"}}};
-
 std::string captionOf(const ProtocolChange& change) {
   if (change.name == "+") return "Naujas įrašas";
   if (change.name == "-") return "Panaikintas įrašas";
   if (change.name == "~") return "Pakeistas įrašas";
-  for (const Caption& one : kCaptions) {
-    if (one.field == change.name) return std::string(one.caption);
-  }
-  return change.name;
+  return fieldCaption(change.name);
 }
 
 // A group by its name, the indication by its meaning, a client by his name.

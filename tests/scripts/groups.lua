@@ -14,7 +14,7 @@ test("a common group has a name alone", function()
   expect(visible "tabGroup", false)
   enter("txtName", "  ")
   click "cmdWrite"
-  expect_message("Neužpildytas laukas „Name“!\r\nĮrašymas neatliktas !", "ok")
+  expect_message("Neužpildytas laukas „Pavadinimas“!\r\nĮrašymas neatliktas !", "ok")
   enter("txtName", "  Filialas ")
   click "cmdWrite"
   expect(message(), nil)
