@@ -74,6 +74,15 @@ int Argument::day() const {
   return day ? day->DayNumber() : 0;
 }
 
+std::optional<int> Argument::id() const {
+  if (absent()) return std::nullopt;
+  double number = number_;
+  if (kind_ == Kind::Text && !parsePlainNumber(trim(text_), number)) {
+    return isRef(text_) ? std::optional(idOf(text_)) : std::nullopt;
+  }
+  return isWhole(number) ? std::optional(static_cast<int>(number)) : std::nullopt;
+}
+
 std::vector<Argument> parseParameters(std::string_view text) {
   std::vector<Argument> out;
   const std::string whole = trim(text);

@@ -3,6 +3,7 @@
 // declared parameters 1207; both before any work.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,6 +26,8 @@ class Argument {
   int integer() const;                              // absent: 0
   double real() const { return number_; }
   int day() const;  // yyyymmdd; absent or "": 0
+  // What a reference or a number names, quoted or bare; nothing for any other text.
+  std::optional<int> id() const;
 
  private:
   Kind kind_ = Kind::Absent;

@@ -74,10 +74,9 @@ constexpr ColumnSpec kAdvance[] = {col::text("OIDR", 30), col::number("RestSum")
 Variant GetAdvanceRests(Session& session, const Arguments& arguments, std::string_view) {
   Answer answer(kAdvance);
   const std::string& given = arguments[0].str();
-  double id = operIdOf(given);
-  if (!isRef(given) && !parsePlainNumber(trim(given), id))
-    throw Refusal(kWrongParameters, "CheckAdvance: '" + given + "'");
-  const int oper = static_cast<int>(id);
+  const auto id = arguments[0].id();
+  if (!id) throw Refusal(kWrongParameters, "CheckAdvance: '" + given + "'");
+  const int oper = isRef(given) ? operIdOf(given) : *id;
   const auto account = accountByCode(session.db(), arguments[1].str());
   if (!account) return answer.done();
   std::map<std::string, std::pair<std::int64_t, std::int64_t>> rests;

@@ -155,13 +155,9 @@ Variant GetSaldoByAccountCode(Session& session, const Arguments& arguments, std:
   const std::string& client = arguments[0].str();
   BalanceQuery query;
   query.to = session.now().DayNumber();
-  query.addressee = AddresseeFilter(isRef(client) ? client : refOf(kind, arguments[0].integer()));
-  if (!isRef(client) && arguments[0].kind() == Argument::Kind::Text) {
-    double id = 0;
-    if (!parsePlainNumber(trim(client), id))
-      throw Refusal(kWrongParameters, "GetSaldoByAccountCode: '" + client + "'");
-    query.addressee = AddresseeFilter(refOf(kind, static_cast<int>(id)));
-  }
+  const auto id = arguments[0].id();
+  if (!id) throw Refusal(kWrongParameters, "GetSaldoByAccountCode: '" + client + "'");
+  query.addressee = AddresseeFilter(isRef(client) ? client : refOf(kind, *id));
   std::vector<int> accounts;
   auto marked = session.db().prepare(
       "SELECT a.id FROM account a JOIN account_mark m ON m.id = a.mark_id"

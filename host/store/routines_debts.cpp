@@ -25,10 +25,6 @@ constexpr ColumnSpec kDebts[] = {col::text("OIDR", 30),         col::text("FOIDR
                                  col::number("CurrentRate"),    col::number("CurrInfluence"),
                                  col::text("AddrOIDR", 30),     col::text("AddrName", 800)};
 
-int groupOf(const Argument& argument) {
-  return isRef(argument.str()) ? idOf(argument.str()) : argument.integer();
-}
-
 // The five lists of debts are one selection; a payment takes the rows in their order, oldest first.
 Variant debtList(Session& session, const Arguments& arguments, int side) {
   Answer answer(kDebts);
@@ -43,7 +39,7 @@ Variant debtList(Session& session, const Arguments& arguments, int side) {
   DimsetRefs sets(session.db());
   DebtDetails details(session.db(), sets);
   const std::vector<Debt> debts = openItems(session.db(), query, sets);
-  for (const DebtLine& line : details.of(debts, query.addressee, groupOf(arguments[0]))) {
+  for (const DebtLine& line : details.of(debts, query.addressee, arguments[0].id().value_or(0))) {
     const ItemRow& row = line.debt.row;
     answer.row()
         .text(operReference(line.debt.itemId))

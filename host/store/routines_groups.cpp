@@ -93,7 +93,7 @@ Variant GetGroupList(Session& session, const Arguments&, std::string_view) {
 // For whoever reads journals: the rights of the group's card are not asked.
 Variant GetBROperGroupByOIDR(Session& session, const Arguments& arguments, std::string_view) {
   constexpr std::string_view kGroups = "O0201400";
-  const int id = isRef(arguments[0].str()) ? idOf(arguments[0].str()) : arguments[0].integer();
+  const int id = arguments[0].id().value_or(0);
   const RowSetPtr group = recordHandler(kGroups)->load(session, kGroups, id);
   if (!group) refuseGone();
   return group;

@@ -13,7 +13,7 @@ namespace {
 Variant GetVXObject(Session& session, const Arguments& arguments, std::string_view kind) {
   const bool whole = isRef(arguments[0].str());
   const std::string reference =
-      whole ? arguments[0].str() : refOf(kind, std::atoi(arguments[0].str().c_str()));
+      whole ? arguments[0].str() : refOf(kind, arguments[0].id().value_or(0));
   return readRecord(session, kindOf(reference), idOf(reference));
 }
 

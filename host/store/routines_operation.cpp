@@ -25,29 +25,23 @@ Variant parentRecord(Session& session, std::string_view kind, int id) {
   return record;
 }
 
-int idOf(const Argument& argument) {
-  if (isRef(argument.str())) return tolvex::idOf(argument.str());
-  double id = 0;
-  return parsePlainNumber(trim(argument.str()), id) ? static_cast<int>(id) : 0;
-}
-
 // The group of an operation, by the group's reference or id, or by the operation's own reference.
 Variant GetParent(Session& session, const Arguments& arguments, std::string_view) {
   const int oper = operIdOf(arguments[0].str());
   const auto group =
       oper != 0 ? integerFrom(session.db(), "SELECT group_id FROM oper WHERE id = $1", oper)
-                : std::optional<std::int64_t>(idOf(arguments[0]));
+                : std::optional<std::int64_t>(arguments[0].id());
   return parentRecord(session, kGroupKind, static_cast<int>(group.value_or(0)));
 }
 
 // The node above, which the caller names by the id in its own ParentID.
 Variant GetParentOfOwnKind(Session& session, const Arguments& arguments, std::string_view kind) {
-  return parentRecord(session, kind, idOf(arguments[0]));
+  return parentRecord(session, kind, arguments[0].id().value_or(0));
 }
 
 // A lock stands on an account of the plan.
 Variant GetParentOfLock(Session& session, const Arguments& arguments, std::string_view) {
-  return parentRecord(session, "O0200400", idOf(arguments[0]));
+  return parentRecord(session, "O0200400", arguments[0].id().value_or(0));
 }
 
 constexpr ColumnSpec kRequired[] = {col::text("GUID", 40), col::text("BRTemplateAccGUID", 40),

@@ -1,6 +1,4 @@
 // The chart of accounts as a whole: its nodes and marks, and an account moved one level down.
-#include <cstdlib>
-
 #include "framework/references.h"
 #include "host/store/answer.h"
 #include "host/store/move_account.h"
@@ -87,7 +85,7 @@ Variant MoveAccountDown(Session& session, const Arguments& arguments, std::strin
   if (!session.rights("CAccountPlanRights").edit) {
     throw Refusal(kNoSaveRight, "Nėra teisės keisti sąskaitų plano!");
   }
-  return moveAccountDown(session, std::atoi(arguments[0].str().c_str()));
+  return moveAccountDown(session, arguments[0].id().value_or(0));
 }
 
 constexpr Routine kRoutines[] = {

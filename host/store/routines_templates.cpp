@@ -128,8 +128,7 @@ void addRequired(Database& db, std::int64_t line, std::string_view guid, RowSetP
 // The lines from which a template makes entries, with the addressees that it requires; these are
 // given under both names, that of the template and that of the entry.
 Variant GetTemplateAccAndAddr(Session& session, const Arguments& arguments, std::string_view) {
-  const std::string& given = arguments[0].str();
-  const int id = isRef(given) ? idOf(given) : arguments[0].integer();
+  const int id = arguments[0].id().value_or(0);
   if (!anyRow(session.db(), "SELECT 1 FROM template WHERE id = $1", id)) refuseGone();
   auto lines = bound(session.db(),
                      "SELECT l.id, l.guid, COALESCE(d.code, '*'), COALESCE(c.code, '*'), l.factor"
@@ -151,14 +150,8 @@ Variant GetTemplateAccAndAddr(Session& session, const Arguments& arguments, std:
   return answer.done();
 }
 
-int groupOf(const Argument& argument) {
-  if (isRef(argument.str())) return idOf(argument.str());
-  double id = 0;
-  return parsePlainNumber(trim(argument.str()), id) ? static_cast<int>(id) : 0;
-}
-
 int heldGroup(Session& session, const Argument& argument) {
-  const int group = groupOf(argument);
+  const int group = argument.id().value_or(0);
   if (!session.rights("CBROperGroupRights" + std::to_string(group)).edit) refuseSave();
   return group;
 }
@@ -183,14 +176,12 @@ constexpr ColumnSpec kItems[] = {col::integer("ID"), col::integer("PaymentTempla
                                  col::small("Days"), col::small("Percent")};
 
 Variant GetItemsList(Session& session, const Arguments& arguments, std::string_view) {
-  const std::string& given = arguments[0].str();
-  double id = idOf(given);
-  if (!isRef(given) && !parsePlainNumber(trim(given), id))
-    throw Refusal(kWrongParameters, "GetItemsList: '" + given + "'");
+  const auto id = arguments[0].id();
+  if (!id) throw Refusal(kWrongParameters, "GetItemsList: '" + arguments[0].str() + "'");
   auto items = bound(session.db(),
                      "SELECT id, template_id, days, percent FROM pay_template_item"
                      " WHERE template_id = $1 ORDER BY days, id",
-                     static_cast<int>(id));
+                     *id);
   return rowsOf(*items, kItems);
 }
 

@@ -83,7 +83,7 @@ Variant GetVATRegister(Session& session, const Arguments& arguments, std::string
 
 // The group and every group below it; empty: all.
 std::string groupCondition(const Argument& group, SqlValues& values) {
-  const int id = isRef(group.str()) ? idOf(group.str()) : group.integer();
+  const int id = group.id().value_or(0);
   if (id == 0) return {};
   return " AND o.group_id IN (WITH RECURSIVE below(id) AS (SELECT id FROM oper_group WHERE id = " +
          values.mark(id) +

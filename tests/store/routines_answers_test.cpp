@@ -102,6 +102,7 @@ constexpr Ask kDebts[] = {
     {"of a group, by id and by reference", kOper, "GetDebts3", "'3','450','2004.02.28','',-1",
      "OIDR", "O02015001\nO02015004"},
     {"of another group", kOper, "GetDebts3", "'O02014004','450','2004.02.28','',-1", "OIDR", ""},
+    {"of another group by its id", kOper, "GetDebts3", "'4','450','2004.02.28','',-1", "OIDR", ""},
     {"the side of the name wins", kOper, "GetDebtsByCredit", "'0','450','2004.02.28','',1", "OIDR",
      "O02015001\nO02015004"},
     {"on an account whose items are not kept", kOper, "GetDebtsByDebit",
