@@ -5,6 +5,7 @@
 #include <map>
 
 #include "framework/text.h"
+#include "operations/number_text.h"
 
 namespace tolvex::store {
 
@@ -33,13 +34,6 @@ int cycleStart(int cycle, int day) {
     default:
       return year * 10000 + 101;
   }
-}
-
-std::string padded(const NumberRules& rules, int number) {
-  std::string digits = std::to_string(number);
-  const std::size_t width = length(rules.width);
-  if (digits.size() < width) digits.insert(0, width - digits.size(), '0');
-  return digits;
 }
 
 int nextNumber(Database& db, const NumberRules& rules, int bucketId) {
@@ -80,7 +74,7 @@ std::string withNumber(const NumberRules& rules, const std::string& text, int wa
   if (index >= pieces.size()) return text;
   double value = 0;
   if (!parsePlainNumber(pieces[index], value) || value != was) return text;
-  pieces[index] = padded(rules, drawn);
+  pieces[index] = paddedCounter(drawn, length(rules.width));
   return join(pieces, "-");
 }
 
@@ -179,19 +173,8 @@ int lockBucket(Database& db, const std::string& key) {
 
 std::string composeNumber(const NumberRules& rules, std::string_view userPrefix, int today,
                           int number) {
-  std::vector<std::string> parts;
-  for (const std::string& part : split(rules.mask, '_')) {
-    if (part == "Date") {
-      parts.push_back(std::to_string(today).substr(2));
-    } else if (part == "UserPrefix") {
-      parts.emplace_back(userPrefix);
-    } else if (part == "AutoNumber") {
-      parts.push_back(padded(rules, number));
-    } else if (part == "Prefix") {
-      parts.push_back(rules.prefix);
-    }
-  }
-  return join(parts, "-");
+  const NumberText text{number, rules.mask, rules.prefix, rules.width, std::string(userPrefix)};
+  return text.compose(DateTime::FromDayNumber(today));
 }
 
 int offerNumber(Session& session, const NumberRules& rules, int userId, std::string_view userPrefix,

@@ -27,6 +27,7 @@ TEST(NumberTexts, AreComposedByTheMask) {
       {"an empty prefix keeps its place", {5, "Prefix_AutoNumber", "", "", ""}, "-5"},
       {"a keyword nobody knows", {5, "Year_AutoNumber", "", "00", ""}, "05"},
       {"no parts", {5, "", "A", "00", "JJ"}, ""},
+      {"as wide as letters that are two bytes each", {1, "AutoNumber", "", "ąčę", ""}, "001"},
   };
   for (const auto& c : kCases) {
     SCOPED_TRACE(c.name);

@@ -218,25 +218,5 @@ TEST(Numbers, AreCommonToTheGroupsKindsAndUsersThatTheCounterJoins) {
   }
 }
 
-struct TextCase {
-  const char *mask, *prefix, *width;
-  int number;
-  const char* want;
-};
-const TextCase kTexts[] = {{"Date_AutoNumber", "", "0000", 7, "030209-0007"},
-                           {"Prefix_UserPrefix_AutoNumber", "A", "00", 123, "A-JJ-123"},
-                           {"AutoNumber", "", "", 5, "5"},
-                           {"AutoNumber_Prefix", "B", "000", 5, "005-B"},
-                           {"Date", "", "000", 5, "030209"},
-                           {"AutoNumber", "", "ąčę", 12345, "12345"},
-                           {"AutoNumber", "", "ąčę", 1, "001"}};
-
-TEST(Numbers, Texts) {
-  for (const TextCase& c : kTexts) {
-    const NumberRules rules{3, false, c.mask, c.prefix, c.width, 1, 1, 3, 0};
-    EXPECT_EQ(composeNumber(rules, "JJ", 20030209, c.number), c.want);
-  }
-}
-
 }  // namespace
 }  // namespace tolvex::store
