@@ -61,15 +61,6 @@ const Places* placesOf(const Places (&table)[N], std::string_view kind) {
   return found == std::end(table) ? nullptr : found;
 }
 
-std::string joined(const std::vector<std::string>& parts, char separator) {
-  std::string text;
-  for (std::size_t i = 0; i < parts.size(); ++i) {
-    if (i > 0) text += separator;
-    text += parts[i];
-  }
-  return text;
-}
-
 const AccountName* renamedTo(const RenamedAccounts& renamed, std::string_view code) {
   const auto found = renamed.find(code);
   return found == renamed.end() || found->second.code.empty() ? nullptr : &found->second;
@@ -84,7 +75,7 @@ std::string rewritten(const Stored& stored, const Places& places, const RenamedA
     const bool named = stored.kind == kAccountMovements && parts.size() > kNameOfAccount;
     if (named) parts[kNameOfAccount] = replaceAll(to->name, ";", ",");
   }
-  return joined(parts, places.separator);
+  return join(parts, std::string(1, places.separator));
 }
 
 template <std::size_t N>

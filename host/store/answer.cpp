@@ -1,16 +1,9 @@
 #include "host/store/answer.h"
 
-#include "framework/text.h"
-
 namespace tolvex::store {
 
 std::string_view blankForBase(std::string_view currency) {
   return currency == "LTL" ? std::string_view("   ") : currency;
-}
-
-std::string currencyOfParameter(std::string_view code) {
-  std::string given = upper(trim(code));
-  return given.empty() ? "LTL" : given;
 }
 
 Answer::Answer(const ColumnSpec* columns, int count) : Answer(RowSet::make(columns, count)) {}

@@ -38,8 +38,6 @@ inline double curOf(std::int64_t tenThousandths) {
 }
 // The code as records and debt rows carry it: three blanks for the base currency.
 std::string_view blankForBase(std::string_view currency);
-// The code of a parameter as the store keeps it: "LTL" for "", blanks and "LTL".
-std::string currencyOfParameter(std::string_view code);
 
 class Answer {
  public:

@@ -8,29 +8,13 @@
 #include "host/store/schema.h"
 #include "host/store/sql.h"
 #include "host/store/sqlite_database.h"
+#include "host/store/unfinished_file.h"
 
 namespace tolvex::store {
 namespace {
 
 namespace fs = std::filesystem;
 using Kind = DatabaseError::Kind;
-
-void removeFile(const std::string& file) {
-  std::error_code ignored;
-  for (const char* suffix : {"", "-wal", "-shm", "-journal"}) fs::remove(file + suffix, ignored);
-}
-
-// Removes an unfinished file unless it was put in its place.
-class Unfinished {
- public:
-  explicit Unfinished(std::string file) : file_(std::move(file)) { removeFile(file_); }
-  ~Unfinished() { removeFile(file_); }
-  const std::string& path() const { return file_; }
-  void rename(const std::string& to) { fs::rename(file_, to); }
-
- private:
-  std::string file_;
-};
 
 bool proceed(void* context, double share) {
   const auto& progress = *static_cast<const Progress*>(context);
@@ -159,7 +143,7 @@ std::string backupFolderOf(Database& db, const std::string& place) {
 
 void backupBooks(Database& db, const std::string& file, const Progress& progress) {
   try {
-    Unfinished unfinished(file + ".part");
+    UnfinishedFile unfinished(file + ".part");
     writeCopy(db, unfinished.path(), progress);
     closeAsOneFile(unfinished.path());
     unfinished.rename(file);
@@ -172,7 +156,7 @@ void backupBooks(Database& db, const std::string& file, const Progress& progress
 
 void restoreBooks(Database& db, const std::string& file, const Progress& progress) {
   try {
-    const Unfinished converted((fs::temp_directory_path() / ("restore-" + newGuid())).string());
+    const UnfinishedFile converted((fs::temp_directory_path() / ("restore-" + newGuid())).string());
     const auto copy = openConverted(file, converted.path());
     const Transaction reading(*copy, Transaction::For::Read);
     std::optional<Transaction> restoring;

@@ -8,6 +8,7 @@
 #include "host/store/seed.h"
 #include "host/store/server_roles.h"
 #include "host/store/sql.h"
+#include "host/store/unfinished_file.h"
 #include "host/store/users.h"
 
 namespace tolvex::store {
@@ -94,11 +95,6 @@ void upgrade(Database& db, int from) {
   transaction.commit();
 }
 
-void removeFile(const std::string& file) {
-  std::error_code ignored;
-  for (const char* suffix : {"", "-wal", "-shm", "-journal"}) fs::remove(file + suffix, ignored);
-}
-
 bool isFilled(const NewBooks& what) { return what.demoCompany || what.operations > 0; }
 
 // The demo company, whose operations are saved by the first user, and generated ones.
@@ -114,22 +110,17 @@ void createFile(const std::string& place, const NewBooks& what) {
   if (place.find("://") != std::string::npos) throw problem(place, kUnknownServer);
   std::error_code error;
   if (fs::exists(place, error)) throw problem(place, "toks failas jau yra.");
-  const std::string unfinished = place + ".new";
-  removeFile(unfinished);
+  UnfinishedFile unfinished(place + ".new");
+  Database::Options options;
+  options.create = true;
+  auto db = Database::open(unfinished.path(), options);
+  initBooks(*db, what);
+  fill(std::move(db), what);
+  if (fs::exists(place, error)) throw problem(place, "toks failas jau yra.");
   try {
-    Database::Options options;
-    options.create = true;
-    auto db = Database::open(unfinished, options);
-    initBooks(*db, what);
-    fill(std::move(db), what);
-    if (fs::exists(place, error)) throw problem(place, "toks failas jau yra.");
-    fs::rename(unfinished, place);
+    unfinished.rename(place);
   } catch (const fs::filesystem_error& renaming) {
-    removeFile(unfinished);
     throw problem(place, renaming.code().message());
-  } catch (...) {
-    removeFile(unfinished);
-    throw;
   }
 }
 

@@ -9,6 +9,7 @@
 #include "host/store/mapped_records.h"
 #include "host/store/record_log.h"
 #include "host/store/sql.h"
+#include "host/store/sql_columns.h"
 #include "host/store/whole_parts.h"
 
 namespace tolvex::store {
@@ -100,34 +101,21 @@ int bindFields(Database& db, Statement& statement, int index, std::span<const Fi
   return index;
 }
 
-// Names and marks of an INSERT, pairs of an UPDATE, counted on from the parameters given so far.
-struct Columns {
-  std::string names, marks, pairs;
-  int count = 0;
-  void add(const std::string& column) {
-    const std::string mark = "$" + std::to_string(++count);
-    const char* comma = names.empty() ? "" : ", ";
-    names += comma + column;
-    marks += comma + mark;
-    pairs += comma + column + " = " + mark;
+SqlColumns columnsOf(std::span<const FieldMap> fields) {
+  SqlColumns columns;
+  for (const FieldMap& field : fields) {
+    if (!field.isComputed) columns.add(field.column);
   }
-  void add(std::span<const FieldMap> fields) {
-    for (const FieldMap& field : fields) {
-      if (!field.isComputed) add(field.column);
-    }
-  }
-};
+  return columns;
+}
 
 int insertRow(Database& db, const ChildMap& child, RowSet& row, int owner) {
-  Columns columns;
-  columns.add(child.fields);
+  SqlColumns columns = columnsOf(child.fields);
   if (child.ownerColumn) columns.add(child.ownerColumn);
-  auto insert = db.prepare("INSERT INTO " + std::string(child.table) + " (" + columns.names +
-                           ") VALUES (" + columns.marks + ") RETURNING id");
+  auto insert = db.prepare(columns.insertInto(child.table));
   const int next = bindFields(db, *insert, 1, child.fields, row, owner);
   if (child.ownerColumn) insert->bind(next, owner);
-  insert->step();
-  const int id = insert->whole(0);
+  const int id = insertedId(*insert);
   row["ID"] = Variant(id);
   return id;
 }
@@ -135,8 +123,7 @@ int insertRow(Database& db, const ChildMap& child, RowSet& row, int owner) {
 int updateRow(Database& db, const ChildMap& child, RowSet& row, int owner) {
   const int id = row["ID"].Value().AsInt();
   if (row.State() != RowState::Changed) return id;
-  Columns columns;
-  columns.add(child.fields);
+  SqlColumns columns = columnsOf(child.fields);
   auto update = db.prepare("UPDATE " + std::string(child.table) + " SET " + columns.pairs +
                            " WHERE id = $" + std::to_string(columns.count + 1));
   update->bind(bindFields(db, *update, 1, child.fields, row, owner), id);
@@ -214,8 +201,7 @@ void requireParent(const Saving& saving) {
 int insertHeader(const Saving& saving, const std::string& kind) {
   Database& db = saving.session.db();
   const RecordMap& map = saving.map;
-  Columns columns;
-  columns.add(map.fields);
+  SqlColumns columns = columnsOf(map.fields);
   if (map.kindColumn) columns.add(map.kindColumn);
   if (map.fixedColumn) columns.add(map.fixedColumn);
   int id = 0;
@@ -227,14 +213,12 @@ int insertHeader(const Saving& saving, const std::string& kind) {
                                           kind)
                                   .value_or(0));
   }
-  auto insert = db.prepare("INSERT INTO " + std::string(map.table) + " (" + columns.names +
-                           ") VALUES (" + columns.marks + ") RETURNING id");
+  auto insert = db.prepare(columns.insertInto(map.table));
   int next = bindFields(db, *insert, 1, map.fields, saving.row, 0);
   if (map.kindColumn) insert->bind(next++, kind);
   if (map.fixedColumn) insert->bind(next++, map.fixedValue);
   if (map.idsByKind) insert->bind(next, id);
-  insert->step();
-  return insert->whole(0);
+  return insertedId(*insert);
 }
 
 // The record that was read must be the one that stands.
@@ -253,8 +237,7 @@ void requireVersion(const Saving& saving) {
 void updateHeader(const Saving& saving, const std::string& kind) {
   Database& db = saving.session.db();
   const RecordMap& map = saving.map;
-  Columns columns;
-  columns.add(map.fields);
+  SqlColumns columns = columnsOf(map.fields);
   int mark = columns.count;
   const auto next = [&] { return "$" + std::to_string(++mark); };
   std::string sql = "UPDATE " + std::string(map.table) + " SET " + columns.pairs +

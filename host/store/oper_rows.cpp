@@ -1,6 +1,10 @@
 #include "host/store/oper_rows.h"
 
 #include <algorithm>
+#include <iterator>
+
+#include "host/store/sql.h"
+#include "host/store/sql_columns.h"
 
 namespace tolvex::store {
 
@@ -15,26 +19,47 @@ constexpr std::string_view kEntryColumns =
     " JOIN posting c ON c.entry_id = e.id AND c.sign = -1"
     " JOIN account ad ON ad.id = d.account_id JOIN account ac ON ac.id = c.account_id ";
 
-constexpr const char* kInsertHeader =
-    "INSERT INTO oper (otype, group_id, doc_ref, client_ref, day, serija, number, comment,"
-    " parameters, auto_number, an_bucket_id, vat_register, lock_guid, created_by,"
-    " created_by_name, created_at, changed_by, changed_by_name, changed_at, row_version)"
-    " VALUES ($1,$2,$3,$4,$5,$6,$7,$8,$9,$10,$11,$12,$13,$14,$15,$16,$17,$18,$19,$20)"
-    " RETURNING id";
-constexpr const char* kInsertOldHeader =
-    "INSERT INTO oper (otype, group_id, doc_ref, client_ref, day, serija, number, comment,"
-    " parameters, auto_number, an_bucket_id, vat_register, lock_guid, created_by,"
-    " created_by_name, created_at, changed_by, changed_by_name, changed_at, row_version, id)"
-    " VALUES ($1,$2,$3,$4,$5,$6,$7,$8,$9,$10,$11,$12,$13,$14,$15,$16,$17,$18,$19,$20,$21)"
-    " RETURNING id";
-constexpr const char* kInsertEntry =
-    "INSERT INTO entry (oper_id, guid, day, sum_lt, info, tag, trade_type, restoring_sign,"
-    " vat_indication, vat_flag, vat_tariff, fguid, template_line_id)"
-    " VALUES ($1,$2,$3,$4,$5,$6,$7,$8,$9,$10,$11,$12,$13) RETURNING id";
-constexpr const char* kInsertOldEntry =
-    "INSERT INTO entry (oper_id, guid, day, sum_lt, info, tag, trade_type, restoring_sign,"
-    " vat_indication, vat_flag, vat_tariff, fguid, template_line_id, id)"
-    " VALUES ($1,$2,$3,$4,$5,$6,$7,$8,$9,$10,$11,$12,$13,$14) RETURNING id";
+// In the order in which bindHeader and bindEntry bind them.
+constexpr const char* kHeaderColumns[] = {
+    "otype",        "group_id",     "doc_ref",         "client_ref", "day",
+    "serija",       "number",       "comment",         "parameters", "auto_number",
+    "an_bucket_id", "vat_register", "lock_guid",       "created_by", "created_by_name",
+    "created_at",   "changed_by",   "changed_by_name", "changed_at", "row_version"};
+constexpr const char* kEntryFields[] = {"oper_id",         "guid",           "day",
+                                        "sum_lt",          "info",           "tag",
+                                        "trade_type",      "restoring_sign", "vat_indication",
+                                        "vat_flag",        "vat_tariff",     "fguid",
+                                        "template_line_id"};
+
+// The id is the last parameter, of an insert only where a row comes back under its own.
+constexpr int kHeaderId = static_cast<int>(std::size(kHeaderColumns)) + 1;
+constexpr int kEntryId = static_cast<int>(std::size(kEntryFields)) + 1;
+struct RowStatements {
+  std::string insert, insertOld, update;
+};
+
+template <std::size_t N>
+RowStatements statementsOf(const std::string& table, const char* const (&fields)[N]) {
+  SqlColumns columns;
+  for (const char* field : fields) columns.add(field);
+  RowStatements made;
+  made.insert = columns.insertInto(table);
+  made.update = "UPDATE " + table + " SET " + columns.pairs + " WHERE id = $" +
+                std::to_string(columns.count + 1);
+  columns.add("id");
+  made.insertOld = columns.insertInto(table);
+  return made;
+}
+
+const RowStatements& headerStatements() {
+  static const RowStatements made = statementsOf("oper", kHeaderColumns);
+  return made;
+}
+
+const RowStatements& entryStatements() {
+  static const RowStatements made = statementsOf("entry", kEntryFields);
+  return made;
+}
 
 std::optional<std::string> textOrNull(const Statement& from, int column) {
   if (from.isNull(column)) return std::nullopt;
@@ -89,13 +114,6 @@ RefRow refOf(const Statement& from) {
   return ref;
 }
 
-int insertedId(Statement& statement) {
-  if (!statement.step()) throw DatabaseError(DatabaseError::Kind::Other, "insert gave no id");
-  const int id = statement.whole(0);
-  statement.reset();
-  return id;
-}
-
 void insertPostings(Database& db, int operId, const EntryRow& row) {
   auto insert = db.prepare(
       "INSERT INTO posting (entry_id, sign, account_id, cur, rate, sum_cur, oper_id, day, sum_lt,"
@@ -143,8 +161,8 @@ void updateRef(Database& db, const RefRow& ref) {
   update->run();
 }
 
-// The columns from guid on, in the order of both the insert and the update.
-void bindEntry(Statement& to, const EntryRow& row) {
+void bindEntry(Statement& to, int operId, const EntryRow& row) {
+  to.bind(1, operId);
   to.bind(2, row.guid).bind(3, row.day).bind(4, row.sumLt).bind(5, row.info).bind(6, row.tag);
   to.bind(7, row.tradeType).bind(8, row.restoringSign).bind(9, row.vatIndication);
   to.bind(10, row.vatFlag).bind(11, row.vatTariff).bind(12, row.fguid).bind(13, row.templateLineId);
@@ -253,30 +271,26 @@ std::optional<EntryRow> readEntry(Database& db, int operId, int entryId) {
 }
 
 void insertHeader(Database& db, HeaderRow& row) {
-  auto insert = db.prepare(row.id != 0 ? kInsertOldHeader : kInsertHeader);
+  const RowStatements& sql = headerStatements();
+  auto insert = db.prepare(row.id != 0 ? sql.insertOld : sql.insert);
   bindHeader(*insert, row);
-  if (row.id != 0) insert->bind(21, row.id);
+  if (row.id != 0) insert->bind(kHeaderId, row.id);
   row.id = insertedId(*insert);
 }
 
 void updateHeader(Database& db, const HeaderRow& row) {
-  auto update = db.prepare(
-      "UPDATE oper SET otype = $1, group_id = $2, doc_ref = $3, client_ref = $4, day = $5,"
-      " serija = $6, number = $7, comment = $8, parameters = $9, auto_number = $10,"
-      " an_bucket_id = $11, vat_register = $12, lock_guid = $13, created_by = $14,"
-      " created_by_name = $15, created_at = $16, changed_by = $17, changed_by_name = $18,"
-      " changed_at = $19, row_version = $20 WHERE id = $21");
+  auto update = db.prepare(headerStatements().update);
   bindHeader(*update, row);
-  update->bind(21, row.id);
+  update->bind(kHeaderId, row.id);
   update->run();
 }
 
 void insertEntry(Database& db, int operId, EntryRow& row) {
   {
-    auto insert = db.prepare(row.id != 0 ? kInsertOldEntry : kInsertEntry);
-    insert->bind(1, operId);
-    bindEntry(*insert, row);
-    if (row.id != 0) insert->bind(14, row.id);
+    const RowStatements& sql = entryStatements();
+    auto insert = db.prepare(row.id != 0 ? sql.insertOld : sql.insert);
+    bindEntry(*insert, operId, row);
+    if (row.id != 0) insert->bind(kEntryId, row.id);
     row.id = insertedId(*insert);
   }
   insertPostings(db, operId, row);
@@ -285,12 +299,9 @@ void insertEntry(Database& db, int operId, EntryRow& row) {
 
 void updateEntry(Database& db, int operId, const EntryRow& before, EntryRow& row) {
   {
-    auto update = db.prepare(
-        "UPDATE entry SET guid = $2, day = $3, sum_lt = $4, info = $5, tag = $6, trade_type = $7,"
-        " restoring_sign = $8, vat_indication = $9, vat_flag = $10, vat_tariff = $11, fguid = $12,"
-        " template_line_id = $13 WHERE id = $1");
-    update->bind(1, row.id);
-    bindEntry(*update, row);
+    auto update = db.prepare(entryStatements().update);
+    bindEntry(*update, operId, row);
+    update->bind(kEntryId, row.id);
     update->run();
   }
   db.prepare("DELETE FROM posting WHERE entry_id = $1")->bind(1, row.id).run();

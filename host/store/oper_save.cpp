@@ -1,6 +1,8 @@
 #include "host/store/oper_save.h"
 
 #include <algorithm>
+#include <set>
+#include <utility>
 
 #include "framework/references.h"
 #include "framework/text.h"

@@ -2,11 +2,8 @@
 // roll-ups, open items and protocol, all in the caller's one transaction.
 #pragma once
 
-#include <functional>
 #include <optional>
-#include <set>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "host/store/dimset.h"

@@ -3,6 +3,7 @@
 #include "framework/text.h"
 #include "host/store/moments.h"
 #include "host/store/oper_image.h"
+#include "host/store/sql.h"
 
 namespace tolvex::store {
 
@@ -80,32 +81,13 @@ std::vector<ProtocolChange> readableChanges(std::string_view detail) {
   return changes;
 }
 
-namespace {
-
-void writeRow(Session& session, int operId, std::string_view name, Action action,
-              const ProtocolDetail& detail) {
-  auto insert = session.db().prepare(
-      "INSERT INTO oper_log (oper_id, oper_name, action, user_id, user_name, at, save_key, detail)"
-      " VALUES ($1,$2,$3,$4,$5,$6,$7,$8)");
-  const std::string at = storedMoment(session.now());
-  const std::string letter(1, static_cast<char>(action));
-  insert->bind(1, operId).bind(2, name).bind(3, letter).bind(4, session.user().id);
-  insert->bind(5, session.user().name)
-      .bind(6, at)
-      .bind(7, session.saveKey())
-      .bind(8, detail.text());
-  insert->run();
-}
-
-}  // namespace
-
 void writeProtocol(Session& session, const HeaderRow& header, Action action,
                    const ProtocolDetail& detail) {
-  writeRow(session, header.id, operName(header), action, detail);
-}
-
-void writeProtocol(Session& session, std::string_view what, const ProtocolDetail& detail) {
-  writeRow(session, 0, what, Action::Update, detail);
+  run(session.db(),
+      "INSERT INTO oper_log (oper_id, oper_name, action, user_id, user_name, at, save_key, detail)"
+      " VALUES ($1,$2,$3,$4,$5,$6,$7,$8)",
+      header.id, operName(header), std::string(1, static_cast<char>(action)), session.user().id,
+      session.user().name, storedMoment(session.now()), session.saveKey(), detail.text());
 }
 
 std::string lastChange(Database& db, int operId) {

@@ -35,8 +35,6 @@ std::vector<ProtocolChange> readableChanges(std::string_view detail);
 
 void writeProtocol(Session& session, const HeaderRow& header, Action action,
                    const ProtocolDetail& detail);
-// Of a change of the books as a whole; it belongs to no operation.
-void writeProtocol(Session& session, std::string_view what, const ProtocolDetail& detail);
 
 // Who changed the operation last, "name, yyyy.mm.dd hh:mm:ss"; "" when nobody did.
 std::string lastChange(Database& db, int operId);

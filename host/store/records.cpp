@@ -65,6 +65,13 @@ RowSetPtr readRecord(Session& session, std::string_view kind, int id) {
   return record;
 }
 
+std::string filterIn(std::span<const std::string> arguments) {
+  for (const std::string& argument : arguments) {
+    if (std::string filter = trim(argument); !filter.empty()) return filter;
+  }
+  return {};
+}
+
 RowSetPtr finishList(RowSetPtr rows, std::string_view filter) {
   if (!trim(filter).empty()) {
     try {

@@ -54,6 +54,8 @@ inline constexpr ColumnSpec kListColumns[] = {
     {"ParentOIDR", FieldType::Text}, {"OType", FieldType::Text},  {"GroupFlag", FieldType::Integer},
     {"Name", FieldType::Text},       {"Preview", FieldType::Text}};
 
+// The first argument that says something.
+std::string filterIn(std::span<const std::string> arguments);
 // Narrows a list by a filter text. A list that is longer than a tree can show is refused (1207).
 RowSetPtr finishList(RowSetPtr rows, std::string_view filter);
 inline constexpr std::size_t kLongestList = 100000;

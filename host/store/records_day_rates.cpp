@@ -1,7 +1,5 @@
 // Days that have rates of currencies. A day is listed, opened and deleted as an object; its rates
 // are written by SaveDayRates.
-#include <algorithm>
-
 #include "framework/references.h"
 #include "framework/text.h"
 #include "host/store/day_rates.h"
@@ -83,9 +81,7 @@ class DayRateRecords final : public RecordHandler {
                replaceAll(plainNumber(rates->real(2)), ".", ",");
     }
     finish();
-    const auto filter = std::find_if(arguments.begin(), arguments.end(),
-                                     [](const std::string& text) { return !trim(text).empty(); });
-    return finishList(days, filter == arguments.end() ? std::string() : *filter);
+    return finishList(days, filterIn(arguments));
   }
 
  private:

@@ -200,10 +200,6 @@ class LockRecords final : public RecordHandler {
 
   RowSetPtr list(Session& session, std::string_view,
                  std::span<const std::string> arguments) const override {
-    std::string filter;
-    for (const std::string& argument : arguments) {
-      if (filter.empty()) filter = trim(argument);
-    }
     auto query = session.db().prepare(kLocked +
                                       std::string(" AND a.group_flag = 0 ORDER BY a.plan, a.code"));
     const RowSetPtr rows = RowSet::make(kList);
@@ -224,7 +220,7 @@ class LockRecords final : public RecordHandler {
       row["DateToLow"] = dayOrNull(*query, 4);
       row["UserOIDR"] = userOf(*query);
     }
-    return finishList(rows, filter);
+    return finishList(rows, filterIn(arguments));
   }
 };
 

@@ -258,12 +258,9 @@ class LogRecords final : public ReadOnlyRecords {
   RowSetPtr list(Session& session, std::string_view kind,
                  std::span<const std::string> arguments) const override {
     requireView(session);
-    std::string filter;
-    for (const std::string& argument : arguments) {
-      if (filter.empty()) filter = trim(argument);
-    }
     return finishList(
-        read(session, kind, "ORDER BY id DESC LIMIT $1", static_cast<int>(kLongestList)), filter);
+        read(session, kind, "ORDER BY id DESC LIMIT $1", static_cast<int>(kLongestList)),
+        filterIn(arguments));
   }
 
  private:

@@ -1,8 +1,4 @@
 // The schema of the books: one text for both engines, changed only by numbered migrations.
-//
-// Tokens of the text: @ID@ a running id; @KEY@ a running id that is never given twice, for records
-// that screens hold by their id (a stale screen must not write onto a newcomer); @WR@ a table kept
-// in the order of its key.
 #pragma once
 
 #include <string>
@@ -15,9 +11,6 @@ namespace tolvex::store {
 
 // The number of the newest migration: what this program reads and writes.
 int schemaVersion();
-
-// The text with the tokens of an engine.
-std::string schemaFor(Engine engine, std::string_view text);
 
 // Brings books from schema `from` (0: nothing at all) to schemaVersion(), inside the transaction of
 // the caller, and notes the number.
@@ -39,8 +32,7 @@ const std::vector<std::string>& baseTables();
 std::vector<std::string> allTables();
 // Takes every table of the books away.
 void dropTables(Database& db);
-// Tables with a running id, whose counters PostgreSQL must be told after rows with fixed ids.
-const std::vector<std::string>& tablesWithIds();
+// After rows with fixed ids: tells PostgreSQL from where the counters of ids go on.
 void moveIdCounters(Database& db);
 
 }  // namespace tolvex::store

@@ -44,14 +44,16 @@ std::string textFrom(Database& db, std::string_view sql, const Values&... values
   return statement->step() ? std::string(statement->text(0)) : std::string();
 }
 
-// The id that an "INSERT … RETURNING id" gave.
+// The id that an "INSERT … RETURNING id" gives; ready for the next row.
+inline int insertedId(Statement& insert) {
+  if (!insert.step()) throw DatabaseError(DatabaseError::Kind::Other, "insert gave no id");
+  const int id = insert.whole(0);
+  insert.reset();
+  return id;
+}
 template <class... Values>
 int insertedId(Database& db, std::string_view sql, const Values&... values) {
-  auto statement = bound(db, sql, values...);
-  const int id = statement->step() ? statement->whole(0) : 0;
-  while (statement->step()) {
-  }
-  return id;
+  return insertedId(*bound(db, sql, values...));
 }
 
 }  // namespace tolvex::store
