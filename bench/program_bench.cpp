@@ -150,6 +150,29 @@ int partList(const std::string& program, const std::string& books, const std::st
   });
 }
 
+// A directory is opened and searched as one types, letter by letter, and back again.
+int partSearch(const std::string& program, const std::string& books, const std::string& kind) {
+  return withWindow(program, books, [&](DesktopStage& stage, Workspace& workspace) {
+    paint(stage);
+    auto& tree = dynamic_cast<frmTree&>(workspace.tree());
+    auto& list = dynamic_cast<frmList&>(workspace.list());
+    const double start = wallSeconds();
+    tree.choose(kind);
+    paint(stage);
+    tell("first", (wallSeconds() - start) * 1e3);
+    while (workspace.idle()) stage.flush();
+    tell("rows", static_cast<double>(list.lvwObjects.rows().size()));
+    std::vector<double> keys;
+    for (const std::string word : {"n", "ne", "nem", "ne", "n", ""}) {
+      const double key = wallSeconds();
+      ui::Input(list).typeText(list.txtFind, word, -1);
+      paint(stage);
+      keys.push_back((wallSeconds() - key) * 1e3);
+    }
+    tell("key", *std::max_element(keys.begin(), keys.end()));
+  });
+}
+
 // --- the measuring process
 // ----------------------------------------------------------------------------
 
@@ -252,6 +275,30 @@ void longList(const std::string& program, const std::string& big, int operations
   bench::note("resident memory with that list", figures.at("memory"), "MB");
 }
 
+void searchOfFirms(const std::string& program, const std::string& books, int firms) {
+  {
+    const auto session = store::openBooks(books, "admin", "");
+    auto more = store::bound(session->db(),
+                             "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n"
+                             " WHERE i < $1) INSERT INTO firm (name, code, city)"
+                             " SELECT 'UAB Nemunas ' || i, CAST(300000000 + i AS TEXT), 'Kaunas'"
+                             " FROM n",
+                             firms);
+    more->step();
+  }
+  std::vector<double> first, key;
+  Figures figures;
+  for (int round = 0; round < 6; ++round) {
+    figures = inChild(program, {"search", books, "O0000100"});
+    if (round == 0) continue;
+    first.push_back(figures.at("first"));
+    key.push_back(figures.at("key"));
+  }
+  bench::note("rows of the directory", figures.at("rows"), "");
+  bench::report("directory of 20 000 firms: it stands", median(first), 150, "ms", false);
+  bench::report("searching it, the slowest key", median(key), 100, "ms", false);
+}
+
 // An operation of many entries, half of them with a buyer, saved as a user would.
 std::string saveLargeOperation(store::Session& session, int entries) {
   const HostResult made = session.create(kOperations, kOperations);
@@ -319,6 +366,10 @@ int benchmarks(const std::string& program, bool quick, const std::string& folder
   bench::openOrMake(big, operations).reset();
   startOfProgram(program, empty, big);
   longList(program, big, operations / 10);
+  const std::string many = folder + "/bench_firms.tolvex";
+  for (const char* suffix : {"", "-wal", "-shm"}) std::filesystem::remove(many + suffix);
+  bench::openOrMake(many, 0).reset();
+  searchOfFirms(program, many, 20000);
   return bench::missed == 0 ? 0 : 1;
 }
 
@@ -332,6 +383,8 @@ int main(int count, char** arguments) {
   return tolvex::bench::measured(count, arguments, [&](bool quick, const std::string& folder) {
     if (part == "start") return tolvex::partStart(program, arguments[2]);
     if (part == "list" && count > 3) return tolvex::partList(program, arguments[2], arguments[3]);
+    if (part == "search" && count > 3)
+      return tolvex::partSearch(program, arguments[2], arguments[3]);
     return tolvex::benchmarks(program, quick, folder);
   });
 }

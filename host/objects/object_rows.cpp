@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <map>
 #include <optional>
+#include <utility>
 
+#include "framework/collation.h"
 #include "framework/parameters.h"
 #include "framework/references.h"
 #include "framework/text.h"
@@ -91,7 +93,8 @@ std::vector<ui::Row> narrowed(const std::vector<ui::Row>& rows, std::string_view
   for (const ui::Row& row : rows) {
     bool begins = false, holds = false;
     for (const ui::Cell& cell : row.cells) {
-      const std::string shown = trimLeft(cell.text);
+      std::string_view shown = cell.text;
+      shown.remove_prefix(std::min(shown.find_first_not_of(' '), shown.size()));
       begins = begins || startsWithNoCase(shown, text);
       holds = holds || begins || containsNoCase(shown, text);
     }
@@ -106,12 +109,15 @@ std::vector<ui::Row> narrowed(const std::vector<ui::Row>& rows, std::string_view
 }
 
 std::vector<ObjectRow> inViewOrder(std::vector<ObjectRow> rows, const KindView& view) {
-  if (view.grouping == Grouping::Nested) {
-    std::stable_sort(rows.begin(), rows.end(), [](const ObjectRow& a, const ObjectRow& b) {
-      return compareLithuanian(a.row.hint, b.row.hint) < 0;
-    });
-  }
-  return rows;
+  if (view.grouping != Grouping::Nested) return rows;
+  std::vector<std::pair<std::string, std::size_t>> keys;
+  keys.reserve(rows.size());
+  for (const ObjectRow& row : rows) keys.emplace_back(collationKey(row.row.hint), keys.size());
+  std::sort(keys.begin(), keys.end());
+  std::vector<ObjectRow> sorted;
+  sorted.reserve(rows.size());
+  for (const auto& [key, row] : keys) sorted.push_back(std::move(rows[row]));
+  return sorted;
 }
 
 std::vector<ObjectRow> listedRows(HostContext& host, const std::string& kind,
