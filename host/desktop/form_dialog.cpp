@@ -36,7 +36,11 @@ FormDialog::FormDialog(ui::Form& form, ActGuard& guard, QWidget* parent) : QDial
 }
 
 void FormDialog::fit(QSize size) {
-  const QSize room = screen()->availableSize() - QSize(40, 60);
+  // Pictures are taken of windows larger than the screen that is not there.
+  QSize whole = screen()->availableSize();
+  for (QWidget* below = parentWidget(); below; below = below->parentWidget())
+    whole = whole.expandedTo(below->size());
+  const QSize room = whole - QSize(40, 60);
   if (size.height() > room.height())
     size.rwidth() += area_->verticalScrollBar()->sizeHint().width();
   resize(size.boundedTo(room));
