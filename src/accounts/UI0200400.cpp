@@ -6,6 +6,7 @@
 #include "accounts/plan_report.h"
 #include "framework/parameters.h"
 #include "framework/references.h"
+#include "platform/save_outcome.h"
 
 namespace tolvex {
 
@@ -135,7 +136,7 @@ void UI0200400::moveDown(const std::string& id) {
   const std::shared_ptr<VXObjectUIO> node = standing(id);
   if (!node) return;
   const MethodResult moved = node->Methods("MoveAccountDown", {node->Fields()["ID"].Value()});
-  if (moved.Code == kDone) hostContext().tree().redraw(kPlanKind);
+  if (!showFailure(hostContext(), moved)) hostContext().tree().redraw(kPlanKind);
 }
 
 MenuAction UI0200400::screen(const char* name, std::shared_ptr<VXObjectUIO> node) const {

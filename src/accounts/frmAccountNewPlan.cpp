@@ -10,6 +10,7 @@
 #include "framework/parameters.h"
 #include "framework/references.h"
 #include "framework/told.h"
+#include "platform/save_outcome.h"
 
 namespace tolvex {
 
@@ -61,7 +62,7 @@ void frmAccountNewPlan::wire() {
   mnuRefresh.onClick = [this] { fillKeepingRow(); };
   mnuSetAccountsAuto.onClick = [this] {
     const ui::Row* row = lsvCovert.currentRow();
-    if (row && plan_->Methods("SetAccountAuto", {row->key}).Code == kDone) fillKeepingRow();
+    if (row && !showFailure(host(), plan_->Methods("SetAccountAuto", {row->key}))) fillKeepingRow();
   };
   mnuToDeskTop.onClick = [this] {
     if (const ui::Row* row = lsvCovert.currentRow()) host().desktop().putObject(row->key);
@@ -221,7 +222,7 @@ void frmAccountNewPlan::convert() {
     const ui::BusyScope busy(*this, SOPanel);
     converted = plan_->Methods("Convert");
   }
-  if (converted.Code == kDone) {
+  if (!showFailure(host(), converted)) {
     tell("Sąskaitų planas pakeistas į naują sąskaitų planą.");
     fill();
     showLeft(converted.Value);

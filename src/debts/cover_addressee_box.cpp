@@ -1,6 +1,7 @@
 #include "debts/cover_addressee_box.h"
 
 #include "framework/parameters.h"
+#include "framework/told.h"
 
 namespace tolvex {
 namespace {
@@ -42,10 +43,10 @@ void CoverAddresseeBox::read(VXObjectUIO& operation, const CoverSideBox& primary
   std::string by = asked.text(kind_).date(day).str();
   if (by == askedBy_) return;
   offered_.clear();
-  const MethodResult read = operation.Properties("CoverFirms", by);
-  askedBy_ = read.Code == kDone ? std::move(by) : std::string();
-  if (read.Code == kDone && read.Value.IsRows()) {
-    ForEachRow(*read.Value.AsRows(), [&](RowSet& row) {
+  const RowSetPtr firms = toldRows(operation.Properties("CoverFirms", by));
+  askedBy_ = firms ? std::move(by) : std::string();
+  if (firms) {
+    ForEachRow(*firms, [&](RowSet& row) {
       offered_.push_back({std::string(row["FOIDR"].Text()), std::string(row["ShowString"].Text())});
     });
   }

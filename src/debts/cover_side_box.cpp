@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "framework/rounding.h"
+#include "framework/told.h"
 #include "operations/screen/account_combo.h"
 
 namespace tolvex {
@@ -117,10 +118,10 @@ void CoverSideBox::payIn(const CoverMoney& money) {
 }
 
 bool CoverSideBox::read(VXObjectUIO& operation, DateTime date) {
-  const MethodResult read = operation.Properties(
-      DebtsMethodName(addressee(), 0), debtsParameters(account(), date, addressee(), direction()));
-  if (read.Code != kDone) return false;
-  debts_ = read.Value.IsRows() ? readDebts(*read.Value.AsRows()) : std::vector<Debt>{};
+  const RowSetPtr rows = toldRows(operation.Properties(
+      DebtsMethodName(addressee(), 0), debtsParameters(account(), date, addressee(), direction())));
+  if (!rows) return false;
+  debts_ = readDebts(*rows);
   return true;
 }
 
