@@ -21,7 +21,8 @@ class Mailer {
 };
 
 // A place for a file that another program will read later: a folder of its own that only this user
-// may enter, among the temporary ones of the system. "" when there is none.
+// may enter, among the temporary ones of the system. "" when there is none. Such folders of this
+// user that are older than a day go: their letters are written.
 std::string placeForAttachment(const std::string& name);
 
 }  // namespace tolvex::report
