@@ -12,7 +12,7 @@ constexpr const char* kCoveredMark = "*** ";
 
 CoverAddresseeBox::CoverAddresseeBox(ui::Form* form)
     : lblFirms(form, "lblFirms", "Įmonės"),
-      cmbAddr(form, "cmbAddr", {}, 40),
+      cmbAddr(form, "cmbAddr", {}, 30),
       cmdFirms(form, "cmdFirms", "▾", ui::Role::Small),
       mnuFirm(form, "mnuFirm", "Įmonės"),
       mnuPerson(form, "mnuPerson", "Fiziniai asmenys"),
@@ -43,10 +43,10 @@ void CoverAddresseeBox::read(VXObjectUIO& operation, const CoverSideBox& primary
   std::string by = asked.text(kind_).date(day).str();
   if (by == askedBy_) return;
   offered_.clear();
-  const RowSetPtr firms = toldRows(operation.Properties("CoverFirms", by));
-  askedBy_ = firms ? std::move(by) : std::string();
-  if (firms) {
-    ForEachRow(*firms, [&](RowSet& row) {
+  const RowSetPtr rows = toldRows(operation.Properties("CoverFirms", by));
+  askedBy_ = rows ? std::move(by) : std::string();
+  if (rows) {
+    ForEachRow(*rows, [&](RowSet& row) {
       offered_.push_back({std::string(row["FOIDR"].Text()), std::string(row["ShowString"].Text())});
     });
   }

@@ -124,7 +124,7 @@ MethodResult add(VXObjectUIO& operation, const NewEntry& entry) {
   return operation.Methods("AddBR", entry.arguments());
 }
 
-MethodResult unnamed() { return refused("Nepavyko perskaityti skolos adresatų !"); }
+MethodResult unnamed() { return refused(kUnreadAddressees); }
 
 // What both rows have in common, and the differences of the rows that it begins.
 MethodResult postPart(VXObjectUIO& operation, const CoverPosting& posting, DateTime date,

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 
+#include "debts/new_covers.h"
 #include "framework/rounding.h"
 #include "framework/told.h"
+#include "operations/entries.h"
 #include "operations/screen/account_combo.h"
 
 namespace tolvex {
@@ -15,7 +17,7 @@ std::string named(const char* stem, char letter) { return std::string(stem) + le
 
 CoverSideBox::CoverSideBox(ui::Form* form, char letter, const char* listName, const char* caption)
     : fraSide(form, named("fraSide", letter), caption),
-      cmbAcc(form, named("cmbAcc", letter), "Sąskaita", 36),
+      cmbAcc(form, named("cmbAcc", letter), "Sąskaita", 26),
       optDeb(form, named("optDeb", letter), "Debetas", named("side", letter)),
       optCred(form, named("optCred", letter), "Kreditas", named("side", letter)),
       txtAddr(form, named("txtAddr", letter), "Adresatas"),
@@ -122,6 +124,7 @@ bool CoverSideBox::read(VXObjectUIO& operation, DateTime date) {
       DebtsMethodName(addressee(), 0), debtsParameters(account(), date, addressee(), direction())));
   if (!rows) return false;
   debts_ = readDebts(*rows);
+  takeOffNewCovers(debts_, account(), *entriesOf(operation));
   return true;
 }
 
@@ -150,7 +153,10 @@ CoverParty CoverSideBox::party() {
 void CoverSideBox::posted() {
   const double before = list.ticked();
   debts_.clear();
-  for (const DebtRow& row : list.rows()) debts_.push_back(row.debt);
+  for (const DebtRow& row : list.rows()) {
+    const Debt& debt = row.debt;
+    if (debt.LikutisLt != 0 || debt.LikutisCurr != 0) debts_.push_back(debt);
+  }
   list.redraw();
   if (typed_ > 0) typed_ = std::max(0.0, roundHalfEven(typed_ - before + list.ticked(), 2));
   list.limit(typed_);

@@ -33,7 +33,8 @@ class CoverSideBox {
   // The sum is in that money from now on. The list keeps its rows until it is filled.
   void payIn(const CoverMoney& money);
 
-  // Reads the open debts at the date; false when the store refused, which has been shown.
+  // Reads the debts that are open at the date and that the operation does not close already; false
+  // when they could not be read, which has been shown.
   bool read(VXObjectUIO& operation, DateTime date);
   // Brings what was read and the currency of the cover to the rates and fills the list anew; a
   // typed sum is spent on it.

@@ -1,5 +1,6 @@
 #include "debts/cover_posting.h"
 
+#include "debts/new_covers.h"
 #include "framework/rounding.h"
 #include "framework/text.h"
 #include "tests/operations/operation_world.h"
@@ -150,6 +151,29 @@ std::string left(const std::vector<DebtRow>& rows) {
   return text;
 }
 
+// What is left of each debt that is not closed.
+std::string restsOf(const std::vector<Debt>& debts) {
+  std::string text;
+  for (const Debt& debt : debts) {
+    if (debt.LikutisLt == 0 && debt.LikutisCurr == 0) continue;
+    text += debt.Number + " " + plainNumber(debt.LikutisLt) + " " + plainNumber(debt.LikutisCurr) +
+            "\n";
+  }
+  return text;
+}
+
+std::vector<Debt> debtsOf(const std::vector<DebtRow>& rows) {
+  std::vector<Debt> debts;
+  for (const DebtRow& row : rows) debts.push_back(row.debt);
+  return debts;
+}
+
+// What the new entries of the operation leave of debts.
+std::string restsBy(RowSet& BR, const char* account, std::vector<Debt> debts) {
+  takeOffNewCovers(debts, account, BR);
+  return restsOf(debts);
+}
+
 TEST_F(CoverPostingTest, ACoverThatWasRefusedAnywhereGoesOnWhereItStopped) {
   int untilRefusal = 0;
   tables->methods.add({"AddBR", {}, "", [&](UIO0201500& o, Arguments par) {
@@ -171,6 +195,8 @@ TEST_F(CoverPostingTest, ACoverThatWasRefusedAnywhereGoesOnWhereItStopped) {
     if (n > 0) {
       ASSERT_EQ(postTicked(primary, secondary).Code, kRefused) << n;
       ASSERT_EQ(BR().Clone()->RecordCount(), static_cast<std::size_t>(n - 1));
+      EXPECT_EQ(restsBy(BR(), "450", debtsOf(credit)), restsOf(debtsOf(primary))) << n;
+      EXPECT_EQ(restsBy(BR(), "240", debtsOf(debit)), restsOf(debtsOf(secondary))) << n;
     }
     untilRefusal = 0;
     ASSERT_EQ(postTicked(primary, secondary).Code, kDone);
@@ -196,6 +222,21 @@ TEST_F(CoverPostingTest, WhatIsPostedIsNotGivenBack) {
   EXPECT_EQ(left(credit), "- 1620 600 paid 0 0 0 influence 0\n");
   EXPECT_EQ(credit[0].debt.LikutisLt, 1620) << "as the books will have it";
   EXPECT_EQ(credit[0].debt.LikutisCurr, 600);
+}
+
+TEST_F(CoverPostingTest, ANewCoverIsTakenOffTheDebtOfItsCurrencyAndAddressee) {
+  EXPECT_EQ(post({row(1, 1, 2800, 1000, "USD", 2.7, 1080)}, {row(2, -1, 1080)}).Code, kDone);
+  Debt dollars = row(1, 1, 2800, 1000, "USD", 2.7).debt;
+  Debt litas = row(1, 1, 5000).debt;
+  Debt another = dollars;
+  dollars.AddrOIDR = "O00001001";
+  another.AddrOIDR = "O00001002";
+  another.Number = "B";
+  EXPECT_EQ(restsBy(BR(), "450", {litas, another, dollars}),
+            "N1 5000 0\nB 2800 1000\nN1 1620 600\n");
+  EXPECT_EQ(restsBy(BR(), "451", {dollars}), "N1 2800 1000\n") << "of another account";
+  BR().AcceptChanges();
+  EXPECT_EQ(restsBy(BR(), "450", {dollars}), "N1 2800 1000\n") << "the store knows it now";
 }
 
 TEST_F(CoverPostingTest, ADebtWhoseAddresseesCannotBeReadIsNotCovered) {

@@ -53,6 +53,10 @@ test("a prepayment covers a part of an invoice", function()
   expect(caption "lblStatus", "Liks nesudengta: 200,00 Lt")
   click "cmdOK"
   expect(message(), nil)
+  -- The entry is not stored yet, and nothing offers again what it closes.
+  choose("cmbAddr", "*** UAB Pirkėjas")
+  expect(row("lvwBRPrimary", 1)["Likutis, Lt"], "200,00")
+  expect(count "lvwBRSecondary", 0)
   local saved = #books.saved()
   keep()
   expect_books [[
@@ -89,6 +93,39 @@ test("parts of a currency debt take rates of nine decimals", function()
     rates[i] = ("%.9f %.2f"):format(side.RateCurr, side.SumCurr)
   end
   expect(table.concat(rates, "; "), "3.453038674 28.96; 3.453038674 28.96; 3.452471483 42.08")
+  expect_clean()
+end)
+
+test("a cover that stopped in the middle goes on", function()
+  local firm = "O00001003"
+  cover "2004.03.10"
+  click "cmdGo"
+  expect(count "lvwBRSecondary", 0)
+  click "cmdExit"
+  close()
+  stored("2004.03.01", "450", "2711", 120, firm)
+  stored("2004.03.02", "450", "2711", 80, firm)
+  cover "2004.03.10"
+  click "cmdGo"
+  choose("cmbAddr", "UAB Pirkėjas")
+  click "optAllC"
+  click "optAllD"
+  fault(3, 1205, "Duomenų bazė užimta, bandykite dar kartą!")
+  click "cmdOK"
+  expect_message("Duomenų bazė užimta, bandykite dar kartą!", "ok")
+  expect_message("Nepavyko perskaityti skolos adresatų !\r\n\r\n" ..
+                 "Iki tol padaryti įrašai liko operacijoje.", "ok")
+  expect(text "txtSumC", "80,00")
+  expect(row("lvwBRSecondary", 1).checked, false, "it is posted")
+  click "cmdOK"
+  expect(message(), nil)
+  click "cmdExit"
+  expect(text "txtComment", "Skolų dengimas - UAB Pirkėjas")
+  expect(count "lvwBRRecords", 2)
+  click "cmdWrite"
+  expect(message(), nil)
+  close()
+  expect(open_on("2004.03.31", firm, -1) .. open_on("2004.03.31", firm, 1), "")
   expect_clean()
 end)
 

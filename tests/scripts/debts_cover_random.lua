@@ -23,6 +23,10 @@ local function document(day, fill)
   expect(operation:save().code, 0)
 end
 
+local function open_debts(day)
+  return #books.call("DO0201500_GetDebts1", "'0','450','" .. day .. "','" .. firm .. "',-1").value
+end
+
 local function cover(day, part, money)
   open("O0201500", { group = "Bendrosios operacijos" })
   click "cmdTools"
@@ -69,9 +73,10 @@ test("covered debts leave nothing at any rates", function()
       add(operation, "450", "2711", 40000)
     end)
     cover("2004.02.01", random(50, 700), ({ "Lt", "USD", "EUR" })[random(3)])
-    cover("2004.03.15", nil, ({ "Lt", "USD", "EUR" })[random(3)])
-    local left = books.call("DO0201500_GetDebts1", "'0','450','2004.03.31','" .. firm .. "',-1")
-    expect(#left.value, 0, "round " .. round)
+    if open_debts "2004.03.15" > 0 then
+      cover("2004.03.15", nil, ({ "Lt", "USD", "EUR" })[random(3)])
+    end
+    expect(open_debts "2004.03.31", 0, "round " .. round)
   end
   expect_clean()
 end)
@@ -85,6 +90,5 @@ test("an operation whose save failed can be covered once it is saved", function(
   expect(operation:save().code, 1205)
   expect(operation:save().code, 0)
   cover "2004.03.20"
-  local left = books.call("DO0201500_GetDebts1", "'0','450','2004.03.31','" .. firm .. "',-1")
-  expect(#left.value, 0)
+  expect(open_debts "2004.03.31", 0)
 end)
