@@ -84,7 +84,7 @@ ui::Row DebtList::shown(const DebtRow& row) const {
                sum(row.PaymentLt),
                sum(row.PaymentSumCurr),
                row.PaymentSumCurr > 0 ? row.LikutisCurrCode : kBlank,
-               rateText(row.PaymentCurrRate, format_),
+               rateText(row.released ? 0 : row.PaymentCurrRate, format_),
                tagged(FormatSum(row.influence(), format_), FormatSum(row.InfluenceSum, format_))};
   if (isCurrency(money_.code)) out.cells.push_back(sum(row.CoverSumCurr));
   return out;

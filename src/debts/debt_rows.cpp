@@ -196,11 +196,14 @@ DebtCheck CheckDebtRow(const DebtRow& row, std::set<std::string>& toldCodes) {
 
 Covered ApplyCover(DebtRow& row, const CoverMoney& money, double sum, double sumCurr) {
   const double before = row.PaymentSumCurr;
+  const bool released = row.released;
   ReleaseCover(row);
+  row.released = released;
   if (row.LikutisLt < kCent) return {};
   if (!isCurrency(money.code) && sum >= row.LikutisLt) sum = 0;
   const Covered covered = CoverRow(row, money, sum, sumCurr != 0 ? sumCurr : before);
   row.ticked = covered.taken > 0;
+  if (row.ticked) row.released = false;
   return covered;
 }
 
@@ -210,6 +213,7 @@ void ReleaseCover(DebtRow& row) {
     row.LikutisCurr = round2(row.LikutisCurr + row.PaymentSumCurr);
   clearCover(row);
   row.ticked = false;
+  row.released = true;
 }
 
 void partPosted(DebtRow& row, double lt, double curr) {

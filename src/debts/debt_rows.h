@@ -74,6 +74,7 @@ struct DebtRow {
   double CoverRate = 0;
   double InfluenceSum = 0;  // part of the rest that closes without being paid
   bool ticked = false;
+  bool released = false;  // a tick was taken back: lists show no rate until the next one
 
   // The debt still counts in a currency.
   bool inCurrency() const { return isCurrency(LikutisCurrCode) && LikutisCurr != 0; }

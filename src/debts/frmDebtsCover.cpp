@@ -8,6 +8,7 @@
 #include "framework/conversions.h"
 #include "framework/references.h"
 #include "framework/text.h"
+#include "framework/told.h"
 #include "operations/UIO0201500.h"
 #include "operations/entries.h"
 #include "operations/screen/account_combo.h"
@@ -61,20 +62,18 @@ frmDebtsCover::frmDebtsCover(const OperationToolRequest& request)
 }
 
 const char* frmDebtsCover::picture() const {
-  return R"(
-cmbVariants cmdVariants | optMutual | optSuppliers | optBuyers | >>
-dtpDate | optDateByBROper | optDateByCoveredOperations | >>
-lblFirms | cmbAddr> cmdFirms | cmdGo
-[fraSideC]
-  cmbAccC | optDebC | optCredC | txtAddrC> cmdAddrC cmdCleanAddrC | txtSumC lblCurrCodeC cmdCurrC
-  lvwBRPrimary>
-  optAllC | optDropC | >>
-[fraSideD]
-  cmbAccD | optDebD | optCredD | txtAddrD> cmdAddrD cmdCleanAddrD | txtSumD lblCurrCodeD cmdCurrD
-  lvwBRSecondary>
-  optAllD | optDropD | >>
-lblStatus> | cmdPrint | cmdExit | cmdOK
-)";
+  return "cmbVariants cmdVariants | optMutual | optSuppliers | optBuyers | >>\n"
+         "dtpDate | optDateByBROper | optDateByCoveredOperations | lblFirms"
+         " | cmbAddr> cmdFirms | cmdGo\n"
+         "[fraSideC]\n"
+         "  cmbAccC | optDebC | optCredC | txtAddrC> cmdAddrC cmdCleanAddrC"
+         " | txtSumC lblCurrCodeC cmdCurrC | optAllC optDropC\n"
+         "  lvwBRPrimary>\n"
+         "[fraSideD]\n"
+         "  cmbAccD | optDebD | optCredD | txtAddrD> cmdAddrD cmdCleanAddrD"
+         " | txtSumD lblCurrCodeD cmdCurrD | optAllD optDropD\n"
+         "  lvwBRSecondary>\n"
+         "lblStatus> | cmdPrint | cmdExit | cmdOK\n";
 }
 
 void frmDebtsCover::wire() {
@@ -129,8 +128,8 @@ void frmDebtsCover::opened() {
   optMutual.choose();
   primary.chooseSide(true);
   secondary.chooseSide(false);
-  const MethodResult read = operation_->Properties("AccountList", "");
-  if (read.Value.IsDictionary()) plan_ = *read.Value.AsDictionary();
+  if (const DictionaryPtr plan = toldDictionary(operation_->Properties("AccountList", "")))
+    plan_ = *plan;
   for (CoverSideBox* side : {&primary, &secondary}) {
     side->offerAccounts(plan_);
     side->showAddressee({}, {});
@@ -451,8 +450,12 @@ std::optional<Picked> frmDebtsCover::partner() const {
 void frmDebtsCover::printAct() {
   const auto client = partner();
   if (!client) return warn(host(), "Aktui pasirinkite vieną adresatą !");
-  const SetOffAct act{host().workplace().firm(), clientOf(host(), client->reference, client->text),
-                      dtpDate.value().value_or(host().clock().today()), primary.party(),
+  const bool chosen = isRef(primary.addressee()) || isRef(secondary.addressee());
+  const SetOffAct act{host().workplace().firm(),
+                      clientOf(host(), client->reference, client->text),
+                      chosen ? std::string() : client->reference,
+                      dtpDate.value().value_or(host().clock().today()),
+                      primary.party(),
                       secondary.party()};
   host().reports().show(setOffAct(act, host().numbers()), true);
 }

@@ -53,6 +53,7 @@ ReportTable tableOf(const SetOffAct& act, const NumberFormat& format) {
   for (const CoverParty* party : {&act.primary, &act.secondary}) {
     const bool onDebit = party->sign == -1;
     for (const DebtRow& row : *party->rows) {
+      if (!act.clientReference.empty() && row.debt.AddrOIDR != act.clientReference) continue;
       rests.add(onDebit, row.LikutisLt);
       if (!row.ticked) continue;
       covered.add(onDebit, row.PaymentLt);

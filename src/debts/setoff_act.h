@@ -8,7 +8,8 @@
 namespace tolvex {
 
 struct SetOffAct {
-  FirmRecord own, client;  // name, code, phone and fax are printed
+  FirmRecord own, client;       // name, code, phone and fax are printed
+  std::string clientReference;  // whose debts count; "" for all
   DateTime date;
   CoverParty primary, secondary;  // ticked debts are set off; the others count in the rest
 };

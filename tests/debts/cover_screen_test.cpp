@@ -124,6 +124,10 @@ TEST_F(CoverScreen, TicksAndSums) {
   DO(user.check(form->primary.lvw, 0, false));
   EXPECT_EQ(form->primary.txtSum.text(), "275,00");
   EXPECT_EQ(cell(form->primary, 0, 2), "100,00");
+  DO(user.check(form->primary.lvw, 1, false));
+  EXPECT_EQ(cell(form->primary, 1, 8), " ") << "a debt that is released shows no rate";
+  DO(user.check(form->primary.lvw, 1, true));
+  EXPECT_EQ(cell(form->primary, 1, 8), "2,75");
   // A sum that was typed is spent, and a spent sum ticks nothing more.
   DO(user.click(form->primary.optDrop));
   DO(user.enter(form->primary.txtSum, "20*3"));

@@ -105,6 +105,22 @@ test("dollars are paid in dollars, then in euros", function()
   expect_clean()
 end)
 
+test("a list that cannot be read again keeps its currency and ticks", function()
+  stored("2004.03.20", "204", "450", 275)
+  cover "2004.03.20"
+  pay_in("C", "USD")
+  click "optAllC"
+  fault(1, 1205, "Duomenų bazė užimta, bandykite dar kartą!")
+  click "cmdGo"
+  expect_message("Duomenų bazė užimta, bandykite dar kartą!", "ok")
+  expect(text "txtSumC", "100,00")
+  click "optDropC"
+  click "cmdGo"
+  expect(row("lvwBRPrimary", 1)["USD"], " ")
+  click "cmdExit"
+  close()
+end)
+
 test("a rate that is missing is told once, and may be given", function()
   for _ = 1, 2 do stored("2004.01.05", "204", "450", 10, "USD", 2.8) end
   stored("2004.01.05", "450", "2711", 50)

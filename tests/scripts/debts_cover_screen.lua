@@ -8,7 +8,10 @@ test("debts of everybody are set off", function()
   enter("cmbAccC", "450")
   enter("cmbAccD", "240")
   click "cmdGo"
+  click "cmdCurrC"
+  pick "USD"
   click "optAllC"
+  expect(text "txtSumC", "851,85")
   click "optAllD"
   expect(caption "lblStatus", "Liks nesudengta: 60,00 Lt")
   click "cmdOK"
