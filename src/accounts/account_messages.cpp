@@ -1,5 +1,7 @@
 #include "accounts/account_messages.h"
 
+#include "platform/save_outcome.h"
+
 namespace tolvex {
 
 void stopWith(HostContext& host, std::string text) {
@@ -9,7 +11,7 @@ void stopWith(HostContext& host, std::string text) {
 void showFailedWrite(HostContext& host, const std::string& reason) {
   std::string text = "Klaida!";
   text.append(kLineBreak).append(kLineBreak).append(reason);
-  show(host, {std::move(text), Icon::Stop, Buttons::Ok, Answer::Ok, std::nullopt});
+  showStop(host, std::move(text));
 }
 
 }  // namespace tolvex

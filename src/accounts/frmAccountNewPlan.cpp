@@ -189,7 +189,7 @@ bool frmAccountNewPlan::store(const char* routine, const std::string& copy) {
     plan_->BO()->CallBO(routine, quoted(copy), nullptr, result);
   }
   if (result.Code == kDone) return true;
-  show(host(), {result.Text, Icon::Stop, Buttons::Ok, Answer::Ok, std::nullopt});
+  showStop(host(), result.Text);
   return false;
 }
 

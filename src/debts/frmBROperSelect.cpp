@@ -13,6 +13,7 @@
 #include "framework/told.h"
 #include "operations/screen/account_combo.h"
 #include "operations/screen/addressee_pick.h"
+#include "platform/save_outcome.h"
 
 namespace tolvex {
 namespace {
@@ -153,12 +154,8 @@ void frmBROperSelect::findByNumber() {
   operation_->BO()->CallBO("DO0201500_GetBROpersByNumber",
                            Parameters().text(trim(*number)).number(side()).str(), nullptr, read);
   if (read.Code != kDone) {
-    Message box;
-    box.text = "Klaida!" + std::string(kLineBreak) +
-               "DO0201500_GetBROpersByNumber:" + std::string(kLineBreak) + read.Text;
-    box.icon = Icon::Stop;
-    show(host(), box);
-    return;
+    return showStop(host(), "Klaida!" + std::string(kLineBreak) + "DO0201500_GetBROpersByNumber:" +
+                                std::string(kLineBreak) + read.Text);
   }
   const RowSetPtr rows = read.Data.AsRows();
   if (rows->RecordCount() == 0) {

@@ -22,13 +22,6 @@ constexpr const char* kVariantsKey = "DebtsCoverParameters";
 constexpr const char* kNoAccount = "Neužduota sąskaita !";
 constexpr const char* kSavedAlready = "Toks variantas jau išsaugotas !";
 
-void tellWith(HostContext& host, std::string text, Icon icon) {
-  Message box;
-  box.text = std::move(text);
-  box.icon = icon;
-  show(host, box);
-}
-
 FirmRecord clientOf(HostContext& host, const std::string& reference, const std::string& name) {
   FirmRecord client;
   client.name = name;
@@ -273,7 +266,9 @@ void frmDebtsCover::dateChanged() {
   readAddressees();
 }
 
-void frmDebtsCover::tell(const std::string& message) { tellWith(host(), message, Icon::Info); }
+void frmDebtsCover::tell(const std::string& message) {
+  show(host(), {message, Icon::Info, Buttons::Ok, Answer::Ok, std::nullopt});
+}
 
 // What both sides come to, or the rest that litas cannot cover.
 void frmDebtsCover::refresh() {
@@ -374,11 +369,9 @@ bool frmDebtsCover::mayPost() {
   for (const CoverSideBox* side : {&primary, &secondary}) {
     for (const DebtRow& row : side->list.rows()) {
       if (!row.ticked || row.influence() == 0) continue;
-      tellWith(host(),
-               "Parinkite dengimo datos nustatymą pagal operacijos datą." +
-                   std::string(kLineBreak) +
-                   "Valiutos kurso keitimo įtaka nustatoma operacijos datai!",
-               Icon::Stop);
+      showStop(host(), "Parinkite dengimo datos nustatymą pagal operacijos datą." +
+                           std::string(kLineBreak) +
+                           "Valiutos kurso keitimo įtaka nustatoma operacijos datai!");
       return false;
     }
   }

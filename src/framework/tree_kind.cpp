@@ -3,6 +3,7 @@
 #include "framework/kind_menu.h"
 #include "framework/parameters.h"
 #include "framework/references.h"
+#include "platform/save_outcome.h"
 
 namespace tolvex {
 namespace {
@@ -98,10 +99,7 @@ void TreeKindUI::tellFailedRead(const std::string& id, const SaveResult& read) c
   if (read.Code != kGone) return warn(hostContext(), read.Text);
   const bool group =
       std::string_view(tree_.groupType) != tree_.recordType && kindOf(id) == tree_.groupType;
-  Message box;
-  box.text = group ? "Grupė panaikinta!" : "Objektas panaikintas!";
-  box.icon = Icon::Stop;
-  hostContext().dialogs().message(box);
+  showStop(hostContext(), group ? "Grupė panaikinta!" : "Objektas panaikintas!");
 }
 
 std::shared_ptr<ui::Form> TreeKindUI::screenOver(std::shared_ptr<VXObjectUIO> object) const {

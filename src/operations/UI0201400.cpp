@@ -205,30 +205,17 @@ bool UI0201400::AddToDeskTopVXObject(std::string id) {
   return form && hostContext().desktop().put(form);
 }
 
-// With how its reading ended; a new one for "".
-std::pair<std::shared_ptr<UIO0201400>, SaveResult> UI0201400::read(std::string id) {
+std::shared_ptr<VXObjectUIO> UI0201400::GetVXObject(std::string id) {
   auto group = std::make_shared<UIO0201400>();
   group->UI(shared_from_this());
   group->OID(std::move(id));
-  SaveResult read = group->Read();
-  return {std::move(group), std::move(read)};
+  return group->Read().Code == kDone ? group : nullptr;
 }
 
-std::shared_ptr<VXObjectUIO> UI0201400::GetVXObject(std::string id) {
-  auto [group, outcome] = read(std::move(id));
-  return outcome.Code == kDone ? group : nullptr;
-}
-
-// A group that is gone or cannot be read is told.
 std::shared_ptr<VXObjectUIO> UI0201400::toldGroup(const std::string& id) {
-  auto [group, outcome] = read(id);
-  if (outcome.Code == kDone) return group;
-  if (outcome.Code == kGone) {
-    show(hostContext(), {"Grupė panaikinta!", Icon::Stop, Buttons::Ok, Answer::Ok, std::nullopt});
-  } else {
-    warn(hostContext(), outcome.Text);
-  }
-  return nullptr;
+  std::shared_ptr<UIO0201400> group = tolvex::toldGroup(id);
+  if (group) group->UI(shared_from_this());
+  return group;
 }
 
 const IconsTable& UI0201400::GetIconsTable() const {

@@ -35,7 +35,6 @@ class UI0201400 final : public ForwardingUI {
   MenuAction clickTree(const std::string& id, const std::string& caption);
   MenuAction clickGroup(const std::string& id, const std::string& caption,
                         const std::string& extra);
-  std::pair<std::shared_ptr<UIO0201400>, SaveResult> read(std::string id);
   std::shared_ptr<VXObjectUIO> toldGroup(const std::string& id);
   MenuAction openGroup(const std::string& id);
   MenuAction openCovers(const std::string& id);

@@ -3,6 +3,7 @@
 #include "framework/parameters.h"
 #include "framework/references.h"
 #include "framework/text.h"
+#include "platform/save_outcome.h"
 
 namespace tolvex {
 
@@ -15,6 +16,19 @@ constexpr const char* kTemplateTypeKind = "O0001612";
 
 std::string groupRights(std::string_view reference) {
   return "CBROperGroupRights" + std::string(idTextOf(reference));
+}
+
+std::shared_ptr<UIO0201400> toldGroup(std::string reference) {
+  auto group = std::make_shared<UIO0201400>();
+  group->OID(std::move(reference));
+  const SaveResult read = group->Read();
+  if (read.Code == kDone) return group;
+  if (read.Code == kGone) {
+    showStop(hostContext(), "Grupė panaikinta!");
+  } else {
+    warn(hostContext(), read.Text);
+  }
+  return nullptr;
 }
 
 MethodResult UIO0201400::Properties(std::string key, std::string parameters) {

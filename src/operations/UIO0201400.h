@@ -1,6 +1,7 @@
 // UIO0201400: one group of operations: its document kind, numbering and settings.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -12,6 +13,11 @@ inline constexpr const char* kGroupKind = "O0201400";
 
 // The rights component of a group's card, by its reference; of new groups for "".
 std::string groupRights(std::string_view reference);
+
+class UIO0201400;
+// The group behind a reference, a new one for ""; null after the user was told that it is gone or
+// cannot be read.
+std::shared_ptr<UIO0201400> toldGroup(std::string reference);
 
 class UIO0201400 final : public ForwardingUIO {
  public:

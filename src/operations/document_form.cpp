@@ -2,6 +2,7 @@
 
 #include "framework/conversions.h"
 #include "framework/references.h"
+#include "platform/save_outcome.h"
 
 namespace tolvex {
 
@@ -67,16 +68,20 @@ std::string foreignDocument(VXObjectUIO& operation) {
 
 }  // namespace
 
+std::shared_ptr<UIO0201500> toldOperation(const OperationTablesPtr& tables,
+                                          std::string_view reference) {
+  auto operation = std::make_shared<UIO0201500>(tables);
+  operation->OID(std::string(reference));
+  if (!readOrTell(*operation)) return nullptr;
+  if (!isGone(*operation)) return operation;
+  showStop(hostContext(), "Operacija panaikinta !");
+  return nullptr;
+}
+
 OpenedDocument openDocument(const OperationTablesPtr& tables, std::string_view reference) {
   HostContext& host = hostContext();
-  const auto operation = std::make_shared<UIO0201500>(tables);
-  operation->OID(std::string(reference));
-  if (!readOrTell(*operation)) return {};
-  if (isGone(*operation)) {
-    host.dialogs().message(
-        {"Operacija panaikinta !", Icon::Stop, Buttons::Ok, Answer::Ok, std::nullopt});
-    return {};
-  }
+  const std::shared_ptr<UIO0201500> operation = toldOperation(tables, reference);
+  if (!operation) return {};
   const int group = static_cast<int>(operation->Fields()["BROperGroupID"].Number());
   if (host.rights().of(operationRights(group)).view == 0) {
     warn(host, "Nėra teisės peržiūrėti!");
@@ -92,27 +97,20 @@ OpenedDocument openDocument(const OperationTablesPtr& tables, std::string_view r
 }
 
 std::shared_ptr<ui::Form> newDocument(const OperationTablesPtr& tables,
-                                      std::shared_ptr<VXObjectUI> ui, std::string_view group,
+                                      std::shared_ptr<VXObjectUI> ui, VXObjectUIO& group,
                                       std::string_view kind, std::string_view extra) {
-  HostContext& host = hostContext();
-  const std::shared_ptr<VXObjectUIO> groupObject = ObjectOf(host, group);
-  const std::shared_ptr<UIO0201500> operation = groupObject ? readOperation(tables, "") : nullptr;
-  if (!operation) {
-    host.dialogs().message(
-        {"Grupė panaikinta!", Icon::Stop, Buttons::Ok, Answer::Ok, std::nullopt});
-    return nullptr;
-  }
-  const std::string parameters(groupObject->Fields()["Parameters"].Text());
+  const auto operation = std::make_shared<UIO0201500>(tables);
+  if (!readOrTell(*operation)) return nullptr;
   const auto copyGroup = [&] {
-    operation->Fields()["BROperGroupID"] = idOf(group);
-    operation->Fields()["Parameters"] = parameters;
+    operation->Fields()["BROperGroupID"] = group.Fields()["ID"].Value();
+    operation->Fields()["Parameters"] = group.Fields()["Parameters"].Value();
   };
   operation->UI(std::move(ui));
   copyGroup();
   operation->OType(std::string(kind));
   if (!readOrTell(*operation)) return nullptr;
   copyGroup();  // the record of the kind is a fresh one
-  return makeEditor(tables->forms, kind, {host, operation, std::string(extra)});
+  return makeEditor(tables->forms, kind, {hostContext(), operation, std::string(extra)});
 }
 
 }  // namespace tolvex

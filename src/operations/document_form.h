@@ -31,6 +31,10 @@ std::shared_ptr<ui::Form> makeEditor(const FormRegistry& forms, std::string_view
 // A read object for a stored operation, or a new one for ""; null when it cannot be read.
 std::shared_ptr<UIO0201500> readOperation(const OperationTablesPtr& tables, std::string_view id);
 
+// A stored operation; null after the user was told that it is gone or cannot be read.
+std::shared_ptr<UIO0201500> toldOperation(const OperationTablesPtr& tables,
+                                          std::string_view reference);
+
 // Whether a read record has gone from the store: it then has neither reference.
 bool isGone(VXObjectUIO& operation);
 
@@ -45,10 +49,10 @@ struct OpenedDocument {
 // told. Operations of other modules open as the document behind them.
 OpenedDocument openDocument(const OperationTablesPtr& tables, std::string_view reference);
 
-// The screen of a new document of `kind` in a group, given by its reference. `extra` goes to the
-// screen. Null after the user was told that the group is gone or the screen is missing.
+// The screen of a new document of `kind` in a group that has been read. `extra` goes to the screen.
+// Null after the user was told that the screen is missing or the store refused.
 std::shared_ptr<ui::Form> newDocument(const OperationTablesPtr& tables,
-                                      std::shared_ptr<VXObjectUI> ui, std::string_view group,
+                                      std::shared_ptr<VXObjectUI> ui, VXObjectUIO& group,
                                       std::string_view kind, std::string_view extra);
 
 }  // namespace tolvex

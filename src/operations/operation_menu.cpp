@@ -3,6 +3,7 @@
 #include <array>
 
 #include "framework/references.h"
+#include "operations/UIO0201400.h"
 #include "operations/document_form.h"
 #include "operations/operation_tools.h"
 
@@ -48,8 +49,8 @@ std::string kindOfCaption(std::string_view caption, std::string_view groupKind) 
 
 std::string groupOf(const OperationTablesPtr& tables, std::string_view id) {
   if (kindOf(id) == "O0201400") return std::string(id);
-  const std::shared_ptr<UIO0201500> operation = readOperation(tables, id);
-  if (!operation || isGone(*operation)) return {};
+  const std::shared_ptr<UIO0201500> operation = toldOperation(tables, id);
+  if (!operation) return {};
   return refOf("O0201400", static_cast<int>(operation->Fields()["BROperGroupID"].Number()));
 }
 
@@ -61,16 +62,12 @@ MenuAction showForm(std::shared_ptr<ui::Form> form) {
 MenuAction clickNewDocument(const OperationTablesPtr& tables, std::shared_ptr<VXObjectUI> ui,
                             std::string_view group, std::string_view caption,
                             std::string_view extra) {
-  std::string groupKind;
-  if (caption == kNewOperation) {
-    if (const auto object = hostContext().objects().open(group)) {
-      groupKind = object->Fields()["FormOID"].Text();
-    }
-  }
-  const std::string kind = kindOfCaption(caption, groupKind);
-  if (kind.empty()) return {};
-  const std::string_view told = operationTool(caption) && extra.empty() ? caption : extra;
-  return showForm(newDocument(tables, std::move(ui), group, kind, told));
+  if (!isRef(group) || kindOfCaption(caption, {}).empty()) return {};
+  const std::shared_ptr<UIO0201400> above = toldGroup(std::string(group));
+  if (!above) return {};
+  const std::string kind = kindOfCaption(caption, above->Fields()["FormOID"].Text());
+  const std::string_view asked = operationTool(caption) && extra.empty() ? caption : extra;
+  return showForm(newDocument(tables, std::move(ui), *above, kind, asked));
 }
 
 MenuAction clickTelebank(const OperationTablesPtr& tables, std::string_view clicked) {

@@ -6,6 +6,7 @@
 #include "framework/told.h"
 #include "payments/frmTemplateItem.h"
 #include "payments/payment_forms.h"
+#include "platform/save_outcome.h"
 
 namespace tolvex {
 namespace {
@@ -173,8 +174,7 @@ bool frmPaymentTemplate::save() {
   header().Update();
   const SaveResult saved = saveBusy(*this, SOPanel, *VXObjectUIO, items_);
   if (saved.Code != kDone) {
-    const std::string text = saved.Text + std::string(kLineBreak) + "Klaida!";
-    tolvex::show(host(), {text, Icon::Stop, Buttons::Ok, Answer::Ok, std::nullopt});
+    showStop(host(), saved.Text + std::string(kLineBreak) + "Klaida!");
     changed_ = true;
     return false;
   }

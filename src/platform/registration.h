@@ -55,7 +55,7 @@ class Module {
 };
 
 // Grows with every change of a class in src/framework or src/platform that crosses the border.
-inline constexpr int kModuleAbi = 1;
+inline constexpr int kModuleAbi = 2;
 
 }  // namespace tolvex
 

@@ -8,7 +8,7 @@ namespace {
 
 void tellUnsaved(HostContext& host, std::string text) {
   text.append(kLineBreak).append("Įrašymas neatliktas !");
-  show(host, {std::move(text), Icon::Stop, Buttons::Ok, Answer::Ok, std::nullopt});
+  showStop(host, std::move(text));
 }
 
 }  // namespace
@@ -30,6 +30,10 @@ bool showFailure(HostContext& host, const MethodResult& result) {
   if (result.Code == kDone) return false;
   if (!result.Told && !result.Text.empty()) warn(host, result.Text);
   return true;
+}
+
+void showStop(HostContext& host, std::string text) {
+  show(host, {std::move(text), Icon::Stop, Buttons::Ok, Answer::Ok, std::nullopt});
 }
 
 bool askDelete(HostContext& host) { return ask(host, "Ar tikrai norite panaikinti?"); }

@@ -17,6 +17,8 @@ MethodResult told(HostContext& host, const HostResult& answer);
 // A failure that an operation returned, unless it was told before or has no text. True when there
 // was one.
 bool showFailure(HostContext& host, const MethodResult& result);
+// A box with a stop sign and the host's title.
+void showStop(HostContext& host, std::string text);
 // "Ar tikrai norite panaikinti?", yes or no, no by default.
 bool askDelete(HostContext& host);
 // Whether unsaved input may be given up; `caption` says of what. Without a title the host's.

@@ -8,13 +8,6 @@
 namespace tolvex {
 namespace {
 
-void showStop(HostContext& host, std::string text) {
-  Message box;
-  box.text = std::move(text);
-  box.icon = Icon::Stop;
-  host.dialogs().message(box);
-}
-
 std::string groupIdText(VXObjectUIO& object) {
   return std::to_string(static_cast<int>(object.Fields()["BROperGroupID"].Number()));
 }
@@ -104,10 +97,7 @@ bool undoDocument(HostContext& host, VXObjectUIO& object) {
 std::shared_ptr<VXObjectUIO> newDocument(HostContext& host, VXObjectUIO& like) {
   const std::string kind = like.OType().empty() ? std::string(kOperationKind) : like.OType();
   std::shared_ptr<VXObjectUIO> object = host.objects().create(kind);
-  if (!object) {
-    showStop(host, "Grupė panaikinta!");
-    return nullptr;
-  }
+  if (!object) return nullptr;
   (*object->RsFields())["BROperGroupID"] = like.Fields()["BROperGroupID"].Value();
   return object;
 }
