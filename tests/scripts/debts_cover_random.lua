@@ -57,7 +57,7 @@ local function cover(day, part, money)
 end
 
 test("covered debts leave nothing at any rates", function()
-  for round = 1, 8 do
+  for round = 1, 4 do
     document("2004.01.20", function(operation)
       for _ = 1, random(1, 3) do
         local code = ({ "USD", "EUR", "" })[random(3)]
