@@ -24,8 +24,6 @@ class UIO0201300 final : public ForwardingUIO {
   using ForwardingUIO::Methods;
 
  private:
-  MethodResult accountList();
-
   std::shared_ptr<const FormRegistry> forms_;
   DictionaryPtr accounts_;
 };

@@ -177,9 +177,7 @@ void frmAccountNewPlan::setCounterpart(const Counterpart& chosen) {
 
 // --- the whole books --------------------------------------------------------------------------
 
-void frmAccountNewPlan::tell(const char* text) {
-  show(host(), {text, Icon::Info, Buttons::Ok, Answer::Ok, std::nullopt});
-}
+void frmAccountNewPlan::tell(const char* text) { showInfo(host(), text); }
 
 // A work of the store on its copies; a failure is shown.
 bool frmAccountNewPlan::store(const char* routine, const std::string& copy) {

@@ -302,11 +302,7 @@ void frmBROperSelect::changed(const std::string& refusal) {
 }
 
 void frmBROperSelect::inform(const std::string& text) {
-  if (text.empty()) return;
-  Message box;
-  box.text = text;
-  box.icon = Icon::Info;
-  show(host(), box);
+  if (!text.empty()) showInfo(host(), text);
 }
 
 void frmBROperSelect::prepareMenu() {

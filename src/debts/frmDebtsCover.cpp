@@ -108,7 +108,7 @@ void frmDebtsCover::wireSide(CoverSideBox& side, CoverSideBox& other) {
   side.onCurrency = [this, &side](const std::string& code) { chooseCurrency(side, code); };
   side.onPick = [this, &side] { pickAddressees(side); };
   side.onTicks = [this] { refresh(); };
-  side.onComplain = [this](const std::string& message) { tell(message); };
+  side.onComplain = [this](const std::string& message) { showInfo(host(), message); };
   side.lvw.menu = &mnuInput;
   side.lvw.onActivate = [this] { enterSum(); };
 }
@@ -266,10 +266,6 @@ void frmDebtsCover::dateChanged() {
   readAddressees();
 }
 
-void frmDebtsCover::tell(const std::string& message) {
-  show(host(), {message, Icon::Info, Buttons::Ok, Answer::Ok, std::nullopt});
-}
-
 // What both sides come to, or the rest that litas cannot cover.
 void frmDebtsCover::refresh() {
   const double first = primary.list.tickedLt(), second = secondary.list.tickedLt();
@@ -314,14 +310,15 @@ void frmDebtsCover::enterSum() {
     lblStatus.caption = "Nėra skolos !";
     return;
   }
-  if (const std::string why = side.list.currentRefused(); !why.empty()) return tell(why);
+  if (const std::string why = side.list.currentRefused(); !why.empty())
+    return showInfo(host(), why);
   frmCoverSum dialog(host(), *row, side.list.money());
   host().screens().runModal(dialog);
   if (!dialog.accepted) return;
   const std::string message = side.list.coverCurrent(dialog.lt(), dialog.curr());
   side.showSum();
   refresh();
-  if (!message.empty()) tell(message);
+  if (!message.empty()) showInfo(host(), message);
 }
 
 void frmDebtsCover::enterRate() {
@@ -351,7 +348,8 @@ bool frmDebtsCover::askRate(const std::string& code) {
 // A currency without a rate may be given one; without it no sum could be covered in it.
 void frmDebtsCover::chooseCurrency(CoverSideBox& side, const std::string& code) {
   if (code == side.list.money().code) return;
-  if (isCurrency(code) && rateOf(code) <= 0 && !askRate(code)) return tell(noRate(code));
+  if (isCurrency(code) && rateOf(code) <= 0 && !askRate(code))
+    return showInfo(host(), noRate(code));
   side.payIn({code, rateOf(code)});
   refill(side);
   setFocus(side.txtSum);

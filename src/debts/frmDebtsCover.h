@@ -77,7 +77,6 @@ class frmDebtsCover final : public ui::Form {
   void refill(CoverSideBox& side);
   void clearLists();
   void dateChanged();
-  void tell(const std::string& message);
   void refresh();
   CoverSideBox& clickedSide();
   void prepareMenu();

@@ -1,5 +1,6 @@
 #include "framework/object_contract.h"
 
+#include "framework/param_dictionary.h"
 #include "framework/parameters.h"
 #include "platform/save_outcome.h"
 
@@ -87,6 +88,17 @@ MethodResult ForwardingUIO::read(const std::string& method, const std::string& p
 
 std::string ForwardingUIO::parentParameters() {
   return Parameters().number(Fields()["ParentID"].Number()).str();
+}
+
+MethodResult ForwardingUIO::readAccounts(DictionaryPtr& kept) const {
+  if (kept) return done(kept);
+  MethodResult list = read("GetAccountList", kNoParameters);
+  if (list.Code != kDone) return list;
+  auto accounts = std::make_shared<ParamDictionary>();
+  accounts->SetItem("0", "Likutis");
+  setItems(*accounts, *list.Value.AsRows(), "Account", "Name");
+  kept = std::move(accounts);
+  return done(kept);
 }
 
 }  // namespace tolvex

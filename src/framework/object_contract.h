@@ -95,6 +95,9 @@ class ForwardingUIO : public VXObjectUIO, public std::enable_shared_from_this<Fo
   MethodResult read(const std::string& method, const std::string& parameters) const;
   // The parameter of the key "Parent": the group above, by the record's own ParentID.
   std::string parentParameters();
+  // The accounts that a template or a lock may name: account and name, "0" for balances brought in
+  // first. Read once into `kept`; a failure leaves it as it is, so that the next call reads again.
+  MethodResult readAccounts(DictionaryPtr& kept) const;
 
  private:
   std::shared_ptr<VXObjectUIO> inner_;

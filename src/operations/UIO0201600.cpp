@@ -16,23 +16,12 @@ std::string templateSetParameters(std::string_view newMode, std::string_view ref
 
 MethodResult UIO0201600::Properties(std::string key, std::string parameters) {
   return guarded([&] {
-    if (key == "AccountList") return accountList();
+    if (key == "AccountList") return readAccounts(accounts_);
     if (key == "GetObjectForm") return objectForm();
     if (key == "Parent") parameters = parentParameters();
     if (key == "EnabledAddressee") return passOn(call("GetEnabledAddressee", kNoParameters));
     return read("Get" + key, parameters);
   });
-}
-
-MethodResult UIO0201600::accountList() {
-  if (accounts_) return done(accounts_);
-  const MethodResult list = read("GetAccountList", kNoParameters);
-  if (list.Code != kDone) return list;
-  auto accounts = std::make_shared<ParamDictionary>();
-  accounts->SetItem("0", "Likutis");
-  setItems(*accounts, *list.Value.AsRows(), "Account", "Name");
-  accounts_ = std::move(accounts);
-  return done(accounts_);
 }
 
 MethodResult UIO0201600::objectForm() {

@@ -31,7 +31,6 @@ class UIO0201600 final : public ForwardingUIO {
   SaveResult Save(RowSetPtr second, RowSetPtr third) override;
 
  private:
-  MethodResult accountList();
   MethodResult objectForm();
 
   std::shared_ptr<const FormRegistry> forms_;

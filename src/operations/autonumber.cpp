@@ -8,6 +8,7 @@
 #include "framework/parameters.h"
 #include "framework/text.h"
 #include "operations/number_text.h"
+#include "platform/save_outcome.h"
 
 namespace tolvex {
 
@@ -33,8 +34,7 @@ std::optional<int> counterIn(std::string_view mask, std::string_view text) {
     const std::optional<double> counter = counterOf(pieces[i]);
     if (!counter) return std::nullopt;
     if (fits(*counter)) return static_cast<int>(*counter);
-    hostContext().dialogs().message({"Auto numerio reikšmė " + pieces[i] + " yra per didelė!",
-                                     Icon::Info, Buttons::Ok, Answer::Ok, std::nullopt});
+    showInfo(hostContext(), "Auto numerio reikšmė " + pieces[i] + " yra per didelė!");
     return std::nullopt;
   }
   return std::nullopt;

@@ -4,6 +4,7 @@
 #include "framework/references.h"
 #include "framework/told.h"
 #include "platform/host.h"
+#include "platform/save_outcome.h"
 
 namespace tolvex {
 
@@ -83,7 +84,7 @@ void GroupSums::compute(const char* question, const std::string& code) {
     group_->BO()->CallBO("DO0201400_CreateFullSum", asked, nullptr, result);
   }
   if (result.Code != kDone) return warn(host, result.Text);
-  tolvex::show(host, {"Atlikta!", Icon::Info, Buttons::Ok, Answer::Ok, std::nullopt});
+  showInfo(host, "Atlikta!");
   // The record has a new version now; what was typed elsewhere stands in its boxes.
   const SaveResult read = group_->Read();
   if (read.Code != kDone) warn(host, read.Text);

@@ -3,6 +3,7 @@
 #include "framework/object_contract.h"
 #include "framework/references.h"
 #include "framework/text.h"
+#include "platform/save_outcome.h"
 
 namespace tolvex {
 
@@ -27,11 +28,10 @@ MethodResult ShowProtocol(VXObjectUIO& operation) {
     const Variant value = header[column].Value();
     return value.IsDate() ? value.AsDate().LongText() : std::string();
   };
-  hostContext().dialogs().message(
-      {join({std::string(header["CreatedByUserName"].Text()), moment("CreationDate"),
-             std::string(header["ChangedByUserName"].Text()), moment("CorrectionDate")},
-            kLineBreak),
-       Icon::Info, Buttons::Ok, Answer::Ok, std::nullopt});
+  showInfo(hostContext(),
+           join({std::string(header["CreatedByUserName"].Text()), moment("CreationDate"),
+                 std::string(header["ChangedByUserName"].Text()), moment("CorrectionDate")},
+                kLineBreak));
   return done(true);
 }
 

@@ -32,6 +32,10 @@ bool showFailure(HostContext& host, const MethodResult& result) {
   return true;
 }
 
+void showInfo(HostContext& host, std::string text) {
+  show(host, {std::move(text), Icon::Info, Buttons::Ok, Answer::Ok, std::nullopt});
+}
+
 void showStop(HostContext& host, std::string text) {
   show(host, {std::move(text), Icon::Stop, Buttons::Ok, Answer::Ok, std::nullopt});
 }

@@ -17,7 +17,8 @@ MethodResult told(HostContext& host, const HostResult& answer);
 // A failure that an operation returned, unless it was told before or has no text. True when there
 // was one.
 bool showFailure(HostContext& host, const MethodResult& result);
-// A box with a stop sign and the host's title.
+// A box with the host's title that tells, or with a stop sign.
+void showInfo(HostContext& host, std::string text);
 void showStop(HostContext& host, std::string text);
 // "Ar tikrai norite panaikinti?", yes or no, no by default.
 bool askDelete(HostContext& host);
